@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# Time from start to the first prompt and out again: `orvela gra=0 ID` fed
+# an empty standard input, which ends the run at the first read.
+# Usage: bench/startup.sh [path/to/orvela]
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bin=${1:-build/orvela}
+command -v hyperfine >/dev/null || {
+  sudo=""; [ "$(id -u)" -ne 0 ] && sudo="sudo"
+  $sudo apt-get update -qq && $sudo apt-get install -y -qq hyperfine >/dev/null
+}
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cp -r env "$work/"
+cd "$work"
+echo "minimal environment (no files):"
+hyperfine -N --warmup 20 --runs 200 --input /dev/null "$OLDPWD/$bin gra=0 ID ini=none.h"
+echo "shipped environment files:"
+hyperfine -N --warmup 20 --runs 200 --input /dev/null "$OLDPWD/$bin gra=0 ID"

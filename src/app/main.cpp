@@ -1,0 +1,27 @@
+// ORVELA: start-up, then the console loop (or the window's loop).
+#include "kernel/console.h"
+#include "kernel/interrupt.h"
+#include "kernel/kernel.h"
+#include "kernel/report.h"
+#include "kernel/startup.h"
+#include "platform/console_io.h"
+#include "platform/process.h"
+#include "render/screen.h"
+
+int main(int argc, char** argv) {
+  KernelState& k = kernel();
+  k.mode_courant = 1;
+  inita(argc, argv, "initb.h");
+  interrupt_clear();
+  interrupt_install();
+  in_set_interrupt_hook(interrupt_dialogue);
+  // With graphics off the interaction entry only says so.
+  if (!screen().gra) voir_message(1, 95);
+  for (;;) {
+    try {
+      lire_executer(1, 0, k.eval_stack, 0);
+    } catch (const Abandon&) {
+      // Back at the recovery point: the line was abandoned.
+    }
+  }
+}

@@ -1,0 +1,128 @@
+// The fixed-form failure reports. Each prints its optional name, then its
+// numbered message of vocabulary 0, or a fixed text before the message
+// tables exist.
+#include "kernel/keywords.h"
+#include "kernel/objet.h"
+#include "kernel/report.h"
+#include "kernel/vocab.h"
+
+namespace {
+
+void name_of(const char* name) {
+  if (name) VOIR_CHAR("%s: ", name);
+}
+
+// Message `num`, or `early` at console state 0 (nothing when null).
+void report(int num, const char* early) {
+  if (kernel().etat_console < 1) {
+    if (early) VOIR_CHAR("%s", early);
+    return;
+  }
+  voir_message(0, num);
+}
+
+void named(const char* name, int num, const char* early) {
+  name_of(name);
+  report(num, early);
+}
+
+}  // namespace
+
+void err_debordement(const char* n) { named(n, 2, "OVERFLOW\a\n"); }
+void err_parenthese(const char* n) { named(n, 3, "PARENTHESIS ERROR ()\a\n"); }
+void err_assignation(const char* n) { named(n, 6, "ILLEGAL ASSIGNMENT\a\n"); }
+void err_abandon(const char* n) { named(n, 8, "ABANDONNEMENT\n"); }
+void err_manque(const char* n) { named(n, 9, "MISSING\a\n"); }
+void err_fatale(const char* n) { named(n, 10, "FATAL ERROR\a\n"); }
+void err_warning(const char* n) { named(n, 11, nullptr); }
+void err_dim_ev(const char* n) { named(n, 12, nullptr); }
+void err_incoherent(const char* n) { named(n, 14, "INCOHERENT\a\n"); }
+void err_tronque(const char* n) { named(n, 15, nullptr); }
+void err_operateur(const char* n) { named(n, 32, "OPERATOR ERROR\a\n"); }
+void err_bloc(const char* n) { named(n, 34, "BLOC ERROR\a\n"); }
+void err_crochet(const char* n) { named(n, 51, "HOOK ERROR []\a\n"); }
+void err_nom(const char* n) { named(n, 60, "illegal name"); }
+void err_commentaire(const char* n) { named(n, 64, "COMMENT ERROR\a\n"); }
+void err_illegal(const char* n) { named(n, 66, "illegal\a\n"); }
+void err_disque(const char* n) { named(n, 67, "DISK FULL\a\n"); }
+void err_accolade(const char* n) { named(n, 74, "BRACKET ERROR {}\a\n"); }
+void err_compilation(const char* n) { named(n, 107, "COMPILE ERROR\a\n"); }
+void err_execution(const char* n) { named(n, 108, "EXECUTION ERROR\a\n"); }
+void err_link(const char* n) { named(n, 113, "LINK ERROR\a\n"); }
+void err_lecture(const char* n) { named(n, 36, nullptr); }
+void err_ecriture(const char* n) { named(n, 37, nullptr); }
+void err_existe(const char* n) { named(n, 38, "EXISTS, WRITE (0,1) ?\a"); }
+void err_pas_trouve(const char* n) { named(n, 28, "NOT FOUND\a\n"); }
+
+void err_malloc(const char* n, long bytes) {
+  name_of(n);
+  if (kernel().etat_console < 1) {
+    voir_int("%d: MALLOC ERROR\a\n", static_cast<int>(bytes));
+    return;
+  }
+  voir_int("%d: ", static_cast<int>(bytes));
+  voir_message(0, 16);
+}
+
+void err_realloc(const char* n, int count) {
+  name_of(n);
+  VOIR_CHAR("%s", "Reallocation: ");
+  if (kernel().etat_console < 1) return;
+  voir_int("%d", count);
+  voir_message(0, 18);
+}
+
+void err_vide(const char* n, const Objet* o) {
+  name_of(n);
+  voir_objet(o);
+  report(22, "EMPTY\a\n");
+}
+
+void err_octets(const char* n, long count) {
+  name_of(n);
+  voir_int("%d", static_cast<int>(count));
+  report(25, " BYTES\n");
+}
+
+void err_compile_off(const char* n) {
+  name_of(n);
+  voir_etat(KW_compile, Yes(KW_compile));
+  report(30, nullptr);
+}
+
+void err_link_off(const char* n) {
+  name_of(n);
+  voir_etat(KW_link, Yes(KW_link));
+  report(50, nullptr);
+}
+
+void err_non_initialise(const char* func, const char* var) {
+  voir_mot(KW_func);
+  if (func) VOIR_CHAR("%s ", func);
+  if (var) VOIR_CHAR("%s ", var);
+  report(35, "NOT INITIALIZED VARIABLE\a\n");
+}
+
+void err_fonction(const char* n, int number) {
+  voir_int("%d ", number);
+  if (n) VOIR_CHAR("%s", n);
+  report(41, "NO DEFINED FUNCTION\a\n");
+}
+
+void err_format(const char* n, int line) {
+  name_of(n);
+  if (kernel().etat_console < 1) {
+    VOIR_CHAR("%s", "wrong formated file\a\n");
+    VOIR_CHAR("%s", "line");
+  } else {
+    voir_message(0, 103);
+    voir_message(0, 4);
+  }
+  voir_int(" %d\n", line);
+}
+
+void err_syntaxe(int num, int code, const char* usage) {
+  voir_message(0, num);
+  voir_mot(code);
+  if (usage) VOIR_CHAR("%s", usage);
+}

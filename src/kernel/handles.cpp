@@ -1,0 +1,89 @@
+#include "kernel/handles.h"
+
+#include <vector>
+
+#include "kernel/bloc.h"
+#include "kernel/objet.h"
+
+namespace {
+
+struct Entry {
+  void* address;
+  HandleKind kind;
+};
+
+struct HandleRegistry {
+  std::vector<Entry> entries{{nullptr, H_FREE}};  // slot 0 stands for null
+  std::vector<word> free_list;
+  int used = 0;
+};
+
+HandleRegistry& registry() {
+  static HandleRegistry r;
+  return r;
+}
+
+}  // namespace
+
+word handle_new(void* address, HandleKind kind) {
+  HandleRegistry& r = registry();
+  word h;
+  if (!r.free_list.empty()) {
+    h = r.free_list.back();
+    r.free_list.pop_back();
+    r.entries[h] = {address, kind};
+  } else {
+    h = static_cast<word>(r.entries.size());
+    r.entries.push_back({address, kind});
+  }
+  r.used++;
+  return h;
+}
+
+void handle_release(word h) {
+  HandleRegistry& r = registry();
+  if (h <= 0 || h >= static_cast<word>(r.entries.size()) || r.entries[h].kind == H_FREE) return;
+  r.entries[h] = {nullptr, H_FREE};
+  r.free_list.push_back(h);
+  r.used--;
+}
+
+void* handle_address(word h, HandleKind kind) {
+  HandleRegistry& r = registry();
+  if (h <= 0 || h >= static_cast<word>(r.entries.size())) return nullptr;
+  const Entry& e = r.entries[h];
+  return e.kind == kind ? e.address : nullptr;
+}
+
+int handle_count() { return registry().used; }
+
+word mem_handle(const void* p) {
+  if (!p) return 0;
+  MemHeader* m = mem_header(p);
+  if (m->handle == 0) m->handle = handle_new(const_cast<void*>(p), H_MEM);
+  return m->handle;
+}
+
+void* handle_mem(word h) { return handle_address(h, H_MEM); }
+
+void mem_handle_forget(const void* p) {
+  MemHeader* m = mem_header(p);
+  handle_release(m->handle);
+  m->handle = 0;
+}
+
+word bloc_handle(const word* b) { return mem_handle(b); }
+bloc handle_bloc(word h) { return static_cast<bloc>(handle_mem(h)); }
+
+word objet_handle(Objet* o) {
+  if (!o) return 0;
+  if (o->handle == 0) o->handle = handle_new(o, H_OBJET);
+  return o->handle;
+}
+
+Objet* handle_objet(word h) { return static_cast<Objet*>(handle_address(h, H_OBJET)); }
+
+void objet_handle_forget(Objet* o) {
+  handle_release(o->handle);
+  o->handle = 0;
+}

@@ -1,0 +1,6 @@
+#include "kernel/kernel.h"
+
+KernelState& kernel() {
+  static KernelState k;
+  return k;
+}

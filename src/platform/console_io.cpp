@@ -1,0 +1,74 @@
+#include "platform/console_io.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+
+namespace {
+std::string* capture = nullptr;
+const std::string* input_text = nullptr;
+size_t input_pos = 0;
+void (*interrupt_hook)() = nullptr;
+char in_buf[4096];
+ssize_t in_len = 0, in_next = 0;
+bool in_ended = false;
+
+// One byte of standard input; a read broken by SIGINT runs the hook (the
+// interrupt dialogue), then reading goes on.
+int stdin_byte() {
+  while (in_next >= in_len) {
+    if (in_ended) return -1;
+    ssize_t n = read(0, in_buf, sizeof in_buf);
+    if (n < 0 && errno == EINTR) {
+      if (interrupt_hook) interrupt_hook();
+      continue;
+    }
+    if (n <= 0) {
+      in_ended = true;
+      return -1;
+    }
+    in_len = n;
+    in_next = 0;
+  }
+  return static_cast<unsigned char>(in_buf[in_next++]);
+}
+}  // namespace
+
+void out_write(const char* s, size_t n) {
+  if (capture) {
+    capture->append(s, n);
+    return;
+  }
+  fwrite(s, 1, n, stdout);
+}
+
+void out_flush() {
+  if (!capture) fflush(stdout);
+}
+
+void out_capture(std::string* sink) { capture = sink; }
+
+int in_getc() {
+  if (input_text) {
+    if (input_pos >= input_text->size()) return -1;
+    return static_cast<unsigned char>((*input_text)[input_pos++]);
+  }
+  return stdin_byte();
+}
+
+bool in_getline(std::string& line) {
+  line.clear();
+  int c;
+  while ((c = in_getc()) >= 0 && c != '\n') line.push_back(static_cast<char>(c));
+  return c >= 0 || !line.empty();
+}
+
+void in_from_string(const std::string* text) {
+  input_text = text;
+  input_pos = 0;
+}
+
+void in_set_interrupt_hook(void (*hook)()) { interrupt_hook = hook; }
+
+bool in_at_end() { return !input_text && in_ended; }

@@ -1,0 +1,75 @@
+#include "platform/process.h"
+
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+bool file_read_all(const std::string& path, std::string& out) {
+  std::error_code ec;
+  if (path.empty() || std::filesystem::is_directory(path, ec)) return false;
+  std::ifstream in(path, std::ios::binary);
+  if (!in) return false;
+  std::ostringstream ss;
+  ss << in.rdbuf();
+  out = ss.str();
+  return true;
+}
+
+bool file_write_all(const std::string& path, const std::string& text, bool append) {
+  std::ofstream out(path, std::ios::binary | (append ? std::ios::app : std::ios::trunc));
+  if (!out) return false;
+  out << text;
+  return static_cast<bool>(out.flush());
+}
+
+bool file_exists(const std::string& path) {
+  std::error_code ec;
+  return std::filesystem::is_regular_file(path, ec);
+}
+
+std::string working_directory() {
+  std::error_code ec;
+  std::string p = std::filesystem::current_path(ec).string();
+  return ec ? std::string(".") : p;
+}
+
+unsigned long thread_id() { return static_cast<unsigned long>(syscall(SYS_gettid)); }
+
+void process_exit(int status) {
+  fflush(stdout);
+  std::_Exit(status);
+}
+
+namespace {
+std::atomic<bool> interrupted{false};
+
+void on_sigint(int) { interrupted.store(true); }
+}  // namespace
+
+void interrupt_install() {
+  struct sigaction old {};
+  struct sigaction ignore {};
+  ignore.sa_handler = SIG_IGN;
+  sigemptyset(&ignore.sa_mask);
+  sigaction(SIGINT, &ignore, &old);
+  if (old.sa_handler == SIG_IGN) return;
+  struct sigaction act {};
+  act.sa_handler = on_sigint;
+  sigemptyset(&act.sa_mask);
+  act.sa_flags = 0;  // no SA_RESTART: a blocked console read returns at once
+  sigaction(SIGINT, &act, nullptr);
+}
+
+bool interrupt_pending() { return interrupted.load(); }
+void interrupt_clear() { interrupted.store(false); }
+
+void sleep_ms(int ms) {
+  if (ms > 0) usleep(static_cast<useconds_t>(ms) * 1000);
+}

@@ -1,0 +1,6 @@
+#include "render/screen.h"
+
+ScreenState& screen() {
+  static ScreenState s;
+  return s;
+}

@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Runs one console transcript: NAME.orv is fed to orvela on standard input
+# in a fresh folder, and the output (with the exit status appended) must
+# equal NAME.out.
+#   NAME.args   replaces the default words "gra=0 ID" (@ROOT@ is the source tree)
+#   NAME.setup  bash script run first in the folder (ROOT is set); a file
+#               .input that it writes replaces NAME.orv
+#   NAME.check  bash script run afterwards; its output is appended
+# The folder's path prints as @CWD@ and the thread id as @TID@.
+set -u
+bin=$1 root=$2 base=$3
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cd "$work"
+export ROOT=$root
+[ -f "$base.setup" ] && bash "$base.setup"
+input="$base.orv"
+[ -f .input ] && input=.input
+args="gra=0 ID"
+[ -f "$base.args" ] && args=$(sed "s|@ROOT@|$root|g" "$base.args")
+# shellcheck disable=SC2086
+timeout 30 "$bin" $args < "$input" > .actual 2>&1
+status=$?
+printf '[status %d]\n' "$status" >> .actual
+[ -f "$base.check" ] && bash "$base.check" >> .actual 2>&1
+sed -i -e "s|$work|@CWD@|g" -e 's/^GetCurrentThreadId = [0-9a-f]*$/GetCurrentThreadId = @TID@/' .actual
+if [ "${UPDATE_TRANSCRIPTS:-0}" = 1 ]; then cp .actual "$base.out"; exit 0; fi
+diff -u --text "$base.out" .actual
