@@ -125,7 +125,9 @@ void* dup_mem(const void* p) {
 // The common release: with the registry on, an address it doesn't hold
 // is a double release, reported and otherwise ignored. The registry is
 // searched before word 0 is read, since a released block can't be read.
-static void release(void* p, bool bloc_test) {
+// `bloc_test` refuses a size word that is not positive; `counted` lowers
+// the live count.
+static void release(void* p, bool bloc_test, bool counted) {
   if (!release_on() || !p) return;
   void** slot = nullptr;
   if (bloc_state().pile_debut) {
@@ -137,19 +139,12 @@ static void release(void* p, bool bloc_test) {
   }
   if (bloc_test && static_cast<const word*>(p)[0] <= 0) return;
   if (slot) pile_vide(slot);
-  rend(p, true);
+  rend(p, counted);
 }
 
-void libere_bloc(bloc p) { release(p, true); }
-void libere_mem(void* p) { release(p, false); }
-
-// The system's free alone, as the deep release uses it for tags that
-// carry no count: the live count stays as it is.
-void libere_mem_brut(void* p) {
-  if (!release_on() || !p) return;
-  if (void** slot = bloc_state().pile_debut ? pile_cherche(p) : nullptr) pile_vide(slot);
-  rend(p, false);
-}
+void libere_bloc(bloc p) { release(p, true, true); }
+void libere_mem(void* p) { release(p, false, true); }
+void libere_mem_brut(void* p) { release(p, false, false); }
 
 int copie_bloc(bloc dst, const word* src) {
   if (!dst || !src || dst == src) return 0;

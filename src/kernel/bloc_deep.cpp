@@ -47,6 +47,7 @@ int libere_valeur(bloc p) {
   if (!p || p[0] < 1) return 0;
   int r = 0;
   switch (p[1]) {
+    // Counted kinds; 78 is the positive form of NIL, 28 and 32 token kinds.
     case T_CHAR: case T_FLOAT: case T_NIL: case KW_NIL: case 0: case KW_demo: case KW_dup:
     case T_HYBRIDE: case T_SOUND: case T_IMAGE:
       break;

@@ -114,6 +114,7 @@ int lire_executer(int interactive, int message, word* eval_stack, int stop_after
     if (r != Read::Line) continue;
     const char* p = line.c_str();
     while (*p == ' ' || *p == '\t') p++;
+    if (!*p) continue;
     if (escape_line(p)) {
       end_of_line(interactive);
       return 1;

@@ -39,6 +39,15 @@ bool not_recorded(const char* p) {
 
 int entry_words(size_t len) { return static_cast<int>(len / 4 + 2); }
 
+// True when the history block already holds exactly this line.
+bool already_kept(const word* b, const std::string& line) {
+  if (!b) return false;
+  const word* e = b + 4;
+  for (int i = 0; i < np(b); i++, e += e[0])
+    if (line == reinterpret_cast<const char*>(e + 1)) return true;
+  return false;
+}
+
 }  // namespace
 
 int history_count() {
@@ -56,10 +65,9 @@ std::string history_line(int i) {
 
 int history_record(const std::string& line) {
   if (Yes(KW_history) <= 0 || not_recorded(line.c_str())) return 0;
-  for (int i = 0; i < history_count(); i++)
-    if (history_line(i) == line) return 0;
   Objet* h = history_object();
   if (!h) return -1;
+  if (already_kept(h->local, line)) return 0;
   int old_size = h->local ? size(h->local) : 4;
   int add = entry_words(line.size());
   bloc nb = alloue_bloc(old_size + add);

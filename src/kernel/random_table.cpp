@@ -22,6 +22,12 @@ void random_table_fill(int n) {
   std::vector<word>& t = kernel().random_table;
   t.clear();
   if (n <= 0) return;
+  // Far beyond any use of the table: refused as an allocation failure
+  // rather than taking gigabytes.
+  if (n > (1 << 26)) {
+    err_malloc("random_table_fill()", static_cast<long>(n) * 4);
+    return;
+  }
   try {
     t.resize(static_cast<size_t>(n));
   } catch (const std::bad_alloc&) {

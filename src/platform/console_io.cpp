@@ -47,7 +47,11 @@ void out_flush() {
   if (!capture) fflush(stdout);
 }
 
-void out_capture(std::string* sink) { capture = sink; }
+std::string* out_capture(std::string* sink) {
+  std::string* previous = capture;
+  capture = sink;
+  return previous;
+}
 
 int in_getc() {
   if (input_text) {

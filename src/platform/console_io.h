@@ -7,7 +7,8 @@
 void out_write(const char* s, size_t n);
 void out_flush();
 // While `sink` is non-null, output is appended to it instead of stdout.
-void out_capture(std::string* sink);
+// Returns the sink it replaces.
+std::string* out_capture(std::string* sink);
 
 // One byte of standard input, or -1 at its end.
 int in_getc();

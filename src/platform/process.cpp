@@ -12,8 +12,9 @@
 #include <sstream>
 
 bool file_read_all(const std::string& path, std::string& out) {
+  // Only regular files: a device or a fifo could be endless.
   std::error_code ec;
-  if (path.empty() || std::filesystem::is_directory(path, ec)) return false;
+  if (path.empty() || !std::filesystem::is_regular_file(path, ec)) return false;
   std::ifstream in(path, std::ios::binary);
   if (!in) return false;
   std::ostringstream ss;

@@ -13,6 +13,11 @@ class Options : public ::testing::Test {
     kernel().etat_console = 1;
     screen() = ScreenState{};
   }
+  void TearDown() override {
+    kernel() = KernelState{};
+    screen() = ScreenState{};
+    minimal_kernel();
+  }
   int buf = 0, write_id = 1;
   std::string keys;
   const char* a(const char* text) { return option_a(text, &buf, &write_id, &keys); }

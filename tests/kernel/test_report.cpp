@@ -10,6 +10,7 @@
 class Report : public ::testing::Test {
  protected:
   void SetUp() override { minimal_kernel(); }
+  void TearDown() override { minimal_kernel(); }
   Capture out;
 };
 

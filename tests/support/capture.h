@@ -10,8 +10,9 @@
 
 struct Capture {
   std::string text;
-  Capture() { out_capture(&text); }
-  ~Capture() { out_capture(nullptr); }
+  std::string* previous;
+  Capture() : previous(out_capture(&text)) {}
+  ~Capture() { out_capture(previous); }
   std::string take() {
     std::string t;
     t.swap(text);
