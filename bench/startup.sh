@@ -9,11 +9,14 @@ command -v hyperfine >/dev/null || {
   sudo=""; [ "$(id -u)" -ne 0 ] && sudo="sudo"
   $sudo apt-get update -qq && $sudo apt-get install -y -qq hyperfine >/dev/null
 }
+median() { grep -o '"median": *[0-9.e-]*' "$1" | awk '{ printf "median: %.2f ms\n", $2 * 1000 }'; }
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cp -r env "$work/"
 cd "$work"
 echo "minimal environment (no files):"
-hyperfine -N --warmup 20 --runs 200 --input /dev/null "$OLDPWD/$bin gra=0 ID ini=none.h"
+hyperfine --warmup 20 --runs 200 --export-json min.json "$OLDPWD/$bin gra=0 ID ini=none.h < /dev/null"
+median min.json
 echo "shipped environment files:"
-hyperfine -N --warmup 20 --runs 200 --input /dev/null "$OLDPWD/$bin gra=0 ID"
+hyperfine --warmup 20 --runs 200 --export-json files.json "$OLDPWD/$bin gra=0 ID < /dev/null"
+median files.json
