@@ -1,0 +1,70 @@
+#include "language/functions.h"
+
+#include <cstring>
+
+#include "kernel/bloc.h"
+#include "kernel/keywords.h"
+#include "kernel/values.h"
+#include "scene/chains.h"
+#include "scene/object_store.h"
+
+namespace {
+
+// Length of the name at the head of a source text: up to "(" or a blank.
+size_t name_length(const char* s) {
+  size_t n = 0;
+  while (s[n] && s[n] != '(' && s[n] != ' ' && s[n] != '\t' && s[n] != '\n') n++;
+  return n;
+}
+
+const char* skip_blanks(const char* s) {
+  while (*s == ' ' || *s == '\t' || *s == '\n' || *s == '\r') s++;
+  return s;
+}
+
+}  // namespace
+
+const char* source_of(const Objet* o) {
+  if (!o || !o->local || size(o->local) < 5 || tag(o->local) != T_CHAR) return nullptr;
+  return text(o->local);
+}
+
+Objet* get_fonction(const char* name) {
+  if (!name) return nullptr;
+  size_t len = strlen(name);
+  for (Objet* o = chaine_classe(KW_func)->next; o; o = o->next) {
+    if (o->kind != KW_func || o->subkind != 0) continue;
+    const char* s = source_of(o);
+    if (!s) continue;
+    s = skip_blanks(s);
+    if (name_length(s) == len && strncmp(s, name, len) == 0) return o;
+  }
+  return nullptr;
+}
+
+Objet* define_function(const char* source) {
+  const char* s = skip_blanks(source);
+  std::string name(s, name_length(s));
+  if (name.empty()) return nullptr;
+  size_t words = strlen(source) / 4 + 5;
+  bloc value = alloue_bloc(static_cast<int>(words));
+  if (!value) return nullptr;
+  memset(value + 1, 0, (words - 1) * 4);
+  value[1] = T_CHAR;
+  value[2] = static_cast<int>(words) - 4;
+  value[3] = 1;
+  strcpy(text(value), source);
+  Objet* f = get_fonction(name.c_str());
+  if (!f) {
+    f = cre_objet(chaine_classe(KW_func), KW_func, 0, nullptr, nullptr, 0);
+    if (!f) {
+      libere_bloc(value);
+      return nullptr;
+    }
+  }
+  libere_valeur(f->local);
+  f->local = value;
+  libere_bloc(f->code);
+  f->code = nullptr;
+  return f;
+}

@@ -1,0 +1,15 @@
+// Function objects: kind `func` (48), subkind 0, whose `local` holds the
+// source text as a CHAR value ("name(formals){ ... }") and whose `code`
+// holds the compiled form.
+#pragma once
+#include <string>
+
+#include "kernel/objet.h"
+
+// The function of that name: its source text cut at the first "(".
+Objet* get_fonction(const char* name);
+// Source text of a function or local object, or null.
+const char* source_of(const Objet* o);
+// Creates or replaces the function whose source is `text` (its name is the
+// text up to the first "("); the old code is released. Null on failure.
+Objet* define_function(const char* text);

@@ -1,0 +1,29 @@
+// State of the language layer that outlives one compile or one line.
+#pragma once
+#include <string>
+#include <vector>
+
+#include "kernel/objet.h"
+#include "kernel/word.h"
+#include "language/symbols.h"
+
+struct LanguageState {
+  int Dim_com = 200000;         // words of a compile work buffer; doubles on overflow
+  Symboles macros_globales;     // macros defined outside any function
+  // Names tested by #ifdef: entries [word count, name bytes], zero-ended.
+  bloc defined_names = nullptr;
+  int defined_capacity = 0;
+  // Alias table, lines "name=replacement"; used when `alias` is on.
+  std::string alias_text;
+  bool alias_exists = false;
+
+  int listing = 0;              // compile listing level (0 off, 1 source-like, 2 with kinds)
+  int listing_link = 0;         // listing after linking
+  int compile_failed = 0;       // -1 after a failed function compile
+  int link_state = 0;           // 1 linked, -1 failed
+  int function_serial = 0;      // numbers given to compiled functions
+  Objet* running_function = nullptr;  // the function being executed, if any
+  std::vector<Objet*> extern_list;    // extern declarations of this compile
+};
+
+LanguageState& lang();

@@ -1,0 +1,54 @@
+#include "scene/chains.h"
+
+#include "kernel/keywords.h"
+#include "scene/object_store.h"
+
+namespace {
+
+// The kinds that own a chain, graphic ones (class 1) first.
+constexpr int GRAPHIC_KINDS[] = {KW_audio, KW_brush,  KW_device, KW_field,  KW_fog,     KW_font,
+                                 KW_genetic, KW_image, KW_law,    KW_light,  KW_memory,  KW_menu,
+                                 KW_network, KW_object, KW_scale, KW_see,    KW_stock,   KW_text,
+                                 KW_traj,   KW_view,   KW_vol,    KW_win};
+constexpr int INTERPRETER_KINDS[] = {KW_message, KW_func, KIND_EXTERN, KW_directory, KW_history, KW_puls};
+constexpr int NB_GRAPHIC = sizeof GRAPHIC_KINDS / sizeof *GRAPHIC_KINDS;
+constexpr int NB_INTERPRETER = sizeof INTERPRETER_KINDS / sizeof *INTERPRETER_KINDS;
+
+struct Chains {
+  Objet graphic[NB_GRAPHIC];
+  Objet interpreter[NB_INTERPRETER];
+  Objet generic;
+  Objet temporaries;
+  bool ready = false;
+};
+
+Chains& chains() {
+  static Chains c;
+  if (!c.ready) {
+    c.ready = true;
+    for (Objet& h : c.graphic) chaine_ini(&h);
+    for (Objet& h : c.interpreter) chaine_ini(&h);
+    chaine_ini(&c.generic);
+    chaine_ini(&c.temporaries);
+  }
+  return c;
+}
+
+}  // namespace
+
+Objet* chaine_de(int classe, int code) {
+  Chains& c = chains();
+  if (code == KW_message) return &c.interpreter[0];
+  if (classe == 1)
+    for (int i = 0; i < NB_GRAPHIC; i++)
+      if (GRAPHIC_KINDS[i] == code) return &c.graphic[i];
+  if (classe == 0 || code == KIND_EXTERN)
+    for (int i = 0; i < NB_INTERPRETER; i++)
+      if (INTERPRETER_KINDS[i] == code) return &c.interpreter[i];
+  return &c.generic;
+}
+
+Objet* chaine_classe(int code) { return chaine_de(code >= 0 ? code / 200 : 0, code); }
+Objet* chaine_generique() { return &chains().generic; }
+Objet* chaine_temporaires() { return &chains().temporaries; }
+void chaines_ini() { chains(); }
