@@ -9,6 +9,7 @@
 
 struct LanguageState {
   int Dim_com = 200000;         // words of a compile work buffer; doubles on overflow
+  int symbol_capacity = 200000; // words a symbol table starts with; keeps its doublings
   Symboles macros_globales;     // macros defined outside any function
   // Names tested by #ifdef: entries [word count, name bytes], zero-ended.
   bloc defined_names = nullptr;
@@ -24,6 +25,11 @@ struct LanguageState {
   int function_serial = 0;      // numbers given to compiled functions
   Objet* running_function = nullptr;  // the function being executed, if any
   std::vector<Objet*> extern_list;    // extern declarations of this compile
+  // Runs the initial text of a `static` at compile time, storing its value
+  // (a new heap bloc) in *value; installed by the interpreter.
+  int (*static_runner)(const char* text, bloc* value) = nullptr;
+  // The object whose `global` variables a `local` function sees, or null.
+  Objet* (*local_root)(Objet* local_function) = nullptr;
 };
 
 LanguageState& lang();

@@ -181,3 +181,10 @@ Objet* dup_chaine_privee(const Objet* head) {
   }
   return copy;
 }
+
+Objet* cre_chaine_privee() {
+  Objet* head = alloue_objet();
+  if (!head) return nullptr;
+  chaine_ini(head);
+  return head;
+}

@@ -18,6 +18,8 @@ Objet* rem_objet(Objet* o);
 // links (child, locals, hook, next, prev) cleared.
 Objet* dup_objet(const Objet* o);
 
+// A new private chain: a head record, counted as an object.
+Objet* cre_chaine_privee();
 // A private chain as a whole, head included.
 void rem_chaine_privee(Objet* head);
 Objet* dup_chaine_privee(const Objet* head);

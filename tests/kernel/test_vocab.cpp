@@ -29,6 +29,7 @@ std::vector<float> values(int code) {
 class VocabEnv : public ::testing::Test {
  protected:
   void SetUp() override {
+    kernel() = KernelState();
     vocab_reset();
     captured([] { env_minimal(); });
     kernel().etat_console = 1;
@@ -40,7 +41,10 @@ class VocabEnv : public ::testing::Test {
 
 class VocabTable : public ::testing::Test {
  protected:
-  void SetUp() override { vocab_reset(); }
+  void SetUp() override {
+    kernel() = KernelState();
+    vocab_reset();
+  }
 };
 
 const char* const SMALL_KOM =

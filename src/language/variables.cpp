@@ -1,0 +1,26 @@
+#include "language/variables.h"
+
+#include <cstring>
+
+#include "scene/chains.h"
+#include "scene/object_store.h"
+
+Objet* var_find(const Objet* head, int kind, const char* name) {
+  if (!head) return nullptr;
+  for (Objet* o = head->next; o; o = o->next)
+    if ((kind == 0 || o->kind == kind) && o->name && strcmp(o->name, name) == 0) return o;
+  return nullptr;
+}
+
+Objet* var_create(Objet* head, int kind, const char* name) {
+  if (!head) return nullptr;
+  return cre_objet(head, kind, 0, nullptr, name, 0);
+}
+
+Objet* locals_of(Objet* owner) {
+  if (!owner) return nullptr;
+  if (!owner->locals) owner->locals = cre_chaine_privee();
+  return owner->locals;
+}
+
+Objet* extern_table() { return chaine_de(0, KIND_EXTERN); }

@@ -1,0 +1,58 @@
+// Compiling console lines and functions in tests, with their listings.
+#pragma once
+#include <cstring>
+#include <string>
+
+#include "kernel/bloc.h"
+#include "kernel/objet.h"
+#include "language/compile.h"
+#include "language/functions.h"
+#include "language/lang_state.h"
+#include "scene/object_store.h"
+#include "support/capture.h"
+
+// A console code object holding `line` as "{line}".
+struct ConsoleText {
+  Objet obj;
+  explicit ConsoleText(const std::string& line) {
+    std::string braced = "{" + line + "}";
+    obj.kind = KIND_CONSOLE;
+    int words = static_cast<int>(braced.size() / 4 + 6);
+    obj.local = alloue_bloc(words);
+    memset(obj.local + 1, 0, static_cast<size_t>(words - 1) * 4);
+    obj.local[1] = T_CODE;
+    memcpy(text(obj.local), braced.c_str(), braced.size() + 1);
+  }
+  ~ConsoleText() {
+    libere_bloc(obj.local);
+    libere_bloc(obj.code);
+    if (obj.locals) rem_chaine_privee(obj.locals);
+    libere_mem(obj.name);
+  }
+};
+
+// The listing printed while compiling (and linking) `line` at `level`;
+// failures print their messages into the same text.
+inline std::string console_listing(const std::string& line, int level = 1, bool link = false) {
+  Capture out;
+  ConsoleText t(line);
+  lang().listing = link ? 0 : level;
+  lang().listing_link = link ? level : 0;
+  int r = a_compile(&t.obj);
+  if (r >= 0 && link) lier_fonction(&t.obj);
+  lang().listing = 0;
+  lang().listing_link = 0;
+  return out.take();
+}
+
+inline std::string function_listing(const std::string& source, int level = 1, bool link = false) {
+  Capture out;
+  Objet* f = define_function(source.c_str());
+  lang().listing = link ? 0 : level;
+  lang().listing_link = link ? level : 0;
+  int r = f ? a_compile(f) : -1;
+  if (r >= 0 && link) lier_fonction(f);
+  lang().listing = 0;
+  lang().listing_link = 0;
+  return out.take();
+}
