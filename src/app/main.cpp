@@ -4,6 +4,7 @@
 #include "kernel/kernel.h"
 #include "kernel/report.h"
 #include "kernel/startup.h"
+#include "language/console_runner.h"
 #include "platform/console_io.h"
 #include "platform/process.h"
 #include "render/screen.h"
@@ -11,6 +12,7 @@
 int main(int argc, char** argv) {
   KernelState& k = kernel();
   k.mode_courant = 1;
+  install_console_runner();
   inita(argc, argv, "initb.h");
   interrupt_clear();
   interrupt_install();

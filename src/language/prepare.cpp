@@ -81,7 +81,6 @@ int compile_passe_1(Objet* obj, bloc work, word* limit, int* status) {
     return -1;
   }
   couper_zones(P, work, limit);
-  P.table.capacity = 0;
   int r = executer(P);
   if (P.table.capacity > lang().symbol_capacity) lang().symbol_capacity = P.table.capacity;
   symb_free(&P.table);

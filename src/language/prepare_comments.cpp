@@ -65,6 +65,7 @@ int copier_element(Lecture& L, Sortie& o) {
   if (c == '"') return copier_chaine(L, o);
   if (c == '/' && suivant == '*') return sauter_bloc(L);
   if (c == '/' && suivant == '/') return sauter_ligne(L);
+  if (c == '\r' && suivant == '\n') c = *++L.p;  // one line end, whatever the system
   if (c == '\n')
     marquer_ligne(o, L.ligne++);
   else

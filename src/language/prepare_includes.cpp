@@ -56,12 +56,15 @@ bool corps(const char* s, const char** debut, const char** fin) {
   const char* p = std::strchr(s, '{');
   if (!p) return false;
   *debut = ++p;
-  for (int niveau = 1; *p; p++) {
+  for (int niveau = 1; *p;) {
     bool complet;
-    if (*p == '"') p = fin_citation(p, &complet) - 1;
-    else if (*p == '{') niveau++;
-    else if (*p == '}' && --niveau == 0) break;
-    if (!*p) break;
+    if (*p == '"') {
+      p = fin_citation(p, &complet);
+      continue;
+    }
+    if (*p == '{') niveau++;
+    if (*p == '}' && --niveau == 0) break;
+    p++;
   }
   *fin = p;
   return true;

@@ -1,6 +1,7 @@
 #include "platform/process.h"
 
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -73,4 +74,28 @@ void interrupt_clear() { interrupted.store(false); }
 
 void sleep_ms(int ms) {
   if (ms > 0) usleep(static_cast<useconds_t>(ms) * 1000);
+}
+
+int run_shell(const char* command) {
+  fflush(stdout);
+  int status = std::system(command);
+  if (status < 0) return -1;
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+int start_task(const char* command) {
+  fflush(stdout);
+  pid_t pid = fork();
+  if (pid < 0) return -1;
+  if (pid == 0) {
+    // A grandchild runs the task so that no zombie is left behind.
+    if (fork() == 0) {
+      execl("/bin/sh", "sh", "-c", command, static_cast<char*>(nullptr));
+      _exit(127);
+    }
+    _exit(0);
+  }
+  int status = 0;
+  waitpid(pid, &status, 0);
+  return 0;
 }

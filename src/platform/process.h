@@ -19,3 +19,8 @@ void interrupt_install();
 bool interrupt_pending();
 void interrupt_clear();
 void sleep_ms(int ms);
+
+// Runs a command through the shell and waits: its exit status, or -1.
+int run_shell(const char* command);
+// Starts a command through the shell without waiting; -1 when it cannot start.
+int start_task(const char* command);

@@ -75,8 +75,8 @@ TEST_F(Options, NonNumbersAndHugeNumbersDoNotBreakTheParser) {
   EXPECT_EQ(kernel().Dim_ev, 0);
   a("eva=99999999999999999999");
   EXPECT_EQ(kernel().Dim_ev, 2000000000);
-  std::string long_key(500, 'k');
-  const char* end = a((long_key + "=1 next").c_str());
+  std::string text = std::string(500, 'k') + "=1 next";
+  const char* end = a(text.c_str());
   EXPECT_STREQ(end, " next");
 }
 

@@ -124,6 +124,7 @@ TEST_F(PrepareComments, EachNewlineIsALineMarkAndEmptyLinesCollapseFromLineThree
   // Line n carries n - 1, the first line 1.
   EXPECT_EQ(preparer("f(){\na;\n\n\nb;\n}").texte, "<1>f(){<1>a ;<4>b ;<5>}");
   EXPECT_EQ(preparer("f(){\n\n}").texte, "<1>f(){<1><2>}");
+  EXPECT_EQ(preparer("f(){a;\r\nb;\r}").texte, "<1>f(){a ;<1>b ;\r }");
   // A comment marks none of its lines, but counts them.
   EXPECT_EQ(preparer("f(){/*\n\n*/a;\nb;}").texte, "<1>f(){a ;<3>b ;}");
 }
@@ -298,6 +299,9 @@ TEST_F(PrepareMacros, DefineWithoutNameIsAnError) {
   EXPECT_LT(r.r, 0);
   EXPECT_TRUE(contient(r.sortie, "DIRECTIVE ERROR"));
   EXPECT_LT(preparer("f(){\n#ifdef\n}").r, 0);
+  r = preparer("f(){\n#define -X 1\n}");
+  EXPECT_LT(r.r, 0);
+  EXPECT_TRUE(contient(r.sortie, "ILLEGAL NAME"));
 }
 
 TEST_F(PrepareMacros, ConsoleMacrosAreGlobalAndOutliveTheLine) {
@@ -476,13 +480,13 @@ using PrepareRobustness = PrepareTest;
 TEST_F(PrepareRobustness, RandomBytesGiveATextOrAMessage) {
   std::mt19937 alea(1234);
   const char pieces[] = "{}()[];:\"'\\/*#+-=, \n\t\1\2\3\xff abcx0123";
-  for (int essai = 0; essai < 400; essai++) {
+  for (int essai = 0; essai < 1500; essai++) {
     std::string s;
-    int n = static_cast<int>(alea() % 120);
+    int n = static_cast<int>(alea() % 300);
     for (int i = 0; i < n; i++)
       s += essai % 2 ? static_cast<char>(alea() % 255 + 1) : pieces[alea() % (sizeof pieces - 1)];
     if (essai % 3 == 0) s = "#include g(\n#define a b\n#ifdef q\n" + s;
-    Resultat r = preparer(s, essai % 4 == 0, 300);
+    Resultat r = preparer(s, essai % 4 == 0, 140 + static_cast<int>(alea() % 200));
     if (r.r < 0) {
       EXPECT_EQ(r.status, 0);
       EXPECT_FALSE(r.sortie.empty()) << "silent failure on essai " << essai;

@@ -1,0 +1,333 @@
+// Commands about code: compile, link, debug listings, exec.
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "kernel/vocab.h"
+#include "language/commands.h"
+#include "language/compile.h"
+#include "language/eval.h"
+#include "language/functions.h"
+#include "language/handlers.h"
+#include "language/lang_state.h"
+#include "language/lexer.h"
+#include "language/operators.h"
+#include "language/variables.h"
+#include "platform/process.h"
+#include "scene/chains.h"
+
+namespace {
+
+const word* first_argument(word* record) { return item_value(first_item(record)); }
+
+int elements(const word* v) { return np(v) * (dimp(v) > 0 ? dimp(v) : 1); }
+
+bool number_of(const word* v, float* f) {
+  if (!v || tag(v) != T_FLOAT || elements(v) < 1) return false;
+  *f = getf(v, 0);
+  return true;
+}
+
+// The text argument of the item of `code`, or null.
+const char* text_item(word* record, int code) {
+  word* item = find_item(record, code);
+  const word* v = item ? item_value(item) : nullptr;
+  return v && tag(v) == T_CHAR ? text(v) : nullptr;
+}
+
+// Runs `action` on each function named in `names` (read word by word);
+// unknown names are passed over.
+template <class F>
+int each_named(const char* names, F action) {
+  int r = 0;
+  char w[LONG_MOT];
+  const char* p = names;
+  while (lire_mot(w, &p, LONG_MOT) > 0) {
+    Objet* f = get_fonction(w);
+    if (f && action(f) < 0) r = -1;
+    while (*p == ',' || *p == ';') p++;
+  }
+  return r;
+}
+
+// `compile message(text)`: each "(...)" or "[...]" group of the text is
+// run and replaced by its value's text.
+int compile_message(word* record, const char* source, const word* limit) {
+  constexpr size_t CAPACITY = 10000;
+  std::string out;
+  for (const char* p = source; *p;) {
+    if (*p != '(' && *p != '[') {
+      out.push_back(*p++);
+    } else {
+      int depth = 0;
+      const char* q = p;
+      for (; *q; q++) {
+        if (*q == '(' || *q == '[') depth++;
+        else if ((*q == ')' || *q == ']') && --depth == 0) break;
+      }
+      std::string expr(p, static_cast<size_t>((*q ? q + 1 : q) - p));
+      p = *q ? q + 1 : q;
+      std::vector<word> value;
+      if (executer_texte(expr.c_str(), value) < 0) return -1;
+      const word* v = value.data();
+      if (!v || tag(v) == T_NIL) {
+        out += "NIL";
+      } else if (tag(v) == T_FLOAT) {
+        for (int i = 0; i < elements(v); i++) {
+          char buf[32];
+          snprintf(buf, sizeof buf, i ? ",%g" : "%g", static_cast<double>(getf(v, i)));
+          out += buf;
+        }
+      } else if (tag(v) == T_CHAR) {
+        out += text(v);
+      }
+    }
+    if (out.size() >= CAPACITY) {
+      voir_int("%d", static_cast<int>(CAPACITY));
+      err_debordement(nullptr);
+      return -1;
+    }
+  }
+  int words = static_cast<int>(out.size() / 4 + 5);
+  if (record + words > limit) {
+    err_dim_ev(nullptr);
+    return -12;
+  }
+  memset(record, 0, static_cast<size_t>(words) * sizeof(word));
+  record[0] = words;
+  record[1] = T_CHAR;
+  record[2] = words - 4;
+  record[3] = 1;
+  memcpy(text(record), out.data(), out.size());
+  return 0;
+}
+
+void separator() { voir_texte("===========================\n"); }
+
+// Lists the objects of a chain, with their values when `edit` is given.
+void list_chain(const Objet* head, const char* title, bool values) {
+  separator();
+  voir_texte(title);
+  voir_texte("\n");
+  for (const Objet* o = head ? head->next : nullptr; o; o = o->next) {
+    const char* src = source_of(o);
+    if (o->kind == KW_func && src) {
+      std::string name(src, strcspn(src, "("));
+      VOIR_CHAR("%s\n", name.c_str());
+      if (values) VOIR_CHAR("%s\n", src);
+      continue;
+    }
+    VOIR_CHAR("%s", o->name ? o->name : "");
+    if (values && o->local && o->local[0] > 0) {
+      voir_texte(" = ");
+      print_value(o->local);
+    } else {
+      voir_texte("\n");
+    }
+  }
+}
+
+}  // namespace
+
+int COMPILE_a(word* record, const word* limit) {
+  if (const char* msg = text_item(record, KW_message)) return compile_message(record, msg, limit);
+  if (const char* names = text_item(record, KW_func)) {
+    each_named(names, [](Objet* f) { return a_compile(f); });
+    return set_result_nil(record);
+  }
+  float level = 0;
+  if (number_of(first_argument(record), &level)) {
+    lang().listing = static_cast<int>(level);
+    return set_result_nil(record);
+  }
+  if (Yes(KW_compile) < 1) {
+    err_compile_off(nullptr);
+    return -1;
+  }
+  compiler_tout();
+  return set_result_nil(record);
+}
+
+int LINK_a(word* record, const word* limit) {
+  (void)limit;
+  if (const char* names = text_item(record, KW_func)) {
+    int r = each_named(names, [](Objet* f) { return lier_fonction(f); });
+    set_result_nil(record);
+    return r;
+  }
+  float level = 0;
+  if (number_of(first_argument(record), &level)) {
+    lang().listing_link = static_cast<int>(level);
+    return set_result_nil(record);
+  }
+  int r = lier_tout();
+  set_result_nil(record);
+  return r;
+}
+
+int DEBUG_a(word* record, const word* limit) {
+  (void)limit;
+  bool values = find_item(record, KW_edit) != nullptr;
+  const word* arg = first_argument(record);
+  bool all = arg && tag(arg) == T_CHAR && strcmp(text(arg), "*") == 0;
+  bool any = false;
+  if (all || find_item(record, KW_func)) {
+    if (const char* name = text_item(record, KW_func)) {
+      Objet* f = get_fonction(name);
+      if (!f) {
+        voir_mot(KW_func);
+        VOIR_CHAR("%s ", name);
+        err_pas_trouve(nullptr);
+        return -1;
+      }
+      separator();
+      VOIR_CHAR("%s\n", source_of(f) ? source_of(f) : "");
+    } else {
+      list_chain(chaine_classe(KW_func), "func", values);
+    }
+    any = true;
+  }
+  if (all || find_item(record, KW_message)) {
+    list_chain(chaine_de(0, KW_message), "message", values);
+    any = true;
+  }
+  if (all || find_item(record, KW_local)) {
+    Objet* running = lang().running_function;
+    list_chain(running ? running->locals : nullptr, "local", values);
+    any = true;
+  }
+  if (all || find_item(record, KW_var)) {
+    list_chain(extern_table(), "var", values);
+    any = true;
+  }
+  if (any) separator();
+  else voir_etat(KW_debug, Yes(KW_debug));
+  return set_result_nil(record);
+}
+
+std::vector<ScheduledFunction>& exec_schedule() {
+  static std::vector<ScheduledFunction> s;
+  return s;
+}
+
+namespace {
+
+// One message of one environment run as a console text.
+int EXEC_ENV_COM(int env, int num) {
+  VocabState& v = vocab();
+  if (env < 0 || env >= v.nb_voc) {
+    voir_int2("env %d > %d\n", env, v.nb_voc - 1);
+    return -1;
+  }
+  if (num < 0 || num >= static_cast<int>(v.mes[env].size())) {
+    voir_int2("mes %d != [0, %d[\n", num, static_cast<int>(v.mes[env].size()));
+    return -1;
+  }
+  std::vector<word> value;
+  return executer_texte(v.mes[env][static_cast<size_t>(num)].c_str(), value);
+}
+
+int EXECUTER_MESSAGE(const word* pairs) {
+  if (!pairs || tag(pairs) != T_FLOAT || elements(pairs) < 2) {
+    voir_mot(KW_exec);
+    voir_mot(KW_message);
+    voir_texte("(env,num)\n");
+    return -1;
+  }
+  for (int i = 0; i + 1 < elements(pairs); i += 2)
+    if (EXEC_ENV_COM(static_cast<int>(getf(pairs, i)), static_cast<int>(getf(pairs, i + 1))) < 0) return -1;
+  return 0;
+}
+
+// Each word of the text, ended by a blank or ";", is started as a task.
+int EXEC_EXEC(const char* tasks) {
+  std::string t = tasks;
+  size_t p = 0;
+  while (p < t.size()) {
+    size_t e = t.find_first_of(" ;", p);
+    std::string one = t.substr(p, e == std::string::npos ? std::string::npos : e - p);
+    if (!one.empty() && start_task(one.c_str()) < 0) {
+      TRACE_FAIL("EXEC_EXEC()");
+      return -1;
+    }
+    p = e == std::string::npos ? t.size() : e + 1;
+  }
+  return 0;
+}
+
+int schedule(word* record, const char* names, const word* limit) {
+  word* time_item = find_item(record, KW_time);
+  const word* period = time_item ? item_value(time_item) : nullptr;
+  std::vector<ScheduledFunction>& s = exec_schedule();
+  if (!period) {
+    // A query: the entry's period and next time, or NIL.
+    Objet* f = get_fonction(names);
+    for (const ScheduledFunction& e : s)
+      if (e.function == f) {
+        word v[6] = {6, T_FLOAT, 2, 1, fw(e.period), fw(e.next)};
+        return set_result(record, v, limit);
+      }
+    return set_result_nil(record);
+  }
+  char w[LONG_MOT];
+  const char* p = names;
+  int i = 0;
+  while (lire_mot(w, &p, LONG_MOT) > 0) {
+    Objet* f = get_fonction(w);
+    if (!f) {
+      voir_mot(KW_func);
+      VOIR_CHAR("%s ", w);
+      err_pas_trouve(nullptr);
+      return -1;
+    }
+    float t = elements(period) > i ? getf(period, i) : getf(period, 0);
+    bool found = false;
+    for (ScheduledFunction& e : s)
+      if (e.function == f) {
+        e.period = t;
+        e.next = t;
+        found = true;
+      }
+    if (!found) s.push_back({f, t, t});
+    i++;
+  }
+  return set_result_nil(record);
+}
+
+}  // namespace
+
+int executer_a(word* record, const word* limit) {
+  if (item_count(record) == 1) {
+    const word* arg = first_argument(record);
+    if (!arg || tag(arg) != T_CHAR) {
+      voir_message(0, 66);
+      return -1;
+    }
+    int r = start_task(text(arg));
+    set_result_nil(record);
+    return r;
+  }
+  word* second = next_item(first_item(record));
+  if (second[2] == KW_exec) {
+    const word* v = item_value(second);
+    int r = v && tag(v) == T_CHAR ? EXEC_EXEC(text(v)) : -1;
+    set_result_nil(record);
+    return r;
+  }
+  if (second[2] == KW_message) {
+    int r = EXECUTER_MESSAGE(item_value(second));
+    set_result_nil(record);
+    return r;
+  }
+  if (second[2] == KW_func) {
+    const char* names = text_item(record, KW_func);
+    if (names) return schedule(record, names, limit);
+    int r = lang().run_schedule ? lang().run_schedule() : 0;
+    set_result_nil(record);
+    return r;
+  }
+  voir_message(0, 66);
+  return -1;
+}

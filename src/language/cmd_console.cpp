@@ -1,0 +1,197 @@
+// Console commands of the interpreter vocabulary: print, return, status,
+// yes and no, ini, system, GO, bye and exit.
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+#include "kernel/bye.h"
+#include "kernel/kernel.h"
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "kernel/vocab.h"
+#include "language/commands.h"
+#include "language/eval.h"
+#include "language/handlers.h"
+#include "language/lang_state.h"
+#include "language/operators.h"
+#include "platform/process.h"
+
+namespace {
+
+// The argument of the record's first item, or null.
+const word* first_argument(word* record) { return item_value(first_item(record)); }
+
+int elements(const word* v) { return np(v) * (dimp(v) > 0 ? dimp(v) : 1); }
+
+void shape(const word* v) {
+  voir_int2("np = %d dimp = %d\n", np(v), dimp(v));
+}
+
+// The shape of a value, as `status(x)` prints it; returns its type number.
+int print_status(const word* v) {
+  voir_int("dim %d = ", size(v));
+  switch (tag(v)) {
+    case T_CHAR: {
+      voir_texte("type = CHAR ");
+      shape(v);
+      for (const unsigned char* c = reinterpret_cast<const unsigned char*>(text(v)); *c; c++) {
+        voir_int("%d ", *c);
+        voir_car(*c);
+        voir_texte("\n");
+      }
+      return 1;
+    }
+    case T_LONG:
+      voir_texte("type = LONG ");
+      shape(v);
+      for (int i = 0; i < elements(v); i++) voir_int("%d ", v[4 + i]);
+      voir_texte("\n");
+      return 2;
+    case T_FLOAT:
+      voir_texte("type = FLOAT ");
+      shape(v);
+      for (int i = 0; i < elements(v); i++) voir_float("%f ", getf(v, i));
+      voir_texte("\n");
+      return 3;
+    case T_HYBRIDE: {
+      voir_texte(" type = HYBRIDE ");
+      shape(v);
+      const word* part = v + 4;
+      for (int i = 0; i < np(v); i++, part += item_words(part)) print_status(part);
+      return 4;
+    }
+    default:
+      voir_texte(" type = NIL\n");
+      return 0;
+  }
+}
+
+}  // namespace
+
+int ABA_a(word* record, const word* limit) {
+  const word* v = first_argument(record);
+  return v ? set_result(record, v, limit) : set_result_nil(record);
+}
+
+int PRINT_a(word* record, const word* limit) {
+  (void)limit;
+  const word* v = first_argument(record);
+  if (v && print_value(v) < 0) return -1;
+  return set_result_nil(record);
+}
+
+int RETURN_a(word* record, const word* limit) {
+  const word* v = first_argument(record);
+  if (!v) {
+    set_result_nil(record);
+    return EVAL_RETURN;
+  }
+  if (set_result(record, v, limit) < 0) return -1;
+  return EVAL_RETURN;
+}
+
+int GO_a(word* record, const word* limit) {
+  (void)limit;
+  eval_state().go = 1;
+  return set_result_nil(record);
+}
+
+int YES_NO_a(word* record, const word* limit) {
+  word* item = first_item(record);
+  int value = item[2] == KW_yes ? 1 : 0;
+  const word* arg = item_value(item);
+  if (arg && tag(arg) == T_FLOAT && elements(arg) > 0) value = static_cast<int>(getf(arg, 0));
+  int r = 0;
+  item = next_item(item);
+  for (int i = 1; i < item_count(record); i++, item = next_item(item))
+    if (set_sem(item[2], value) < 0) r = -1;
+  if (item_count(record) == 1) return set_result_float(record, limit, static_cast<float>(value));
+  set_result_nil(record);
+  return r;
+}
+
+int INI_a(word* record, const word* limit) {
+  (void)limit;
+  word* item = next_item(first_item(record));
+  for (int i = 1; i < item_count(record); i++, item = next_item(item)) {
+    switch (item[2]) {
+      case KW_yes: ini_yes(); break;
+      case KW_no: ini_no(); break;
+      case KW_ini: ini_ini(); break;
+      case KW_debug:
+        kernel().deb = 0;
+        kernel().trace_err = 0;
+        kernel().err = 0;
+        lang().listing = 0;
+        lang().listing_link = 0;
+        break;
+      default:
+        ini_com(item[2]);
+        vocab().sem[item[2]] = vocab().sem_ini[item[2]];
+        break;
+    }
+  }
+  return set_result_nil(record);
+}
+
+int a_status(word* record, const word* limit) {
+  VocabState& voc = vocab();
+  const word* arg = first_argument(record);
+  if (item_count(record) == 1 && !arg) {
+    // The whole status array, as a LONG vector.
+    if (record + 4 + NB_CODES > limit) {
+      err_dim_ev(nullptr);
+      return -12;
+    }
+    record[0] = 4 + NB_CODES;
+    record[1] = T_LONG;
+    record[2] = NB_CODES;
+    record[3] = 1;
+    for (int i = 0; i < NB_CODES; i++) record[4 + i] = voc.sem[i];
+    return 0;
+  }
+  word* second = item_count(record) > 1 ? next_item(first_item(record)) : nullptr;
+  if (second && second[2] != KW_var) {
+    const word* v = item_value(second);
+    if (v && tag(v) == T_FLOAT && elements(v) > 0) voc.sem[second[2]] = static_cast<int>(getf(v, 0));
+    return set_result_float(record, limit, static_cast<float>(voc.sem[second[2]]));
+  }
+  if (second) arg = item_value(second);
+  if (!arg) return set_result_float(record, limit, 0.0f);
+  return set_result_float(record, limit, static_cast<float>(print_status(arg)));
+}
+
+int SYSTEM_a(word* record, const word* limit) {
+  const word* arg = first_argument(record);
+  if (!arg) return set_result_float(record, limit, static_cast<float>(lang().system_value));
+  if (tag(arg) == T_FLOAT && elements(arg) > 0) {
+    lang().system_value = static_cast<int>(getf(arg, 0));
+    return set_result_nil(record);
+  }
+  if (tag(arg) != T_CHAR) {
+    voir_message(0, 66);
+    return -1;
+  }
+  const char* cmd = text(arg);
+  if (*cmd == '|') cmd++;
+  flush_out();
+  int status = run_shell(cmd);
+  return set_result_float(record, limit, static_cast<float>(status));
+}
+
+int BYE_a(word* record, const word* limit) {
+  (void)limit;
+  ByeState& b = bye_state();
+  const word* arg = first_argument(record);
+  if (arg && tag(arg) == T_CHAR) {
+    b.question = text(arg);
+    return set_result_nil(record);
+  }
+  word* func = find_item(record, KW_func);
+  if (func && item_value(func) && tag(item_value(func)) == T_CHAR) {
+    b.function = text(item_value(func));
+    return set_result_nil(record);
+  }
+  bye(find_item(record, KW_abs) != nullptr);
+  return set_result_nil(record);
+}

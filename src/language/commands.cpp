@@ -1,0 +1,163 @@
+// Command records: `generer_mult` builds one from a chain of keyword
+// tokens and their argument groups; `run_command` hands it to
+// EVALUER_0, then to EVALUER_1 for what the interpreter does not handle.
+#include <cstring>
+
+#include "kernel/bloc.h"
+#include "kernel/kernel.h"
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "kernel/translate.h"
+#include "kernel/vocab.h"
+#include "language/code.h"
+#include "language/commands.h"
+#include "language/eval.h"
+#include "language/eval_internal.h"
+#include "language/lang_state.h"
+#include "language/operators.h"
+
+namespace {
+
+bool keyword_token(const word* t) { return t[0] == C_COMMAND || t[0] == C_DEMO; }
+
+word* add_item(word* record, word* end, int code) {
+  if (!room(end, 3)) return nullptr;
+  end[0] = 3;
+  end[1] = code / 200;
+  end[2] = code;
+  record[0] += 3;
+  record[2] += 1;
+  return end;
+}
+
+// Evaluates the argument group at `p` into the item at `item`, the value
+// resolved to a plain one.
+const word* argument(const word* p, word* record, word* item, int* status) {
+  word* at = item + 3;
+  const word* q = eval_group(p, at, false, status);
+  if (!q || resolve_item(at, status) < 0) return nullptr;
+  item[0] += size(at);
+  record[0] += size(at);
+  return q;
+}
+
+}  // namespace
+
+// `generer_mult`: one item [3, class, code] per keyword, with the
+// evaluated argument behind it when "(" follows.
+const word* command_operand(const word* p, word* dest, bool lvalue, int* status) {
+  if (!room(dest, 4)) return nullptr;
+  dest[0] = 4;
+  dest[1] = T_SEGMENTS;
+  dest[2] = 0;
+  dest[3] = 0;
+  const word* q = p;
+  while (keyword_token(q)) {
+    if (q[0] == C_DEMO) {
+      if (!add_item(dest, dest + dest[0], KW_demo)) return nullptr;
+    }
+    word* item = add_item(dest, dest + dest[0], q[1]);
+    if (!item) return nullptr;
+    q += 2;
+    if (q[0] == C_OPER && q[1] == '(') {
+      q = argument(q, dest, item, status);
+      if (!q) return nullptr;
+    }
+  }
+  if (q[0] == C_TYPE_FUNC) {
+    voir_message(0, 99);
+    return nullptr;
+  }
+  if (!lvalue && run_command(dest, status) < 0) return nullptr;
+  return q;
+}
+
+int run_command(word* at, int* status) {
+  int r = EVALUER_0(at, eval_limit());
+  if (r == 1) r = EVALUER_1(at, eval_limit());
+  if (r == EVAL_RETURN) {
+    *status = EVAL_RETURN;
+    r = 0;
+  }
+  if (r < 0) {
+    TRACE_FAIL("EVALUER_0()");
+    return r;
+  }
+  // Language values are float: a LONG result becomes a FLOAT.
+  if (at[0] > 0 && tag(at) == T_LONG) {
+    int n = np(at) * (dimp(at) > 0 ? dimp(at) : 1);
+    for (int i = 0; i < n; i++) at[4 + i] = fw(static_cast<float>(at[4 + i]));
+    at[1] = T_FLOAT;
+  }
+  return 0;
+}
+
+int assign_command(word* record, const word* value) {
+  return EVALUER_1_assign(record, value, eval_limit());
+}
+
+const word* record_operand(const word* p, word* dest, int* status) {
+  (void)status;
+  switch (p[1]) {
+    case R_STRING:
+    case C_TYPE_FUNC: {
+      const char* s = reinterpret_cast<const char*>(p + 4);
+      std::string t = s;
+      if (Yes(KW_generate) > 0 && translation_state() == 2) t = translate_text(s, 0, t.size() * 10 + 1000);
+      int words = static_cast<int>(t.size() / 4 + 5);
+      if (!room(dest, words)) return nullptr;
+      memset(dest, 0, static_cast<size_t>(words) * sizeof(word));
+      dest[0] = words;
+      dest[1] = T_CHAR;
+      dest[2] = words - 4;
+      dest[3] = 1;
+      memcpy(text(dest), t.data(), t.size());
+      return p + p[0];
+    }
+    case R_VECTOR:
+      if (!room(dest, p[0])) return nullptr;
+      memcpy(dest, p, static_cast<size_t>(p[0]) * sizeof(word));
+      dest[1] = T_FLOAT;
+      return p + p[0];
+    case R_UNDEFINED:
+      voir_mot(KW_link);
+      voir_texte(" OFF");
+      voir_message(0, 99);
+      return nullptr;
+    case R_CODE_FUNC:
+    case R_FUNC_DISK:
+      if (!lang().call_function) {
+        voir_message(0, 99);
+        return nullptr;
+      }
+      return lang().call_function(p, dest, status);
+    case R_ORIGIN:
+      if (!room(dest, 4)) return nullptr;
+      put_nil(dest);
+      return p + p[0];
+    default:
+      voir_message(0, 32);
+      return nullptr;
+  }
+}
+
+int resolve_item(word* at, int* status) {
+  if (at[0] > 0 && tag(at) == T_SEGMENTS) return run_command(at, status);
+  if (at[0] > 0 && (tag(at) == T_FLOAT || tag(at) == T_CHAR || tag(at) == T_NIL || tag(at) == T_HYBRIDE))
+    return 0;
+  if (at[0] == T_ADDRESS) return 0;
+  word* scratch = at + item_words(at);
+  if (is_variable_token(at)) {
+    Objet* v = variable_of(at);
+    if (v && !v->local) {
+      err_non_initialise(nullptr, v->name);
+      put_nil(at);
+      return 0;
+    }
+  }
+  const word* v = value_of(at, scratch);
+  if (!v) return -1;
+  if (!room(at, size(v))) return -12;
+  memmove(at, v, static_cast<size_t>(size(v)) * sizeof(word));
+  return 0;
+}

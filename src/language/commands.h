@@ -1,0 +1,25 @@
+// Command records: [size, -1039, item count, 0, items...], an item being
+// [size, class, keyword code, argument value if size > 3].
+#pragma once
+#include "kernel/word.h"
+
+// Runs an interpreter command in place: 0 done, 1 pass to EVALUER_1,
+// 2 `return`, negative after a report.
+int EVALUER_0(word* record, const word* limit);
+// The graphic vocabulary's dispatch.
+int EVALUER_1(word* record, const word* limit);
+// `command = value`: sets what the command names.
+int EVALUER_1_assign(word* record, const word* value, const word* limit);
+
+// Items of a record.
+inline word* first_item(word* record) { return record + 4; }
+inline word* next_item(word* item) { return item + item[0]; }
+inline int item_count(const word* record) { return record[2]; }
+inline const word* item_value(const word* item) { return item[0] > 3 ? item + 3 : nullptr; }
+// The item of that code in the record, or null.
+word* find_item(word* record, int code);
+// Writes a value in place of the record (never past `limit`); -12 when
+// it does not fit.
+int set_result(word* record, const word* value, const word* limit);
+int set_result_nil(word* record);
+int set_result_float(word* record, const word* limit, float f);

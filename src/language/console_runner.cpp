@@ -1,0 +1,123 @@
+// Running texts as console lines: compile, link and interp of "{text}" in
+// a code object of its own. The value a console line leaves is printed,
+// unless the line ended with an assignment or its value is NIL.
+#include "language/console_runner.h"
+
+#include <cstring>
+#include <string>
+
+#include "kernel/bloc.h"
+#include "kernel/console.h"
+#include "kernel/kernel.h"
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "kernel/vocab.h"
+#include "language/compile.h"
+#include "language/eval.h"
+#include "language/eval_internal.h"
+#include "language/lang_state.h"
+#include "language/operators.h"
+#include "scene/chains.h"
+#include "scene/object_store.h"
+
+namespace {
+
+// A code object holding `braced` as its source.
+struct CodeObject {
+  Objet obj;
+  explicit CodeObject(const std::string& braced) {
+    obj.kind = KIND_CONSOLE;
+    int words = static_cast<int>(braced.size() / 4 + 6);
+    obj.local = alloue_bloc(words);
+    if (!obj.local) return;
+    memset(obj.local + 1, 0, static_cast<size_t>(words - 1) * sizeof(word));
+    obj.local[1] = T_CODE;
+    memcpy(text(obj.local), braced.c_str(), braced.size() + 1);
+  }
+  ~CodeObject() {
+    libere_bloc(obj.local);
+    libere_bloc(obj.code);
+    if (obj.locals) rem_chaine_privee(obj.locals);
+    libere_mem(obj.name);
+  }
+  CodeObject(const CodeObject&) = delete;
+  CodeObject& operator=(const CodeObject&) = delete;
+};
+
+// Compiles, links and runs a braced text with `base` as the first free
+// word of the evaluation area.
+int run_braced(const std::string& braced, word* base, word** result) {
+  CodeObject code(braced);
+  if (!code.obj.local) return -1;
+  if (a_compile(&code.obj) < 0 || !code.obj.code) return -1;
+  if (lier_fonction(&code.obj) < 0) return -1;
+  return interp(code.obj.code, base, result);
+}
+
+// The temporary objects of a failed line go.
+void clear_temporaries() {
+  Objet* head = chaine_temporaires();
+  for (Objet* o = head->next; o;) o = rem_objet(o);
+}
+
+void echo(word* result) {
+  if (!result || eval_state().quiet) return;
+  if (result[0] == T_ADDRESS) return;
+  const word* v = value_of(result, result + item_words(result));
+  if (!v || tag(v) == T_NIL) return;
+  print_value(v);
+}
+
+int run_console_line(std::string& braced, int interactive, word* eval_stack) {
+  if (interactive > 0) {
+    EvalState& E = eval_state();
+    E.go = 0;
+    E.line = 0;
+    lang().running_function = nullptr;
+    float* error_values = vocab().current[KW_error];
+    if (error_values && vocab().dim[KW_error] > 0) error_values[0] = 0.0f;
+  }
+  word* result = nullptr;
+  eval_state().limit = kernel().eval_limit;
+  int r = run_braced(braced, eval_stack ? eval_stack : kernel().eval_stack, &result);
+  if (r < 0) {
+    if (kernel().etat_console < 2) clear_temporaries();
+    return r;
+  }
+  if (interactive > 0) echo(result);
+  if (eval_state().go) console().stop = 1;
+  return r;
+}
+
+int run_static_initialiser(const char* text_in, bloc* value) {
+  std::vector<word> v;
+  if (executer_texte(text_in, v) < 0) return -1;
+  *value = alloue_bloc(static_cast<int>(v.size()));
+  if (!*value) return -1;
+  memcpy(*value, v.data(), v.size() * sizeof(word));
+  return 0;
+}
+
+// Words of the private area of a text run from inside a command.
+constexpr size_t TEXT_AREA = 1 << 16;
+
+}  // namespace
+
+int executer_texte(const char* text_in, std::vector<word>& value) {
+  std::string braced = std::string("{") + text_in + "}";
+  std::vector<word> area(TEXT_AREA);
+  EvalState& E = eval_state();
+  word* outer_limit = E.limit;
+  E.limit = area.data() + area.size();
+  word* result = nullptr;
+  int r = run_braced(braced, area.data(), &result);
+  const word* v = r >= 0 && result ? value_of(result, result + item_words(result)) : nullptr;
+  if (v) value.assign(v, v + size(v));
+  E.limit = outer_limit;
+  return v ? 0 : -1;
+}
+
+void install_console_runner() {
+  console().runner = run_console_line;
+  lang().static_runner = run_static_initialiser;
+}

@@ -1,0 +1,51 @@
+// Shared by the files of the evaluator.
+#pragma once
+#include "kernel/objet.h"
+#include "kernel/word.h"
+
+// Writing values at a place already checked for room.
+void put_float(word* at, float f);
+void put_nil(word* at);
+
+// One operand at `p` pushed at `dest`; the cursor after it, or null.
+// With `lvalue`, a command is built but not run, and a group made of one
+// variable or reference keeps it unresolved.
+const word* operand(const word* p, word* dest, bool lvalue, int* status);
+const word* eval_group(const word* p, word* dest, bool lvalue, int* status);
+// Cursor past one operand, without evaluating it.
+const word* skip_operand(const word* p);
+
+// Value of an item: a variable's value (read in place), a reference
+// collected at `scratch`, or the item itself. Null after a report.
+const word* value_of(const word* item, word* scratch);
+
+// A variable name followed by "[...]" or "{...}" becomes a reference.
+const word* variable_operand(const word* p, word* dest, bool lvalue, int* status);
+// String, vector and call records.
+const word* record_operand(const word* p, word* dest, int* status);
+// A chain of command words with their argument groups: the command
+// record is built at `dest`, and run unless `lvalue`.
+const word* command_operand(const word* p, word* dest, bool lvalue, int* status);
+// Runs the command record at `at` in place (EVALUER_0 then EVALUER_1).
+int run_command(word* at, int* status);
+
+// Assignment of the value `value` to the left item `left` (a variable, an
+// address, a reference or a command record). 0 or negative.
+int assign_to(word* left, const word* value);
+// Prefix and postfix operators on the item at `at`.
+int prefix(word* at, word op);
+int postfix(word* at, word op);
+// The queued postfix changes of an expression: opened before it, applied
+// in order (or dropped) when it ends. Nested expressions stack.
+int pending_open();
+int pending_close(int previous, bool apply);
+// Assignment to a command: sets the property it names.
+int assign_command(word* record, const word* value);
+
+// The value of a "[...]" or "{...}" group becomes its list of indices.
+const word* segment_mark(const word* next, word* dest, word opener);
+// `generer_segm`: the list [a], [a,b] or [a,b,c] from a FLOAT value.
+int generer_segm(const word* value, word* dest);
+
+// Variable object behind a token, following addresses.
+Objet* variable_of(const word* item);

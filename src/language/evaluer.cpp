@@ -1,0 +1,252 @@
+// evaluer_expr: the groups of compiled code, made binary by the compiler,
+// evaluated on the evaluation area. A group holds one operand, an operand
+// with a prefix or postfix operator, or two operands around an operator.
+#include <cstring>
+
+#include "kernel/kernel.h"
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "kernel/vocab.h"
+#include "language/code.h"
+#include "language/eval.h"
+#include "language/eval_internal.h"
+#include "language/operators.h"
+
+EvalState& eval_state() {
+  static EvalState s;
+  return s;
+}
+
+bool room(const word* at, long words) {
+  if (at + words <= eval_limit()) return true;
+  err_dim_ev(nullptr);
+  return false;
+}
+
+void put_float(word* at, float f) {
+  at[0] = 5;
+  at[1] = T_FLOAT;
+  at[2] = 1;
+  at[3] = 1;
+  at[4] = fw(f);
+}
+
+void put_nil(word* at) {
+  at[0] = 4;
+  at[1] = T_NIL;
+  at[2] = 0;
+  at[3] = 1;
+}
+
+namespace {
+
+word closer_of(word opener) { return opener == '(' ? ')' : opener == '[' ? ']' : '}'; }
+
+bool at_closer(const word* t, word closer) { return t[0] == C_OPER && t[1] == closer; }
+
+bool prefix_operator(const word* t) {
+  return t[0] == C_OPER && (t[1] == '!' || t[1] == O_INC || t[1] == O_DEC || t[1] == O_ADDRESS);
+}
+
+bool is_command_record(const word* item) { return item[0] > 0 && tag(item) == T_SEGMENTS; }
+
+// `&&` and `||` with a left vector of two or more elements decide on its
+// first two elements alone; the right side is not evaluated.
+bool vector_logic(word* dest, word op, word* scratch) {
+  const word* v = value_of(dest, scratch);
+  if (!v || tag(v) != T_FLOAT || np(v) * dimp(v) < 2) return false;
+  float a = getf(v, 0), b = getf(v, 1);
+  float r = op == O_AND ? (a > 0 && b > 0 ? 1.0f : 0.0f) : (a == 0 && b == 0 ? 0.0f : 1.0f);
+  put_float(dest, r);
+  return true;
+}
+
+// The operator applied to the values of two items; the result is written
+// behind them, then moved down to `dest`.
+int binary(word* dest, word op, word* right) {
+  word* scratch = right + item_words(right);
+  const word* a = value_of(dest, scratch);
+  if (!a) return -1;
+  if (a == scratch) scratch += size(scratch);
+  const word* b = value_of(right, scratch);
+  if (!b) return -1;
+  if (b == scratch) scratch += size(scratch);
+  int r = eval_binary(a, op, b, scratch, eval_limit());
+  if (r < 0) return r;
+  memmove(dest, scratch, static_cast<size_t>(size(scratch)) * sizeof(word));
+  return 0;
+}
+
+// A compound assignment: the base operator, then the result stored into
+// the item on the left, the result standing in its place.
+int compound(word* dest, word op, word* right) {
+  word* scratch = right + item_words(right);
+  const word* a = value_of(dest, scratch);
+  if (!a) return -1;
+  if (a == scratch) scratch += size(scratch);
+  const word* b = value_of(right, scratch);
+  if (!b) return -1;
+  if (b == scratch) scratch += size(scratch);
+  int r = eval_binary(a, compound_base(op), b, scratch, eval_limit());
+  if (r < 0) return r;
+  if (assign_to(dest, scratch) < 0) return -1;
+  memmove(dest, scratch, static_cast<size_t>(size(scratch)) * sizeof(word));
+  return 0;
+}
+
+// `=`: the right side as a plain value, stored into the left, and left as
+// the group's value.
+int assignment(word* dest, word* right) {
+  word* scratch = right + item_words(right);
+  const word* v = value_of(right, scratch);
+  if (!v) return -1;
+  if (assign_to(dest, v) < 0) return -1;
+  memmove(dest, v, static_cast<size_t>(size(v)) * sizeof(word));
+  return 0;
+}
+
+int binary_group(word* dest, const word*& q, word closer, int* status) {
+  if (q[0] != C_OPER) {
+    voir_message(0, 32);
+    return -1;
+  }
+  word op = q[1];
+  q += 2;
+  bool stores = op == '=' || compound_base(op) != 0;
+  if (!stores && is_command_record(dest) && run_command(dest, status) < 0) return -1;
+  if ((op == O_AND || op == O_OR) && vector_logic(dest, op, dest + item_words(dest))) {
+    q = skip_operand(q);
+    return q ? 0 : -1;
+  }
+  word* right = dest + item_words(dest);
+  q = operand(q, right, false, status);
+  if (!q) return -1;
+  (void)closer;
+  int r = op == '=' ? assignment(dest, right) : stores ? compound(dest, op, right) : binary(dest, op, right);
+  eval_state().quiet = stores;
+  return r;
+}
+
+}  // namespace
+
+const word* eval_group(const word* p, word* dest, bool lvalue, int* status) {
+  word opener = p[1], closer = closer_of(opener);
+  const word* q = p + 2;
+  if (at_closer(q, closer)) {
+    if (!room(dest, 4)) return nullptr;
+    put_nil(dest);
+    return segment_mark(q + 2, dest, opener);
+  }
+  if (prefix_operator(q)) {
+    word op = q[1];
+    q = operand(q + 2, dest, op != '!', status);
+    if (!q || prefix(dest, op) < 0) return nullptr;
+  } else {
+    q = operand(q, dest, true, status);
+    if (!q) return nullptr;
+    if (q[0] == C_OPER && (q[1] == O_INC || q[1] == O_DEC)) {
+      if (postfix(dest, q[1]) < 0) return nullptr;
+      q += 2;
+    } else if (!at_closer(q, closer)) {
+      if (binary_group(dest, q, closer, status) < 0) return nullptr;
+    } else if (!lvalue && is_command_record(dest) && run_command(dest, status) < 0) {
+      return nullptr;
+    }
+  }
+  if (!at_closer(q, closer)) {
+    voir_message(0, 32);
+    return nullptr;
+  }
+  return segment_mark(q + 2, dest, opener);
+}
+
+const word* operand(const word* p, word* dest, bool lvalue, int* status) {
+  switch (p[0]) {
+    case C_NUMBER:
+      if (!room(dest, 5)) return nullptr;
+      put_float(dest, wf(p[1]));
+      return p + 2;
+    case C_PI:
+      if (!room(dest, 5)) return nullptr;
+      put_float(dest, 3.14159274f);
+      return p + 2;
+    case C_NIL:
+      if (!room(dest, 4)) return nullptr;
+      put_nil(dest);
+      return p + 2;
+    case C_NL:
+      voir_texte("\n");
+      if (!room(dest, 4)) return nullptr;
+      put_nil(dest);
+      return p + 2;
+    case C_AUTO: case C_STATIC: case C_EXTERN: case C_GLOBAL: case C_FORMEL:
+      return variable_operand(p, dest, lvalue, status);
+    case C_AD_GLB: case C_AD_LOC: case C_AD_STATIC:
+      if (!room(dest, 2)) return nullptr;
+      dest[0] = T_ADDRESS;
+      dest[1] = p[1];
+      return p + 2;
+    case C_COMMAND: case C_DEMO: case C_TYPE_FUNC:
+      return command_operand(p, dest, lvalue, status);
+    case C_OPER:
+      if (p[1] == '(' || p[1] == '[' || p[1] == '{') return eval_group(p, dest, lvalue, status);
+      break;
+    case C_END: case C_JUMP: case 0:
+      if (!room(dest, 4)) return nullptr;
+      put_nil(dest);
+      return p;
+    default:
+      break;
+  }
+  if (p[0] > 0) return record_operand(p, dest, status);
+  voir_car(p[0] == C_OPER && p[1] > 0 && p[1] < 128 ? p[1] : '?');
+  voir_message(0, 32);
+  return nullptr;
+}
+
+const word* skip_operand(const word* p) {
+  if (p[0] == C_OPER && (p[1] == '(' || p[1] == '[' || p[1] == '{')) {
+    int depth = 0;
+    for (const word* t = p; !stream_end(t); t += token_len(t)) {
+      if (t[0] == C_OPER && (t[1] == '(' || t[1] == '[' || t[1] == '{')) depth++;
+      if (t[0] == C_OPER && (t[1] == ')' || t[1] == ']' || t[1] == '}') && --depth == 0) return t + 2;
+    }
+    return nullptr;
+  }
+  const word* t = p + token_len(p);
+  // Argument groups of a call or command go with it.
+  while (t[0] == C_OPER && t[1] == '(') t = skip_operand(t);
+  return t;
+}
+
+const word* evaluer_expr(const word* p, word* dest, int* status) {
+  *status = 0;
+  eval_state().quiet = false;
+  int outer = pending_open();
+  const word* q = operand(p, dest, false, status);
+  if (pending_close(outer, q != nullptr) < 0) q = nullptr;
+  if (!q) {
+    TRACE_FAIL("evaluer_expr()");
+    return nullptr;
+  }
+  return q;
+}
+
+int evaluer_cond(const word* p, word* dest, const word** next) {
+  int status = 0;
+  const word* q = evaluer_expr(p, dest, &status);
+  if (!q) return -1;
+  *next = q;
+  const word* v = value_of(dest, dest + item_words(dest));
+  if (!v) return -1;
+  if (tag(v) == T_NIL) return 1;
+  if (tag(v) != T_FLOAT) {
+    voir_message(0, 94);
+    return -1;
+  }
+  // True only when every element differs from 0; an empty vector is true.
+  int n = np(v) * (dimp(v) > 0 ? dimp(v) : 1);
+  for (int i = 0; i < n; i++)
+    if (getf(v, i) == 0.0f) return 0;
+  return 1;
+}

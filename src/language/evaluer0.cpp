@@ -1,0 +1,106 @@
+// EVALUER_0: the interpreter vocabulary's dispatch. A first walk lets the
+// words that act wherever they stand (`yes`, `no`, `debug`...) take the
+// record; then the first word chooses the handler. What it does not
+// handle goes to EVALUER_1.
+#include <cstring>
+
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "kernel/vocab.h"
+#include "language/commands.h"
+#include "language/handlers.h"
+#include "language/operators.h"
+
+namespace {
+
+using Handler = int (*)(word* record, const word* limit);
+
+struct Entry {
+  int code;
+  Handler handler;
+};
+
+// Words that act wherever they stand in the record.
+constexpr Entry ANYWHERE[] = {
+    {KW_debug, DEBUG_a},
+    {KW_yes, YES_NO_a},
+    {KW_no, YES_NO_a},
+};
+
+// Handlers chosen by the first word.
+constexpr Entry FIRST[] = {
+    {KW_aba, ABA_a},         {KW_bye, BYE_a},        {KW_exit, BYE_a},       {KW_compile, COMPILE_a},
+    {KW_exec, executer_a},   {KW_GO, GO_a},          {KW_ini, INI_a},        {KW_link, LINK_a},
+    {KW_print, PRINT_a},     {KW_return, RETURN_a},  {KW_status, a_status},  {KW_system, SYSTEM_a},
+};
+
+Handler find(const Entry* table, size_t n, int code) {
+  for (size_t i = 0; i < n; i++)
+    if (table[i].code == code) return table[i].handler;
+  return nullptr;
+}
+
+// With `error` off, a failed handler leaves the value in place and the
+// line goes on.
+int outcome(int r) {
+  if (r < 0 && Yes(KW_error) <= 0) return 0;
+  return r;
+}
+
+}  // namespace
+
+word* find_item(word* record, int code) {
+  word* item = first_item(record);
+  for (int i = 0; i < item_count(record); i++, item = next_item(item))
+    if (item[2] == code) return item;
+  return nullptr;
+}
+
+int set_result(word* record, const word* value, const word* limit) {
+  int n = item_words(value);
+  if (record + n > limit) {
+    err_dim_ev(nullptr);
+    return -12;
+  }
+  memmove(record, value, static_cast<size_t>(n) * sizeof(word));
+  return 0;
+}
+
+int set_result_nil(word* record) {
+  record[0] = 4;
+  record[1] = T_NIL;
+  record[2] = 0;
+  record[3] = 1;
+  return 0;
+}
+
+int set_result_float(word* record, const word* limit, float f) {
+  if (record + 5 > limit) {
+    err_dim_ev(nullptr);
+    return -12;
+  }
+  record[0] = 5;
+  record[1] = T_FLOAT;
+  record[2] = 1;
+  record[3] = 1;
+  record[4] = fw(f);
+  return 0;
+}
+
+int EVALUER_0(word* record, const word* limit) {
+  if (record[0] <= 0 || tag(record) != T_SEGMENTS) {
+    voir_texte("EVALUER_0()");
+    voir_message(0, 11);
+    return 0;
+  }
+  if (item_count(record) < 1) return set_result_nil(record);
+  word* item = first_item(record);
+  if (item[1] != 0) return 1;
+  for (int i = 0; i < item_count(record); i++, item = next_item(item)) {
+    Handler h = find(ANYWHERE, sizeof ANYWHERE / sizeof *ANYWHERE, item[2]);
+    if (h) return outcome(h(record, limit));
+  }
+  Handler h = find(FIRST, sizeof FIRST / sizeof *FIRST, first_item(record)[2]);
+  if (!h) return 1;
+  return outcome(h(record, limit));
+}

@@ -1,0 +1,241 @@
+// interp: the run loop over compiled code. The cursor is the only
+// instruction pointer; values are built on the evaluation area from the
+// given base, where the value of the last statement stays.
+#include <cstring>
+#include <string>
+
+#include "kernel/bloc.h"
+#include "kernel/handles.h"
+#include "kernel/interrupt.h"
+#include "kernel/kernel.h"
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "kernel/vocab.h"
+#include "language/code.h"
+#include "language/compile.h"
+#include "language/eval.h"
+#include "language/eval_internal.h"
+#include "language/lang_state.h"
+#include "language/operators.h"
+#include "platform/process.h"
+
+namespace {
+
+// The end and step of a counted `for`, computed once at its start. They
+// are kept per run of the code, so that a recursive call running the same
+// loop does not change its caller's bounds.
+struct Loop {
+  const word* record;
+  Objet* variable;
+  float end, step;
+};
+
+struct Run {
+  const word* code;
+  word* base;
+  Loop loops[16];
+  int nloops = 0;
+  int status = 0;
+
+  Loop* loop_of(const word* record) {
+    for (int i = 0; i < nloops; i++)
+      if (loops[i].record == record) return &loops[i];
+    return nullptr;
+  }
+  int fail_for() {
+    voir_message(0, 95);
+    return -1;
+  }
+
+  const word* statement(const word* p);
+  const word* condition(const word* p);
+  const word* for_start(const word* r);
+  const word* for_turn(const word* r, bool first);
+  const word* do_switch(const word* r);
+};
+
+int elements(const word* v) { return np(v) * (dimp(v) > 0 ? dimp(v) : 1); }
+
+const word* first_float(const word* item, word* scratch, float* f) {
+  const word* v = value_of(item, scratch);
+  if (!v || tag(v) != T_FLOAT || elements(v) < 1) return nullptr;
+  *f = getf(v, 0);
+  return v;
+}
+
+const word* Run::statement(const word* p) {
+  const word* q = evaluer_expr(p, base, &status);
+  return q;
+}
+
+const word* Run::condition(const word* r) {
+  const word* next = nullptr;
+  int c = evaluer_cond(r + r[2], base, &next);
+  if (c < 0) return nullptr;
+  put_nil(base);
+  return r + (c ? r[3] : r[4]);
+}
+
+const word* Run::for_start(const word* r) {
+  const word* init = r + r[2];
+  const word* first = init + 2;
+  if (!(first[0] == C_AUTO || first[0] == C_STATIC || first[0] == C_EXTERN || first[0] == C_GLOBAL ||
+        first[0] == C_FORMEL))
+    return fail_for() < 0 ? nullptr : nullptr;
+  Objet* var = variable_of(first);
+  if (!var || !evaluer_expr(init, base, &status)) return fail_for() < 0 ? nullptr : nullptr;
+  float end = 0, step = 1.0f;
+  if (!evaluer_expr(r + r[4], base, &status) || !first_float(base, base + item_words(base), &end))
+    return fail_for() < 0 ? nullptr : nullptr;
+  if (r[6]) {
+    if (!evaluer_expr(r + r[6], base, &status) || !first_float(base, base + item_words(base), &step))
+      return fail_for() < 0 ? nullptr : nullptr;
+  }
+  Loop* l = loop_of(r);
+  if (!l) {
+    if (nloops == 16) {
+      // Beyond 16 loops in one function the oldest slot is reused.
+      memmove(loops, loops + 1, sizeof(Loop) * 15);
+      nloops = 15;
+    }
+    l = &loops[nloops++];
+  }
+  *l = {r, var, end, step};
+  // The record keeps the values for the listing.
+  word* rec = const_cast<word*>(r);
+  rec[3] = objet_handle(var);
+  rec[5] = fw(end);
+  rec[7] = fw(step);
+  return for_turn(r, true);
+}
+
+// One test of a counted `for`; every turn but the first adds the step.
+const word* Run::for_turn(const word* r, bool first) {
+  Loop* l = loop_of(r);
+  if (!l || !l->variable || !l->variable->local || tag(l->variable->local) != T_FLOAT ||
+      elements(l->variable->local) < 1)
+    return fail_for() < 0 ? nullptr : nullptr;
+  word* value = l->variable->local;
+  float counter = getf(value, 0);
+  if (!first) {
+    counter += l->step;
+    setf(value, 0, counter);
+  }
+  if ((l->step > 0 && counter > l->end) || (l->step < 0 && counter < l->end)) return r + r[9];
+  return r + r[8];
+}
+
+// Two values match when both are NIL, or of one type and equal.
+bool same_value(const word* a, const word* b) {
+  if (!a || !b) return false;
+  if (tag(a) == T_NIL || tag(b) == T_NIL) return tag(a) == tag(b);
+  if (tag(a) != tag(b)) return false;
+  if (tag(a) == T_CHAR) return strcmp(text(a), text(b)) == 0;
+  if (tag(a) != T_FLOAT || elements(a) != elements(b)) return false;
+  for (int i = 0; i < elements(a); i++)
+    if (getf(a, i) != getf(b, i)) return false;
+  return true;
+}
+
+const word* Run::do_switch(const word* r) {
+  const word* expr = r + r[0];
+  const word* after = evaluer_expr(expr, base, &status);
+  if (!after) return nullptr;
+  word* scratch = base + item_words(base);
+  const word* v = value_of(base, scratch);
+  if (!v) return nullptr;
+  if (v == scratch) scratch += size(scratch);
+  int n = r[2];
+  for (int e = 0; e < n - 1; e++) {
+    const word* entry = r + 3 + 2 * e;
+    if (entry[0] > 0) {
+      if (tag(v) == T_FLOAT && elements(v) == 1 && getf(v, 0) == wf(entry[1])) return r + entry[0];
+      continue;
+    }
+    int st = 0;
+    if (!evaluer_expr(r + entry[1], scratch, &st)) return nullptr;
+    if (same_value(v, value_of(scratch, scratch + item_words(scratch)))) return r - entry[0];
+  }
+  return r + r[3 + 2 * (n - 1)];
+}
+
+void post_mortem(int line) {
+  Objet* f = lang().running_function;
+  if (!f) return;
+  voir_mot(KW_func);
+  VOIR_CHAR("%s ", f->name ? f->name : "");
+  voir_message(0, 4);
+  voir_int(" %d\n", line);
+  if (f->locals)
+    for (Objet* v = f->locals->next; v; v = v->next) {
+      VOIR_CHAR("%s = ", v->name ? v->name : "");
+      if (v->local) print_value(v->local);
+      else voir_texte("NIL\n");
+    }
+  f->work[1] = line;
+}
+
+}  // namespace
+
+int interp(const word* code, word* base, word** result) {
+  if (!code) return 0;
+  EvalState& E = eval_state();
+  Run run{code, base};
+  put_nil(base);
+  if (result) *result = base;
+  const word* p = code + CODE_HEAD;
+  for (;;) {
+    if (interrupt_pending()) interrupt_dialogue();
+    const word* start = p;
+    const word* next = nullptr;
+    if (stream_end(p)) break;
+    if (p[0] < 0) {
+      switch (p[0]) {
+        case C_JUMP: p += p[1]; continue;
+        case C_LINE:
+          if (Yes(KW_debug) != 2) E.line = p[1];
+          p += 2;
+          continue;
+        case C_CASE:
+          p += 2;
+          // Falling into an expression case steps over its expression.
+          if (p[0] == C_OPER && p[1] == '(') p = skip_operand(p);
+          continue;
+        case C_LABEL: case C_DEFAULT: p += 2; continue;
+        case C_BREAK: voir_message(0, 32); next = nullptr; break;
+        case C_OPER:
+          if (p[1] == '(' || p[1] == '[' || p[1] == '{') next = run.statement(p);
+          else if (p[1] == O_FOR_START) next = run.for_start(p + 2);
+          else {
+            p += 2;
+            continue;
+          }
+          break;
+        default: next = run.statement(p); break;
+      }
+    } else {
+      switch (p[1]) {
+        case R_IF_LINKED: case R_FOR_C_LINKED: next = run.condition(p); break;
+        case R_FOR_COUNTED_LINKED: next = run.for_turn(p, false); break;
+        case R_SWITCH_LINKED: next = run.do_switch(p); break;
+        case R_ORIGIN: p += p[0]; continue;
+        default: next = run.statement(p); break;
+      }
+    }
+    if (run.status == EVAL_RETURN) break;
+    if (next) {
+      p = next;
+      continue;
+    }
+    // A failed statement: with `error` off it is dropped and the next one
+    // runs; otherwise the run ends after the post-mortem.
+    if (Yes(KW_error) <= 0 && start[0] == C_OPER && start[1] == '(') {
+      p = skip_operand(start);
+      if (p) continue;
+    }
+    post_mortem(E.line);
+    TRACE_FAIL("interp()");
+    return -1;
+  }
+  return 0;
+}
