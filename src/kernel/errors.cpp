@@ -97,8 +97,10 @@ void err_link_off(const char* n) {
 }
 
 void err_non_initialise(const char* func, const char* var) {
-  voir_mot(KW_func);
-  if (func) VOIR_CHAR("%s ", func);
+  if (func) {
+    voir_mot(KW_func);
+    VOIR_CHAR("%s ", func);
+  }
   if (var) VOIR_CHAR("%s ", var);
   report(35, "NOT INITIALIZED VARIABLE\a\n");
 }

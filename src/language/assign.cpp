@@ -13,6 +13,7 @@
 #include "language/eval_internal.h"
 #include "language/lang_state.h"
 #include "language/operators.h"
+#include "language/variables.h"
 
 namespace {
 
@@ -129,8 +130,7 @@ int assign_to(word* left, const word* value) {
     // The variable becomes a reference to the target.
     libere_valeur(v->local);
     v->local = nullptr;
-    v->kind = T_ADDRESS;
-    v->work[6] = value[1];
+    var_make_address(v, value[1]);
     return 0;
   }
   if (is_variable_token(left)) {

@@ -44,7 +44,7 @@ int each_named(const char* names, F action) {
   int r = 0;
   char w[LONG_MOT];
   const char* p = names;
-  while (lire_mot(w, &p, LONG_MOT) > 0) {
+  while (lire_mot(w, &p, LONG_MOT) > 1) {
     Objet* f = get_fonction(w);
     if (f && action(f) < 0) r = -1;
     while (*p == ',' || *p == ';') p++;
@@ -274,7 +274,7 @@ int schedule(word* record, const char* names, const word* limit) {
   char w[LONG_MOT];
   const char* p = names;
   int i = 0;
-  while (lire_mot(w, &p, LONG_MOT) > 0) {
+  while (lire_mot(w, &p, LONG_MOT) > 1) {
     Objet* f = get_fonction(w);
     if (!f) {
       voir_mot(KW_func);

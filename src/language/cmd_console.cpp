@@ -73,6 +73,11 @@ int ABA_a(word* record, const word* limit) {
   return v ? set_result(record, v, limit) : set_result_nil(record);
 }
 
+int DECLARED_a(word* record, const word* limit) {
+  (void)limit;
+  return set_result_nil(record);
+}
+
 int PRINT_a(word* record, const word* limit) {
   (void)limit;
   const word* v = first_argument(record);

@@ -50,7 +50,7 @@ Tokens placeholder(int words, word tag_word) {
 int Walker::header() {
   p = skip_layout(p);
   char w[LONG_MOT];
-  if (lire_mot(w, &p, LONG_MOT) <= 0) return fail(44);
+  if (lire_mot(w, &p, LONG_MOT) <= 1) return fail(44);
   int voc = 0, code = 0;
   if (chercher_commande(w, &voc, &code) >= 0 && strcmp(w, "menu") != 0) {
     VOIR_CHAR("%s", w);
@@ -72,7 +72,7 @@ int Walker::header() {
       VOIR_CHAR("%s", p);
       return fail(60);
     }
-    if (lire_mot(w, &p, LONG_MOT) <= 0) return fail(44);
+    if (lire_mot(w, &p, LONG_MOT) <= 1) return fail(44);
     Objet* v = var_create(locals_of(c.obj), V_FORMEL, w);
     if (!v || symb_add(c.sym, SYM_FORMAL, w, nullptr, v) < 0) return -1;
     c.obj->work[0]++;
@@ -93,7 +93,7 @@ int Walker::formal_declarations() {
     p = skip_layout(p);
     if (*p == '{' || !*p) return 0;
     char w[LONG_MOT];
-    if (lire_mot(w, &p, LONG_MOT) <= 0) return fail(44);
+    if (lire_mot(w, &p, LONG_MOT) <= 1) return fail(44);
     bool is_func = strcmp(w, "func") == 0;
     if (!is_func && strcmp(w, "address") != 0) return fail(44);
     while (*p && *p != ';' && *p != '{') {
@@ -102,7 +102,7 @@ int Walker::formal_declarations() {
         p++;
         continue;
       }
-      if (lire_mot(w, &p, LONG_MOT) <= 0) break;
+      if (lire_mot(w, &p, LONG_MOT) <= 1) break;
       Objet* v = var_find(c.obj->locals, V_FORMEL, w);
       if (!v) v = var_find(c.obj->locals, V_TYPE_FUNC, w);
       if (!v) {
@@ -131,7 +131,7 @@ int Walker::command(int code) {
       const char* save = p;
       char w[LONG_MOT];
       int voc = 0, next = 0;
-      if (lire_mot(w, &p, LONG_MOT) > 0 && chercher_commande(w, &voc, &next) >= 0) {
+      if (lire_mot(w, &p, LONG_MOT) > 1 && chercher_commande(w, &voc, &next) >= 0) {
         emit(C_DEMO, next);
         return 0;
       }
@@ -165,15 +165,16 @@ int Walker::command(int code) {
   return 0;
 }
 
-// `help` and `status` take bare keywords up to the end of the statement.
+// `help` and `status` take bare keywords up to the end of the statement;
+// an argument group in brackets is compiled as usual.
 int Walker::keywords_to_end(int code) {
   emit(C_COMMAND, code);
   for (;;) {
     p = sauter_blancs(p);
-    if (!*p || *p == ';' || *p == '\n' || *p == '}' || *p == MARQUE_LIGNE) return 0;
+    if (!*p || *p == ';' || *p == '\n' || *p == '}' || *p == '(' || *p == MARQUE_LIGNE) return 0;
     char w[LONG_MOT];
     int voc = 0, kw = 0;
-    if (lire_mot(w, &p, LONG_MOT) <= 0) {
+    if (lire_mot(w, &p, LONG_MOT) <= 1) {
       p++;
       continue;
     }
@@ -187,7 +188,8 @@ int Walker::declared_name(char* w) {
   p = sauter_blancs(p);
   if (*p == ',') p = sauter_blancs(p + 1);
   if (!*p || *p == ';' || *p == '\n' || *p == MARQUE_LIGNE) return 0;
-  return lire_mot(w, &p, LONG_MOT);
+  int n = lire_mot(w, &p, LONG_MOT);
+  return n < 0 ? -1 : n > 1 ? 1 : 0;
 }
 
 void Walker::skip_statement() {

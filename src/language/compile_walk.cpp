@@ -293,7 +293,7 @@ int Walker::name() {
   const char* start = p;
   int n = lire_mot(w, &p, LONG_MOT);
   if (n < 0) return -1;
-  if (n == 0) {
+  if (n <= 1) {
     // Nothing a word can start with: take the byte as an operator.
     p = start + 1;
     emit(C_OPER, static_cast<unsigned char>(*start));

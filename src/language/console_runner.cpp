@@ -61,11 +61,10 @@ void clear_temporaries() {
 }
 
 void echo(word* result) {
-  if (!result || eval_state().quiet) return;
-  if (result[0] == T_ADDRESS) return;
-  const word* v = value_of(result, result + item_words(result));
-  if (!v || tag(v) == T_NIL) return;
-  print_value(v);
+  if (!result || eval_state().quiet || result[0] == T_ADDRESS) return;
+  int status = 0;
+  if (resolve_item(result, &status) < 0 || tag(result) == T_NIL) return;
+  print_value(result);
 }
 
 int run_console_line(std::string& braced, int interactive, word* eval_stack) {

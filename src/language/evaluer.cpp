@@ -61,9 +61,19 @@ bool vector_logic(word* dest, word op, word* scratch) {
   return true;
 }
 
+// A variable read before it was given a value is reported as such.
+bool initialised(const word* item) {
+  if (!is_variable_token(item)) return true;
+  Objet* v = variable_of(item);
+  if (!v || v->local) return true;
+  err_non_initialise(nullptr, v->name);
+  return false;
+}
+
 // The operator applied to the values of two items; the result is written
 // behind them, then moved down to `dest`.
 int binary(word* dest, word op, word* right) {
+  if (op != O_EQ && op != O_NE && op != ',' && (!initialised(dest) || !initialised(right))) return -1;
   word* scratch = right + item_words(right);
   const word* a = value_of(dest, scratch);
   if (!a) return -1;
@@ -80,6 +90,7 @@ int binary(word* dest, word op, word* right) {
 // A compound assignment: the base operator, then the result stored into
 // the item on the left, the result standing in its place.
 int compound(word* dest, word op, word* right) {
+  if (compound_base(op) != ',' && (!initialised(dest) || !initialised(right))) return -1;
   word* scratch = right + item_words(right);
   const word* a = value_of(dest, scratch);
   if (!a) return -1;
@@ -97,6 +108,13 @@ int compound(word* dest, word op, word* right) {
 // `=`: the right side as a plain value, stored into the left, and left as
 // the group's value.
 int assignment(word* dest, word* right) {
+  if (right[0] == T_ADDRESS) {
+    // `q=@p`: q becomes a reference to p; the address is the value.
+    if (assign_to(dest, right) < 0) return -1;
+    dest[0] = right[0];
+    dest[1] = right[1];
+    return 0;
+  }
   word* scratch = right + item_words(right);
   const word* v = value_of(right, scratch);
   if (!v) return -1;

@@ -32,6 +32,7 @@ constexpr Entry FIRST[] = {
     {KW_aba, ABA_a},         {KW_bye, BYE_a},        {KW_exit, BYE_a},       {KW_compile, COMPILE_a},
     {KW_exec, executer_a},   {KW_GO, GO_a},          {KW_ini, INI_a},        {KW_link, LINK_a},
     {KW_print, PRINT_a},     {KW_return, RETURN_a},  {KW_status, a_status},  {KW_system, SYSTEM_a},
+    {KW_static, DECLARED_a}, {KW_extern, DECLARED_a}, {KW_global, DECLARED_a},
 };
 
 Handler find(const Entry* table, size_t n, int code) {

@@ -9,6 +9,8 @@ int ABA_a(word* record, const word* limit);
 int BYE_a(word* record, const word* limit);
 int COMPILE_a(word* record, const word* limit);
 int DEBUG_a(word* record, const word* limit);
+// What stands of a declaration at run time: nothing to do.
+int DECLARED_a(word* record, const word* limit);
 int executer_a(word* record, const word* limit);
 int GO_a(word* record, const word* limit);
 int INI_a(word* record, const word* limit);

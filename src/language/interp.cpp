@@ -106,6 +106,7 @@ const word* Run::for_start(const word* r) {
   rec[3] = objet_handle(var);
   rec[5] = fw(end);
   rec[7] = fw(step);
+  put_nil(base);
   return for_turn(r, true);
 }
 
@@ -146,17 +147,19 @@ const word* Run::do_switch(const word* r) {
   if (!v) return nullptr;
   if (v == scratch) scratch += size(scratch);
   int n = r[2];
-  for (int e = 0; e < n - 1; e++) {
+  const word* target = r + r[3 + 2 * (n - 1)];
+  for (int e = 0; e < n - 1 && target == r + r[3 + 2 * (n - 1)]; e++) {
     const word* entry = r + 3 + 2 * e;
     if (entry[0] > 0) {
-      if (tag(v) == T_FLOAT && elements(v) == 1 && getf(v, 0) == wf(entry[1])) return r + entry[0];
+      if (tag(v) == T_FLOAT && elements(v) == 1 && getf(v, 0) == wf(entry[1])) target = r + entry[0];
       continue;
     }
     int st = 0;
     if (!evaluer_expr(r + entry[1], scratch, &st)) return nullptr;
-    if (same_value(v, value_of(scratch, scratch + item_words(scratch)))) return r - entry[0];
+    if (same_value(v, value_of(scratch, scratch + item_words(scratch)))) target = r - entry[0];
   }
-  return r + r[3 + 2 * (n - 1)];
+  put_nil(base);
+  return target;
 }
 
 void post_mortem(int line) {

@@ -31,8 +31,10 @@ struct Link {
   int construct = 0;  // message of the construct being linked
 
   int fail(int message) {
-    voir_mot(KW_func);
-    VOIR_CHAR("%s ", obj->name ? obj->name : "");
+    if (obj->kind == KIND_FUNC || obj->kind == KIND_LOCAL) {
+      voir_mot(KW_func);
+      VOIR_CHAR("%s ", obj->name ? obj->name : "");
+    }
     voir_message(0, 4);
     voir_int(" %d: ", line);
     voir_message(0, message);

@@ -5,11 +5,19 @@
 #include "scene/chains.h"
 #include "scene/object_store.h"
 
+int var_kind(const Objet* v) { return v->kind == V_ADDRESS ? v->work[5] : v->kind; }
+
 Objet* var_find(const Objet* head, int kind, const char* name) {
   if (!head) return nullptr;
   for (Objet* o = head->next; o; o = o->next)
-    if ((kind == 0 || o->kind == kind) && o->name && strcmp(o->name, name) == 0) return o;
+    if ((kind == 0 || var_kind(o) == kind) && (!name || (o->name && strcmp(o->name, name) == 0))) return o;
   return nullptr;
+}
+
+void var_make_address(Objet* v, word target) {
+  if (v->kind != V_ADDRESS) v->work[5] = v->kind;
+  v->kind = V_ADDRESS;
+  v->work[6] = target;
 }
 
 Objet* var_create(Objet* head, int kind, const char* name) {

@@ -13,9 +13,16 @@ enum VarKind : int {
   V_GLOBAL = -53,
   V_TYPE_FUNC = -1004,   // kind of a formal declared `func`
   V_BY_ADDRESS = -1051,  // subkind of a formal declared `address`
+  V_ADDRESS = -1056,     // a variable made a reference to another
 };
 
-// First variable of that kind (0: any) and name in a chain, or null.
+// The kind a variable was declared with, also once it became a reference
+// (its declared kind is then kept in work[5], the target in work[6]).
+int var_kind(const Objet* v);
+// Makes the variable a reference to the variable of handle `target`.
+void var_make_address(Objet* v, word target);
+
+// First variable of that kind (0: any) and name (null: any) in a chain.
 Objet* var_find(const Objet* head, int kind, const char* name);
 // Appends a variable with no value; null after a report.
 Objet* var_create(Objet* head, int kind, const char* name);

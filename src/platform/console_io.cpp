@@ -1,5 +1,7 @@
 #include "platform/console_io.h"
+#include "platform/process.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -19,6 +21,14 @@ bool in_ended = false;
 int stdin_byte() {
   while (in_next >= in_len) {
     if (in_ended) return -1;
+    if (interrupt_pending()) {
+      if (interrupt_hook) interrupt_hook();
+      else interrupt_clear();
+      continue;
+    }
+    pollfd fds[2] = {{0, POLLIN, 0}, {interrupt_fd(), POLLIN, 0}};
+    int ready = poll(fds, interrupt_fd() >= 0 ? 2 : 1, -1);
+    if (ready < 0 || (fds[1].revents & POLLIN) || !(fds[0].revents & (POLLIN | POLLHUP | POLLERR))) continue;
     ssize_t n = read(0, in_buf, sizeof in_buf);
     if (n < 0 && errno == EINTR) {
       if (interrupt_hook) interrupt_hook();

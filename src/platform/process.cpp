@@ -1,5 +1,6 @@
 #include "platform/process.h"
 
+#include <fcntl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -51,9 +52,21 @@ void process_exit(int status) {
 
 namespace {
 std::atomic<bool> interrupted{false};
+// The handler also writes a byte here, so that a reader waiting in poll
+// wakes up whenever the signal arrives (no window before a blocking read).
+int wake_pipe[2] = {-1, -1};
 
-void on_sigint(int) { interrupted.store(true); }
+void on_sigint(int) {
+  interrupted.store(true);
+  if (wake_pipe[1] >= 0) {
+    char c = 1;
+    ssize_t r = write(wake_pipe[1], &c, 1);
+    (void)r;
+  }
+}
 }  // namespace
+
+int interrupt_fd() { return wake_pipe[0]; }
 
 void interrupt_install() {
   struct sigaction old {};
@@ -62,6 +75,10 @@ void interrupt_install() {
   sigemptyset(&ignore.sa_mask);
   sigaction(SIGINT, &ignore, &old);
   if (old.sa_handler == SIG_IGN) return;
+  if (wake_pipe[0] < 0 && pipe(wake_pipe) == 0) {
+    fcntl(wake_pipe[0], F_SETFL, O_NONBLOCK);
+    fcntl(wake_pipe[1], F_SETFL, O_NONBLOCK);
+  }
   struct sigaction act {};
   act.sa_handler = on_sigint;
   sigemptyset(&act.sa_mask);
@@ -70,7 +87,11 @@ void interrupt_install() {
 }
 
 bool interrupt_pending() { return interrupted.load(); }
-void interrupt_clear() { interrupted.store(false); }
+void interrupt_clear() {
+  interrupted.store(false);
+  char buf[64];
+  while (wake_pipe[0] >= 0 && read(wake_pipe[0], buf, sizeof buf) > 0) {}
+}
 
 void sleep_ms(int ms) {
   if (ms > 0) usleep(static_cast<useconds_t>(ms) * 1000);

@@ -17,6 +17,9 @@ unsigned long thread_id();
 // SIGINT was already ignored. Reads of standard input are interrupted by it.
 void interrupt_install();
 bool interrupt_pending();
+// Readable when SIGINT has arrived since the last interrupt_clear (-1
+// before interrupt_install).
+int interrupt_fd();
 void interrupt_clear();
 void sleep_ms(int ms);
 
