@@ -18,10 +18,9 @@ struct HandleRegistry {
   int used = 0;
 };
 
-HandleRegistry& registry() {
-  static HandleRegistry r;
-  return r;
-}
+// A plain global: handle lookups are on the interpreter's hot path.
+HandleRegistry the_registry;
+inline HandleRegistry& registry() { return the_registry; }
 
 }  // namespace
 

@@ -102,16 +102,22 @@ const word* record_operand(const word* p, word* dest, int* status) {
     case R_STRING:
     case C_TYPE_FUNC: {
       const char* s = reinterpret_cast<const char*>(p + 4);
-      std::string t = s;
-      if (Yes(KW_generate) > 0 && translation_state() == 2) t = translate_text(s, 0, t.size() * 10 + 1000);
-      int words = static_cast<int>(t.size() / 4 + 5);
+      size_t len = static_cast<size_t>(p[3]);
+      std::string translated;
+      if (Yes(KW_generate) > 0 && translation_state() == 2) {
+        translated = translate_text(s, 0, len * 10 + 1000);
+        s = translated.c_str();
+        len = translated.size();
+      }
+      int words = static_cast<int>(len / 4 + 5);
       if (!room(dest, words)) return nullptr;
-      memset(dest, 0, static_cast<size_t>(words) * sizeof(word));
       dest[0] = words;
       dest[1] = T_CHAR;
       dest[2] = words - 4;
       dest[3] = 1;
-      memcpy(text(dest), t.data(), t.size());
+      dest[words - 1] = 0;
+      memcpy(text(dest), s, len);
+      text(dest)[len] = 0;
       return p + p[0];
     }
     case R_VECTOR:

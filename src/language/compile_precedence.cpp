@@ -68,7 +68,13 @@ void Precedence::render(const Node& n, Tokens& out, bool outer) {
 // literal. Inner groups are rewritten on the way.
 int Precedence::operand_tokens(size_t& j, size_t to, Tokens& leaf) {
   const word* t = &in[j];
-  if (is_open(t)) return group(j, &j, leaf);
+  if (is_open(t)) {
+    // A group may be indexed at once: "(a,b)[1]".
+    if (group(j, &j, leaf) < 0) return -1;
+    while (j < to && (oper_at(in, j, '[') || oper_at(in, j, '{')))
+      if (group(j, &j, leaf) < 0) return -1;
+    return 0;
+  }
   bool chain = t[0] == C_COMMAND || t[0] == C_DEMO;
   size_t n = next_token(in, j);
   leaf.insert(leaf.end(), in.begin() + j, in.begin() + n);

@@ -21,6 +21,8 @@ const word* value_of(const word* item, word* scratch);
 
 // A variable name followed by "[...]" or "{...}" becomes a reference.
 const word* variable_operand(const word* p, word* dest, bool lvalue, int* status);
+// Indices "[...]" or "{...}" at `q` applied to the value at `dest`.
+const word* subscripts(const word* q, word* dest, int* status);
 // String, vector and call records.
 const word* record_operand(const word* p, word* dest, int* status);
 // A chain of command words with their argument groups: the command

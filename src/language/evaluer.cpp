@@ -61,6 +61,27 @@ bool vector_logic(word* dest, word op, word* scratch) {
   return true;
 }
 
+// Two one-element floats under the common operators: the result is made
+// at once, without the general vector machinery.
+bool scalar_fast(const word* a, word op, const word* b, word* dest) {
+  if (a[0] != 5 || b[0] != 5 || a[1] != T_FLOAT || b[1] != T_FLOAT || a[2] != 1 || b[2] != 1) return false;
+  float x = wf(a[4]), y = wf(b[4]), r;
+  switch (op) {
+    case '+': r = x + y; break;
+    case '-': r = x - y; break;
+    case '*': r = x * y; break;
+    case '<': r = x < y ? 1.0f : 0.0f; break;
+    case '>': r = x > y ? 1.0f : 0.0f; break;
+    case O_LE: r = x <= y ? 1.0f : 0.0f; break;
+    case O_GE: r = x >= y ? 1.0f : 0.0f; break;
+    case O_EQ: r = x == y ? 1.0f : 0.0f; break;
+    case O_NE: r = x != y ? 1.0f : 0.0f; break;
+    default: return false;
+  }
+  put_float(dest, r);
+  return true;
+}
+
 // A variable read before it was given a value is reported as such.
 bool initialised(const word* item) {
   if (!is_variable_token(item)) return true;
@@ -81,6 +102,7 @@ int binary(word* dest, word op, word* right) {
   const word* b = value_of(right, scratch);
   if (!b) return -1;
   if (b == scratch) scratch += size(scratch);
+  if (scalar_fast(a, op, b, dest)) return 0;
   int r = eval_binary(a, op, b, scratch, eval_limit());
   if (r < 0) return r;
   memmove(dest, scratch, static_cast<size_t>(size(scratch)) * sizeof(word));
@@ -145,9 +167,76 @@ int binary_group(word* dest, const word*& q, word closer, int* status) {
   return r;
 }
 
+// ---- the scalar fast path --------------------------------------------------------
+// Loops of the language are mostly made of groups such as "(s+i)" and
+// "(s=(s+i))" on one-element floats. They are computed here directly;
+// anything else takes the general road.
+
+// The float of a number token or of a variable holding one float.
+bool scalar_token(const word* t, float* f) {
+  if (t[0] == C_NUMBER) {
+    *f = wf(t[1]);
+    return true;
+  }
+  if (!is_variable_token(t) || (t[2] == C_OPER && (t[3] == '[' || t[3] == '{'))) return false;
+  Objet* v = token_variable(t);
+  if (!v || v->kind == T_ADDRESS) return false;
+  const word* val = v->local;
+  if (!val || val[0] != 5 || val[1] != T_FLOAT || val[2] != 1) return false;
+  *f = wf(val[4]);
+  return true;
+}
+
+// "( a op b )" with scalar a and b: the value, and the cursor past ")".
+const word* scalar_group(const word* p, float* r) {
+  if (p[0] != C_OPER || p[1] != '(') return nullptr;
+  float x, y;
+  if (!scalar_token(p + 2, &x) || p[4] != C_OPER || !scalar_token(p + 6, &y) || p[8] != C_OPER || p[9] != ')')
+    return nullptr;
+  switch (p[5]) {
+    case '+': *r = x + y; break;
+    case '-': *r = x - y; break;
+    case '*': *r = x * y; break;
+    case '<': *r = x < y ? 1.0f : 0.0f; break;
+    case '>': *r = x > y ? 1.0f : 0.0f; break;
+    case O_LE: *r = x <= y ? 1.0f : 0.0f; break;
+    case O_GE: *r = x >= y ? 1.0f : 0.0f; break;
+    case O_EQ: *r = x == y ? 1.0f : 0.0f; break;
+    case O_NE: *r = x != y ? 1.0f : 0.0f; break;
+    default: return nullptr;
+  }
+  return p + 10;
+}
+
+// "( v = ( a op b ) )" storing into a variable that holds one float.
+const word* scalar_assignment(const word* p, word* dest) {
+  const word* t = p + 2;
+  if (!is_variable_token(t) || t[2] != C_OPER || t[3] != '=') return nullptr;
+  Objet* v = token_variable(t);
+  if (!v || v->kind == T_ADDRESS || !v->local || v->local[0] != 5 || v->local[1] != T_FLOAT || v->local[2] != 1)
+    return nullptr;
+  float r;
+  const word* q = scalar_group(t + 4, &r);
+  if (!q || q[0] != C_OPER || q[1] != ')') return nullptr;
+  v->local[4] = fw(r);
+  if (!room(dest, 5)) return nullptr;
+  put_float(dest, r);
+  eval_state().quiet = true;
+  return q + 2;
+}
+
 }  // namespace
 
 const word* eval_group(const word* p, word* dest, bool lvalue, int* status) {
+  if (p[1] == '(') {
+    float r;
+    if (const word* next = scalar_assignment(p, dest)) return next;
+    if (const word* next = scalar_group(p, &r)) {
+      if (!room(dest, 5)) return nullptr;
+      put_float(dest, r);
+      return next;
+    }
+  }
   word opener = p[1], closer = closer_of(opener);
   const word* q = p + 2;
   if (at_closer(q, closer)) {
@@ -198,7 +287,11 @@ const word* operand(const word* p, word* dest, bool lvalue, int* status) {
       put_nil(dest);
       return p + 2;
     case C_AUTO: case C_STATIC: case C_EXTERN: case C_GLOBAL: case C_FORMEL:
-      return variable_operand(p, dest, lvalue, status);
+      if (p[2] == C_OPER && (p[3] == '[' || p[3] == '{')) return variable_operand(p, dest, lvalue, status);
+      if (!room(dest, 2)) return nullptr;
+      dest[0] = p[0];
+      dest[1] = p[1];
+      return p + 2;
     case C_AD_GLB: case C_AD_LOC: case C_AD_STATIC:
       if (!room(dest, 2)) return nullptr;
       dest[0] = T_ADDRESS;
@@ -207,7 +300,11 @@ const word* operand(const word* p, word* dest, bool lvalue, int* status) {
     case C_COMMAND: case C_DEMO: case C_TYPE_FUNC:
       return command_operand(p, dest, lvalue, status);
     case C_OPER:
-      if (p[1] == '(' || p[1] == '[' || p[1] == '{') return eval_group(p, dest, lvalue, status);
+      if (p[1] == '(' || p[1] == '[' || p[1] == '{') {
+        const word* q = eval_group(p, dest, lvalue, status);
+        if (q && q[0] == C_OPER && (q[1] == '[' || q[1] == '{')) q = subscripts(q, dest, status);
+        return q;
+      }
       break;
     case C_END: case C_JUMP: case 0:
       if (!room(dest, 4)) return nullptr;

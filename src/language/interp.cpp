@@ -183,7 +183,7 @@ void post_mortem(int line) {
 int interp(const word* code, word* base, word** result) {
   if (!code) return 0;
   EvalState& E = eval_state();
-  Run run{code, base};
+  Run run{code, base, {}, 0, 0};
   put_nil(base);
   if (result) *result = base;
   const word* p = code + CODE_HEAD;

@@ -122,23 +122,25 @@ static int collect(const word* ref, word* dest) {
       for (int k = 0; k < per; k++) dest[4 + i * per + k] = value[4 + idx[i] * per + k];
     return 0;
   }
-  // Characters, or whole words copied one after the other.
-  std::string s;
+  // Characters, or whole words copied one after the other, written in
+  // place without any allocation.
+  const char* src = text(value);
+  if (!room(dest, 5)) return -12;
+  char* out = text(dest);
+  size_t n = 0;
   for (int i = 0; i < count; i++) {
-    if (!brace) s.push_back(text(value)[idx[i]]);
-    else {
-      int a = 0, n = 0;
-      if (char_word(text(value), idx[i], &a, &n)) s.append(text(value) + a, static_cast<size_t>(n));
-    }
+    int a = idx[i], len = 1;
+    if (brace && !char_word(src, idx[i], &a, &len)) continue;
+    if (!room(dest, 5 + static_cast<long>((n + static_cast<size_t>(len)) / 4))) return -12;
+    memcpy(out + n, src + a, static_cast<size_t>(len));
+    n += static_cast<size_t>(len);
   }
-  int words = static_cast<int>(s.size() / 4 + 5);
-  if (!room(dest, words)) return -12;
-  memset(dest, 0, static_cast<size_t>(words) * sizeof(word));
+  int words = static_cast<int>(n / 4 + 5);
+  memset(out + n, 0, static_cast<size_t>(words - 4) * 4 - n);
   dest[0] = words;
   dest[1] = T_CHAR;
   dest[2] = words - 4;
   dest[3] = 1;
-  memcpy(text(dest), s.data(), s.size());
   return 0;
 }
 
@@ -284,6 +286,25 @@ static int index_value(word* at, const word* index, bool brace) {
   }
   memmove(at, out, static_cast<size_t>(size(out)) * sizeof(word));
   return 0;
+}
+
+const word* subscripts(const word* q, word* dest, int* status) {
+  while (q[0] == C_OPER && (q[1] == '[' || q[1] == '{')) {
+    bool brace = q[1] == '{';
+    word* index = dest + item_words(dest);
+    q = eval_group(q, index, false, status);
+    if (!q) return nullptr;
+    const word* list = value_of(index, index + item_words(index));
+    if (!list || tag(list) != T_FLOAT) {
+      voir_message(0, 61);
+      return nullptr;
+    }
+    if (list != index) {
+      memmove(index, list, static_cast<size_t>(size(list)) * sizeof(word));
+    }
+    if (index_value(dest, index, brace) < 0) return nullptr;
+  }
+  return q;
 }
 
 const word* variable_operand(const word* p, word* dest, bool lvalue, int* status) {
