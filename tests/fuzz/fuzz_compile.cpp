@@ -1,0 +1,67 @@
+// libFuzzer target: any bytes as a console line or as a function text go
+// through source preparation, compile and link. Anything may be reported;
+// nothing may crash, hang or touch memory it does not own.
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string>
+
+#include "kernel/bloc.h"
+#include "kernel/kernel.h"
+#include "kernel/objet.h"
+#include "kernel/vocab.h"
+#include "kernel/work_areas.h"
+#include "language/compile.h"
+#include "language/eval.h"
+#include "language/functions.h"
+#include "platform/console_io.h"
+#include "scene/object_store.h"
+
+namespace {
+
+std::string sink;
+
+bool setup() {
+  out_capture(&sink);
+  env_minimal();
+  kernel().etat_console = 1;
+  allocate_work_areas();
+  eval_state().limit = kernel().eval_limit;
+  return true;
+}
+
+void compile_console(const std::string& line) {
+  std::string braced = "{" + line + "}";
+  Objet obj;
+  obj.kind = KIND_CONSOLE;
+  int words = static_cast<int>(braced.size() / 4 + 6);
+  obj.local = alloue_bloc(words);
+  memset(obj.local + 1, 0, static_cast<size_t>(words - 1) * 4);
+  obj.local[1] = T_CODE;
+  memcpy(text(obj.local), braced.c_str(), braced.size() + 1);
+  if (a_compile(&obj) >= 0) lier_fonction(&obj);
+  libere_bloc(obj.local);
+  libere_bloc(obj.code);
+  if (obj.locals) rem_chaine_privee(obj.locals);
+  libere_mem(obj.name);
+}
+
+void compile_function(const std::string& text) {
+  Objet* f = define_function(text.c_str());
+  if (f && a_compile(f) >= 0) lier_fonction(f);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  static bool ready = setup();
+  (void)ready;
+  if (size == 0) return 0;
+  // The system's texts end at their first NUL.
+  std::string text(reinterpret_cast<const char*>(data) + 1, size - 1);
+  text.resize(strlen(text.c_str()));
+  if (data[0] & 1) compile_function("fz(a,b){" + text + "}");
+  else compile_console(text);
+  sink.clear();
+  return 0;
+}
