@@ -18,11 +18,9 @@
 
 namespace {
 
-// The env text of vocabulary 0 when its file is missing.
-const char* const ENV_FALLBACK_0 =
-    "mac=PC\nenv=env/\nima=ima/\nexe=exe/\nbuf=100000\neva=100000\ncom=10000\nesc=27\n"
-    "voc1=Voc_eng\nvoc2=Voc_xxx\n";
-// For further vocabularies the fallback overwrites rather than appends,
+// The env text of vocabulary 0 when its file is missing is that of the
+// minimal environment (ENV_TEXT_0). For further vocabularies the fallback
+// overwrites rather than appends,
 // so only its last line survives.
 const char* const ENV_FALLBACK_N = "PER=100\n";
 
@@ -86,7 +84,7 @@ void load_vocabulary(int i, const std::string& line) {
   vocabulary_heading(i);
   std::string env, kom, mes;
   VOIR_CHAR("env %s\n", names[0].c_str());
-  if (!read_env_file(names[0], env)) env = i == 0 ? ENV_FALLBACK_0 : ENV_FALLBACK_N;
+  if (!read_env_file(names[0], env)) env = i == 0 ? ENV_TEXT_0 : ENV_FALLBACK_N;
   VOIR_CHAR("kom %s\n", names[1].c_str());
   if (!read_env_file(names[1], kom)) {
     VOIR_CHAR("%s: read error\a\n", names[1].c_str());

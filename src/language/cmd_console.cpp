@@ -200,3 +200,35 @@ int BYE_a(word* record, const word* limit) {
   bye(find_item(record, KW_abs) != nullptr);
   return set_result_nil(record);
 }
+
+// `calloc` and `malloc`: the value their items describe, zeroed: a
+// number of elements (`calloc(n)` or `dim(n)`), or points of several
+// dimensions (`dim(n,d)`), as floats, or a string of n bytes with `char`.
+int ALLOC_a(word* record, const word* limit) {
+  const word* n_value = first_argument(record);
+  word* dim = find_item(record, KW_dim);
+  if (dim && item_value(dim)) n_value = item_value(dim);
+  if (!n_value || tag(n_value) != T_FLOAT || elements(n_value) < 1) {
+    err_syntaxe(97, first_item(record)[2], "(dim)");
+    return -1;
+  }
+  long n = static_cast<long>(getf(n_value, 0));
+  long d = elements(n_value) > 1 ? static_cast<long>(getf(n_value, 1)) : 1;
+  if (n < 0 || d < 1 || n * d > 100000000L) {
+    voir_message(0, 66);
+    return -1;
+  }
+  bool chars = find_item(record, KW_char) != nullptr;
+  long words = chars ? n / 4 + 5 : n * d + 4;
+  if (record + words > limit) {
+    err_dim_ev(nullptr);
+    return -12;
+  }
+  for (long i = 0; i < words; i++) record[i] = 0;
+  record[0] = static_cast<word>(words);
+  record[1] = chars ? T_CHAR : T_FLOAT;
+  record[2] = static_cast<word>(chars ? words - 4 : n);
+  record[3] = static_cast<word>(chars ? 1 : d);
+  if (chars) std::memset(text(record), ' ', static_cast<size_t>(n));
+  return 0;
+}

@@ -33,6 +33,7 @@ constexpr Entry FIRST[] = {
     {KW_exec, executer_a},   {KW_GO, GO_a},          {KW_ini, INI_a},        {KW_link, LINK_a},
     {KW_print, PRINT_a},     {KW_return, RETURN_a},  {KW_status, a_status},  {KW_system, SYSTEM_a},
     {KW_static, DECLARED_a}, {KW_extern, DECLARED_a}, {KW_global, DECLARED_a},
+    {KW_calloc, ALLOC_a},    {KW_malloc, ALLOC_a},
 };
 
 Handler find(const Entry* table, size_t n, int code) {

@@ -6,6 +6,7 @@
 #include "kernel/word.h"
 
 int ABA_a(word* record, const word* limit);
+int ALLOC_a(word* record, const word* limit);
 int BYE_a(word* record, const word* limit);
 int COMPILE_a(word* record, const word* limit);
 int DEBUG_a(word* record, const word* limit);

@@ -234,6 +234,7 @@ int interp(const word* code, word* base, word** result) {
     // runs; otherwise the run ends after the post-mortem.
     if (Yes(KW_error) <= 0 && start[0] == C_OPER && start[1] == '(') {
       p = skip_operand(start);
+      put_nil(base);
       if (p) continue;
     }
     post_mortem(E.line);
