@@ -9,6 +9,7 @@
 #include "language/commands.h"
 #include "language/compile.h"
 #include "language/eval.h"
+#include "language/eval_internal.h"
 #include "language/functions.h"
 #include "language/handlers.h"
 #include "language/lang_state.h"
@@ -90,18 +91,8 @@ int compile_message(word* record, const char* source, const word* limit) {
       return -1;
     }
   }
-  int words = static_cast<int>(out.size() / 4 + 5);
-  if (record + words > limit) {
-    err_dim_ev(nullptr);
-    return -12;
-  }
-  memset(record, 0, static_cast<size_t>(words) * sizeof(word));
-  record[0] = words;
-  record[1] = T_CHAR;
-  record[2] = words - 4;
-  record[3] = 1;
-  memcpy(text(record), out.data(), out.size());
-  return 0;
+  (void)limit;
+  return put_text(record, out.data(), out.size()) ? 0 : -12;
 }
 
 void separator() { voir_texte("===========================\n"); }

@@ -109,16 +109,7 @@ const word* record_operand(const word* p, word* dest, int* status) {
         s = translated.c_str();
         len = translated.size();
       }
-      int words = static_cast<int>(len / 4 + 5);
-      if (!room(dest, words)) return nullptr;
-      dest[0] = words;
-      dest[1] = T_CHAR;
-      dest[2] = words - 4;
-      dest[3] = 1;
-      dest[words - 1] = 0;
-      memcpy(text(dest), s, len);
-      text(dest)[len] = 0;
-      return p + p[0];
+      return put_text(dest, s, len) ? p + p[0] : nullptr;
     }
     case R_VECTOR:
       if (!room(dest, p[0])) return nullptr;

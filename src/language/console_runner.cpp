@@ -12,6 +12,7 @@
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
+#include "language/code_object.h"
 #include "language/compile.h"
 #include "language/eval.h"
 #include "language/eval_internal.h"
@@ -21,28 +22,6 @@
 #include "scene/object_store.h"
 
 namespace {
-
-// A code object holding `braced` as its source.
-struct CodeObject {
-  Objet obj;
-  explicit CodeObject(const std::string& braced) {
-    obj.kind = KIND_CONSOLE;
-    int words = static_cast<int>(braced.size() / 4 + 6);
-    obj.local = alloue_bloc(words);
-    if (!obj.local) return;
-    memset(obj.local + 1, 0, static_cast<size_t>(words - 1) * sizeof(word));
-    obj.local[1] = T_CODE;
-    memcpy(text(obj.local), braced.c_str(), braced.size() + 1);
-  }
-  ~CodeObject() {
-    libere_bloc(obj.local);
-    libere_bloc(obj.code);
-    if (obj.locals) rem_chaine_privee(obj.locals);
-    libere_mem(obj.name);
-  }
-  CodeObject(const CodeObject&) = delete;
-  CodeObject& operator=(const CodeObject&) = delete;
-};
 
 // Compiles, links and runs a braced text with `base` as the first free
 // word of the evaluation area.

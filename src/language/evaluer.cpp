@@ -38,6 +38,19 @@ void put_nil(word* at) {
   at[3] = 1;
 }
 
+bool put_text(word* at, const char* s, size_t len) {
+  int words = static_cast<int>(len / 4 + 5);
+  if (!room(at, words)) return false;
+  at[0] = words;
+  at[1] = T_CHAR;
+  at[2] = words - 4;
+  at[3] = 1;
+  at[words - 1] = 0;
+  memcpy(text(at), s, len);
+  text(at)[len] = 0;
+  return true;
+}
+
 namespace {
 
 word closer_of(word opener) { return opener == '(' ? ')' : opener == '[' ? ']' : '}'; }
@@ -91,17 +104,26 @@ bool initialised(const word* item) {
   return false;
 }
 
+// The values of the two items of a binary group; `scratch` receives the
+// first free word behind them and behind what their reading needed.
+bool operand_values(word* left, word* right, const word** a, const word** b, word** scratch) {
+  *scratch = right + item_words(right);
+  *a = value_of(left, *scratch);
+  if (!*a) return false;
+  if (*a == *scratch) *scratch += size(*scratch);
+  *b = value_of(right, *scratch);
+  if (!*b) return false;
+  if (*b == *scratch) *scratch += size(*scratch);
+  return true;
+}
+
 // The operator applied to the values of two items; the result is written
 // behind them, then moved down to `dest`.
 int binary(word* dest, word op, word* right) {
   if (op != O_EQ && op != O_NE && op != ',' && (!initialised(dest) || !initialised(right))) return -1;
-  word* scratch = right + item_words(right);
-  const word* a = value_of(dest, scratch);
-  if (!a) return -1;
-  if (a == scratch) scratch += size(scratch);
-  const word* b = value_of(right, scratch);
-  if (!b) return -1;
-  if (b == scratch) scratch += size(scratch);
+  const word *a, *b;
+  word* scratch;
+  if (!operand_values(dest, right, &a, &b, &scratch)) return -1;
   if (scalar_fast(a, op, b, dest)) return 0;
   int r = eval_binary(a, op, b, scratch, eval_limit());
   if (r < 0) return r;
@@ -113,13 +135,9 @@ int binary(word* dest, word op, word* right) {
 // the item on the left, the result standing in its place.
 int compound(word* dest, word op, word* right) {
   if (compound_base(op) != ',' && (!initialised(dest) || !initialised(right))) return -1;
-  word* scratch = right + item_words(right);
-  const word* a = value_of(dest, scratch);
-  if (!a) return -1;
-  if (a == scratch) scratch += size(scratch);
-  const word* b = value_of(right, scratch);
-  if (!b) return -1;
-  if (b == scratch) scratch += size(scratch);
+  const word *a, *b;
+  word* scratch;
+  if (!operand_values(dest, right, &a, &b, &scratch)) return -1;
   int r = eval_binary(a, compound_base(op), b, scratch, eval_limit());
   if (r < 0) return r;
   if (assign_to(dest, scratch) < 0) return -1;

@@ -274,79 +274,61 @@ static int index_value(word* at, const word* index, bool brace) {
     out[1] = T_FLOAT;
     out[2] = count * per;
     out[3] = 1;
-  } else {
-    int words = static_cast<int>(s.size() / 4 + 5);
-    if (!room(out, words)) return -12;
-    memset(out, 0, static_cast<size_t>(words) * sizeof(word));
-    out[0] = words;
-    out[1] = T_CHAR;
-    out[2] = words - 4;
-    out[3] = 1;
-    memcpy(text(out), s.data(), s.size());
+  } else if (!put_text(out, s.data(), s.size())) {
+    return -12;
   }
   memmove(at, out, static_cast<size_t>(size(out)) * sizeof(word));
   return 0;
 }
 
+// Evaluates the index group at `q` into `index` as a FLOAT list; the
+// cursor after it, or null after message 61.
+static const word* index_list(const word* q, word* index, int* status) {
+  q = eval_group(q, index, false, status);
+  if (!q) return nullptr;
+  const word* list = value_of(index, index + item_words(index));
+  if (!list || tag(list) != T_FLOAT) {
+    voir_message(0, 61);
+    return nullptr;
+  }
+  if (list != index) memmove(index, list, static_cast<size_t>(size(list)) * sizeof(word));
+  return q;
+}
+
+static bool opens_index(const word* q) { return q[0] == C_OPER && (q[1] == '[' || q[1] == '{'); }
+
 const word* subscripts(const word* q, word* dest, int* status) {
-  while (q[0] == C_OPER && (q[1] == '[' || q[1] == '{')) {
+  while (opens_index(q)) {
     bool brace = q[1] == '{';
     word* index = dest + item_words(dest);
-    q = eval_group(q, index, false, status);
-    if (!q) return nullptr;
-    const word* list = value_of(index, index + item_words(index));
-    if (!list || tag(list) != T_FLOAT) {
-      voir_message(0, 61);
-      return nullptr;
-    }
-    if (list != index) {
-      memmove(index, list, static_cast<size_t>(size(list)) * sizeof(word));
-    }
-    if (index_value(dest, index, brace) < 0) return nullptr;
+    q = index_list(q, index, status);
+    if (!q || index_value(dest, index, brace) < 0) return nullptr;
   }
   return q;
 }
 
+// A variable with "[...]" or "{...}" becomes a reference that can be
+// assigned; further indices apply to the value it collects.
 const word* variable_operand(const word* p, word* dest, bool lvalue, int* status) {
   (void)lvalue;
   if (!room(dest, 2)) return nullptr;
   dest[0] = p[0];
   dest[1] = p[1];
   const word* q = p + 2;
-  while (q[0] == C_OPER && (q[1] == '[' || q[1] == '{')) {
-    bool brace = q[1] == '{';
-    word* index = dest + item_words(dest);
-    q = eval_group(q, index, false, status);
-    if (!q) return nullptr;
-    const word* list = value_of(index, index + item_words(index));
-    if (!list || tag(list) != T_FLOAT) {
-      voir_message(0, 61);
-      return nullptr;
-    }
-    int r;
-    if (is_variable_token(dest)) {
-      Objet* v = variable_of(dest);
-      if (!v) return nullptr;
-      word* out = index + item_words(index);
-      if (list != index) out += size(out);
-      r = make_reference(v, list, brace, out);
-      if (r == 0) memmove(dest, out, static_cast<size_t>(item_words(out)) * sizeof(word));
-    } else {
-      // A further index applies to the value the first one gave.
-      word* copy = index + item_words(index);
-      if (!room(copy, item_words(index))) return nullptr;
-      memcpy(copy, index, static_cast<size_t>(item_words(index)) * sizeof(word));
-      if (tag(dest) == T_REF_SQUARE || tag(dest) == T_REF_BRACE) {
-        word* collected = copy + item_words(copy);
-        if (collect(dest, collected) < 0) return nullptr;
-        memmove(dest, collected, static_cast<size_t>(size(collected)) * sizeof(word));
-        word* moved = dest + size(dest);
-        memmove(moved, copy, static_cast<size_t>(item_words(copy)) * sizeof(word));
-        copy = moved;
-      }
-      r = index_value(dest, copy, brace);
-    }
-    if (r < 0) return nullptr;
+  if (!opens_index(q)) return q;
+  bool brace = q[1] == '{';
+  word* index = dest + 2;
+  q = index_list(q, index, status);
+  Objet* v = q ? variable_of(dest) : nullptr;
+  if (!v) return nullptr;
+  word* out = index + size(index);
+  if (make_reference(v, index, brace, out) < 0) return nullptr;
+  memmove(dest, out, static_cast<size_t>(item_words(out)) * sizeof(word));
+  if (!opens_index(q)) return q;
+  if (dest[0] > 0 && (tag(dest) == T_REF_SQUARE || tag(dest) == T_REF_BRACE)) {
+    word* collected = dest + item_words(dest);
+    if (collect(dest, collected) < 0) return nullptr;
+    memmove(dest, collected, static_cast<size_t>(size(collected)) * sizeof(word));
   }
-  return q;
+  return subscripts(q, dest, status);
 }

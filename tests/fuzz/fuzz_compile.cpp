@@ -11,6 +11,7 @@
 #include "kernel/objet.h"
 #include "kernel/vocab.h"
 #include "kernel/work_areas.h"
+#include "language/code_object.h"
 #include "language/compile.h"
 #include "language/eval.h"
 #include "language/functions.h"
@@ -31,19 +32,8 @@ bool setup() {
 }
 
 void compile_console(const std::string& line) {
-  std::string braced = "{" + line + "}";
-  Objet obj;
-  obj.kind = KIND_CONSOLE;
-  int words = static_cast<int>(braced.size() / 4 + 6);
-  obj.local = alloue_bloc(words);
-  memset(obj.local + 1, 0, static_cast<size_t>(words - 1) * 4);
-  obj.local[1] = T_CODE;
-  memcpy(text(obj.local), braced.c_str(), braced.size() + 1);
-  if (a_compile(&obj) >= 0) lier_fonction(&obj);
-  libere_bloc(obj.local);
-  libere_bloc(obj.code);
-  if (obj.locals) rem_chaine_privee(obj.locals);
-  libere_mem(obj.name);
+  CodeObject code("{" + line + "}");
+  if (a_compile(&code.obj) >= 0) lier_fonction(&code.obj);
 }
 
 void compile_function(const std::string& text) {

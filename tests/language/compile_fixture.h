@@ -5,6 +5,7 @@
 
 #include "kernel/bloc.h"
 #include "kernel/objet.h"
+#include "language/code_object.h"
 #include "language/compile.h"
 #include "language/functions.h"
 #include "language/lang_state.h"
@@ -12,23 +13,8 @@
 #include "support/capture.h"
 
 // A console code object holding `line` as "{line}".
-struct ConsoleText {
-  Objet obj;
-  explicit ConsoleText(const std::string& line) {
-    std::string braced = "{" + line + "}";
-    obj.kind = KIND_CONSOLE;
-    int words = static_cast<int>(braced.size() / 4 + 6);
-    obj.local = alloue_bloc(words);
-    memset(obj.local + 1, 0, static_cast<size_t>(words - 1) * 4);
-    obj.local[1] = T_CODE;
-    memcpy(text(obj.local), braced.c_str(), braced.size() + 1);
-  }
-  ~ConsoleText() {
-    libere_bloc(obj.local);
-    libere_bloc(obj.code);
-    if (obj.locals) rem_chaine_privee(obj.locals);
-    libere_mem(obj.name);
-  }
+struct ConsoleText : CodeObject {
+  explicit ConsoleText(const std::string& line) : CodeObject("{" + line + "}") {}
 };
 
 // The listing printed while compiling (and linking) `line` at `level`;
