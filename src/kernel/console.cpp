@@ -122,7 +122,8 @@ int lire_executer(int interactive, int message, word* eval_stack, int stop_after
     if (history_record(p) < 0) return -1;
     con.last_line = p;
     if (con.runner) {
-      std::string braced = "{" + std::string(p) + "}";
+      // The newline stays in the text, so that a directive ends before "}".
+      std::string braced = "{" + std::string(p) + "\n}";
       result = con.runner(braced, interactive, eval_stack);
     }
     if (con.stop || stop_after_one == 0) break;
