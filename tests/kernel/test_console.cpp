@@ -45,7 +45,7 @@ TEST_F(Console, ALineIsBracedAndRunAfterThePrompt) {
   type("  a = 1\n");
   EXPECT_EQ(lire_executer(1, 0, nullptr, 0), 7);
   ASSERT_EQ(ran.size(), 1u);
-  EXPECT_EQ(ran[0], "{a = 1}");
+  EXPECT_EQ(ran[0], "{a = 1\n}");
   EXPECT_EQ(out.take(), " ?");
 }
 
@@ -70,7 +70,7 @@ TEST_F(Console, EscapeDigitMakesTheFollowingCallsReturnAtOnce) {
   EXPECT_TRUE(ran.empty());
   EXPECT_EQ(lire_executer(1, 0, nullptr, 0), 7);
   ASSERT_EQ(ran.size(), 1u);
-  EXPECT_EQ(ran[0], "{next}");
+  EXPECT_EQ(ran[0], "{next\n}");
   // Two prompts: the escape line's and the last call's.
   EXPECT_EQ(out.take(), " ? ?");
 }
