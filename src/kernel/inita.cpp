@@ -255,6 +255,7 @@ int inita(int argc, char** argv, const char* default_ini) {
   k.exe = with_slash(k.exe);
   k.son = with_slash(k.son);
   k.ima = with_slash(k.ima);
+  k.fun = with_slash(k.fun);
   if (k.htm.empty()) voir_texte("code_htm: file not found, no code html set\a\n");
   else load_htm_table(k.htm.c_str());
   if (k.lan_state == 1) k.lan_words = split_words(k.lan);

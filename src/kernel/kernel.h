@@ -32,7 +32,8 @@ struct KernelState {
   int esc = 27;
 
   std::string ini, mac = "PC", env = "env/", ima = "ima/", exe = "exe/",
-              htm, tim, son, voc1 = "Voc_xxx", voc2 = "Voc_xxx", lan, cwd;
+              htm, tim, son, voc1 = "Voc_xxx", voc2 = "Voc_xxx", lan, cwd,
+              fun;  // folder searched for "name.func" files
   int write_thread_id = 1;
   int lan_state = -1;        // launching state
   std::vector<std::string> lan_words;

@@ -9,10 +9,12 @@
 #include "kernel/report.h"
 #include "kernel/translate.h"
 #include "kernel/vocab.h"
+#include "language/call.h"
 #include "language/code.h"
 #include "language/commands.h"
 #include "language/eval.h"
 #include "language/eval_internal.h"
+#include "language/handlers.h"
 #include "language/lang_state.h"
 #include "language/operators.h"
 
@@ -45,31 +47,33 @@ const word* argument(const word* p, word* record, word* item, int* status) {
 
 // `generer_mult`: one item [3, class, code] per keyword, with the
 // evaluated argument behind it when "(" follows.
-const word* command_operand(const word* p, word* dest, bool lvalue, int* status) {
+const word* command_chain(const word* p, word* dest, bool lvalue, int* status, int first_code) {
   if (!room(dest, 4)) return nullptr;
   dest[0] = 4;
   dest[1] = T_SEGMENTS;
   dest[2] = 0;
   dest[3] = 0;
   const word* q = p;
-  while (keyword_token(q)) {
-    if (q[0] == C_DEMO) {
-      if (!add_item(dest, dest + dest[0], KW_demo)) return nullptr;
+  for (int code = first_code; code >= 0 || keyword_token(q); code = -1) {
+    if (code < 0) {
+      if (q[0] == C_DEMO && !add_item(dest, dest + dest[0], KW_demo)) return nullptr;
+      code = q[1];
+      q += 2;
     }
-    word* item = add_item(dest, dest + dest[0], q[1]);
+    word* item = add_item(dest, dest + dest[0], code);
     if (!item) return nullptr;
-    q += 2;
     if (q[0] == C_OPER && q[1] == '(') {
       q = argument(q, dest, item, status);
       if (!q) return nullptr;
     }
   }
-  if (q[0] == C_TYPE_FUNC) {
-    voir_message(0, 99);
-    return nullptr;
-  }
   if (!lvalue && run_command(dest, status) < 0) return nullptr;
   return q;
+}
+
+const word* command_operand(const word* p, word* dest, bool lvalue, int* status) {
+  if (p[0] == C_TYPE_FUNC) return call_command_formal(p, dest, lvalue, status);
+  return command_chain(p, dest, lvalue, status, -1);
 }
 
 int run_command(word* at, int* status) {
@@ -93,6 +97,8 @@ int run_command(word* at, int* status) {
 }
 
 int assign_command(word* record, const word* value) {
+  if (item_count(record) == 1 && first_item(record)[2] == KW_func && item_value(first_item(record)) == nullptr)
+    return define_from_console(record, value);
   return EVALUER_1_assign(record, value, eval_limit());
 }
 
@@ -117,17 +123,15 @@ const word* record_operand(const word* p, word* dest, int* status) {
       dest[1] = T_FLOAT;
       return p + p[0];
     case R_UNDEFINED:
+      // Left unlinked: a call through a formal, or linking was skipped.
+      if (lang().link_state == 1) return call_function(p, dest, status);
       voir_mot(KW_link);
       voir_texte(" OFF");
       voir_message(0, 99);
       return nullptr;
     case R_CODE_FUNC:
     case R_FUNC_DISK:
-      if (!lang().call_function) {
-        voir_message(0, 99);
-        return nullptr;
-      }
-      return lang().call_function(p, dest, status);
+      return call_function(p, dest, status);
     case R_ORIGIN:
       if (!room(dest, 4)) return nullptr;
       put_nil(dest);

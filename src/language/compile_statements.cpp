@@ -98,7 +98,8 @@ int Statements::plain() {
       end = group_end(in, end);
       continue;
     }
-    if (t[0] == C_COMMAND && t[1] < 200 && oper_at(in, next_token(in, end), '=')) {
+    // An interpreter command takes no "=", but for `func = "source"`.
+    if (t[0] == C_COMMAND && t[1] < 200 && t[1] != KW_func && oper_at(in, next_token(in, end), '=')) {
       voir_mot(t[1]);
       voir_texte("=");
       return fail(66);

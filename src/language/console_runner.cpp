@@ -12,6 +12,7 @@
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
+#include "language/call.h"
 #include "language/code_object.h"
 #include "language/compile.h"
 #include "language/eval.h"
@@ -48,8 +49,11 @@ void echo(word* result) {
 
 int run_console_line(std::string& braced, int interactive, word* eval_stack) {
   if (interactive > 0) {
+    // A line abandoned inside calls left their frames: restore them.
+    unwind_frames();
     EvalState& E = eval_state();
     E.go = 0;
+    E.post_mortem_done = false;
     E.line = 0;
     lang().running_function = nullptr;
     float* error_values = vocab().current[KW_error];

@@ -24,6 +24,8 @@ struct EvalState {
   int go = 0;                   // GO: the console loop ends after the text
   bool quiet = false;           // the last statement was an assignment
   int depth = 0;                // nested function calls (depth guard)
+  const word* code = nullptr;   // the code being run (its symbol table names calls)
+  bool post_mortem_done = false;  // the failing function was shown
 };
 
 EvalState& eval_state();

@@ -33,6 +33,8 @@ const word* record_operand(const word* p, word* dest, int* status);
 // A chain of command words with their argument groups: the command
 // record is built at `dest`, and run unless `lvalue`.
 const word* command_operand(const word* p, word* dest, bool lvalue, int* status);
+// The same, the first keyword's code given (a formal standing for a command).
+const word* command_chain(const word* p, word* dest, bool lvalue, int* status, int first_code);
 // Runs the command record at `at` in place (EVALUER_0 then EVALUER_1).
 int run_command(word* at, int* status);
 

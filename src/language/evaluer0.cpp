@@ -25,6 +25,8 @@ constexpr Entry ANYWHERE[] = {
     {KW_debug, DEBUG_a},
     {KW_yes, YES_NO_a},
     {KW_no, YES_NO_a},
+    {KW_read, READ_a},
+    {KW_write, WRITE_a},
 };
 
 // Handlers chosen by the first word.
@@ -34,6 +36,21 @@ constexpr Entry FIRST[] = {
     {KW_print, PRINT_a},     {KW_return, RETURN_a},  {KW_status, a_status},  {KW_system, SYSTEM_a},
     {KW_static, DECLARED_a}, {KW_extern, DECLARED_a}, {KW_global, DECLARED_a},
     {KW_calloc, ALLOC_a},    {KW_malloc, ALLOC_a},
+    // The value functions.
+    {KW_abs, fct0},          {KW_acos, fct0},        {KW_acosh, fct0},       {KW_arc, fct0},
+    {KW_ascii, fct0},        {KW_asin, fct0},        {KW_asinh, fct0},       {KW_atan, fct0},
+    {KW_atanh, fct0},        {KW_atof, fct0},        {KW_atoi, fct0},        {KW_char, fct0},
+    {KW_cos, fct0},          {KW_cosh, fct0},        {KW_dist, fct0},        {KW_directory, fct0},
+    {KW_ent, fct0},          {KW_error, fct0},       {KW_exp, fct0},         {KW_fclose, fct0},
+    {KW_float, fct0},        {KW_fopen, fct0},       {KW_fread, fct0},       {KW_func, fct0},
+    {KW_fwrite, fct0},       {KW_getline, fct0},     {KW_getword, fct0},     {KW_grep, fct0},
+    {KW_inclu, fct0},        {KW_int, fct0},         {KW_inv, fct0},         {KW_log, fct0},
+    {KW_module, fct0},       {KW_precision, fct0},   {KW_product, fct0},     {KW_rand, fct0},
+    {KW_randf, fct0},        {KW_rand2f, fct0},      {KW_rand2, fct0},       {KW_scalar, fct0},
+    {KW_sin, fct0},          {KW_sinh, fct0},        {KW_sum, fct0},         {KW_sqrt, fct0},
+    {KW_string, fct0},       {KW_stringf, fct0},     {KW_tan, fct0},         {KW_tanh, fct0},
+    {KW_unit, fct0},         {KW_vector, fct0},      {KW_wait, fct0},        {KW_format, fct0},
+    {KW_average, MIN_MAX_a}, {KW_max, MIN_MAX_a},    {KW_min, MIN_MAX_a},    {KW_puls, PULS_a},
 };
 
 Handler find(const Entry* table, size_t n, int code) {

@@ -5,6 +5,7 @@
 #include "kernel/bloc.h"
 #include "kernel/keywords.h"
 #include "kernel/values.h"
+#include "language/lang_state.h"
 #include "scene/chains.h"
 #include "scene/object_store.h"
 
@@ -66,5 +67,7 @@ Objet* define_function(const char* source) {
   f->local = value;
   libere_bloc(f->code);
   f->code = nullptr;
+  f->reserved = 1;            // not saved to a file yet
+  lang().link_state = 0;      // calls are linked again before the next call
   return f;
 }

@@ -17,6 +17,10 @@ int GO_a(word* record, const word* limit);
 int INI_a(word* record, const word* limit);
 int LINK_a(word* record, const word* limit);
 int PRINT_a(word* record, const word* limit);
+int READ_a(word* record, const word* limit);
+int WRITE_a(word* record, const word* limit);
+// `func = "source"`: defines or replaces the functions of the text.
+int define_from_console(word* record, const word* value);
 int RETURN_a(word* record, const word* limit);
 int a_status(word* record, const word* limit);
 int SYSTEM_a(word* record, const word* limit);
@@ -30,3 +34,11 @@ struct ScheduledFunction {
 };
 #include <vector>
 std::vector<ScheduledFunction>& exec_schedule();
+
+// The value functions of the interpreter vocabulary (fct0.h): `fct0`
+// passes the record on (1) when an item belongs to another vocabulary.
+int fct0(word* record, const word* limit);
+// `average`, `max`, `min` with two or more items: element-wise over the
+// items' vectors; with one item, fct0.
+int MIN_MAX_a(word* record, const word* limit);
+int PULS_a(word* record, const word* limit);

@@ -162,9 +162,12 @@ const word* Run::do_switch(const word* r) {
   return target;
 }
 
+// Printed once, by the innermost failing run of a line.
 void post_mortem(int line) {
   Objet* f = lang().running_function;
-  if (!f) return;
+  EvalState& E = eval_state();
+  if (!f || E.post_mortem_done) return;
+  E.post_mortem_done = true;
   voir_mot(KW_func);
   VOIR_CHAR("%s ", f->name ? f->name : "");
   voir_message(0, 4);
@@ -178,10 +181,23 @@ void post_mortem(int line) {
   f->work[1] = line;
 }
 
+int run_code(const word* code, word* base, word** result);
+
 }  // namespace
 
 int interp(const word* code, word* base, word** result) {
   if (!code) return 0;
+  EvalState& E = eval_state();
+  const word* outer_code = E.code;
+  E.code = code;
+  int r = run_code(code, base, result);
+  E.code = outer_code;
+  return r;
+}
+
+namespace {
+
+int run_code(const word* code, word* base, word** result) {
   EvalState& E = eval_state();
   Run run{code, base, {}, 0, 0};
   put_nil(base);
@@ -243,3 +259,5 @@ int interp(const word* code, word* base, word** result) {
   }
   return 0;
 }
+
+}  // namespace

@@ -28,10 +28,6 @@ struct LanguageState {
   // Runs the initial text of a `static` at compile time, storing its value
   // (a new heap bloc) in *value; installed by the interpreter.
   int (*static_runner)(const char* text, bloc* value) = nullptr;
-  // Calls a function record (CODE_FUNC or FUNC_DISK) with its argument
-  // groups behind it, leaving the value at `dest`; installed by the
-  // function layer.
-  const word* (*call_function)(const word* record, word* dest, int* status) = nullptr;
   int system_value = 0;         // set by `system(n)`
   // Runs the functions of the exec schedule; installed by the cycle.
   int (*run_schedule)() = nullptr;

@@ -1,0 +1,294 @@
+// evaluer_fonction: one call of a user function. The arguments are
+// evaluated in the caller, the callee's variables are saved on the frame
+// stack (so that recursion sees fresh locals while statics stay shared),
+// the formals are bound, the code runs, and the frame is restored.
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "kernel/bloc.h"
+#include "kernel/handles.h"
+#include "kernel/kernel.h"
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "kernel/vocab.h"
+#include "language/call.h"
+#include "language/code.h"
+#include "language/commands.h"
+#include "language/compile.h"
+#include "language/eval.h"
+#include "language/eval_internal.h"
+#include "language/function_files.h"
+#include "language/functions.h"
+#include "language/lang_state.h"
+#include "language/lexer.h"
+#include "language/operators.h"
+#include "language/variables.h"
+
+namespace {
+
+// One saved variable, or the mark that opens a call's frame.
+struct FrameEntry {
+  word handle;   // the variable; 0 for a frame mark
+  int kind, subkind, work5, work6;
+  bloc value;
+};
+
+std::vector<FrameEntry>& frames() {
+  static std::vector<FrameEntry> f;
+  return f;
+}
+
+// Calls nest through the C++ stack: a guard stops them well before it
+// could run out, by depth and by the stack actually used (which differs
+// between builds).
+constexpr int MAX_DEPTH = 2000;
+constexpr long MAX_STACK_BYTES = 3L << 20;
+const char* stack_top = nullptr;
+
+bool too_deep() {
+  char here;
+  if (eval_state().depth == 0) stack_top = &here;
+  long used = stack_top ? static_cast<long>(stack_top - &here) : 0;
+  return eval_state().depth >= MAX_DEPTH || used > MAX_STACK_BYTES || used < -MAX_STACK_BYTES;
+}
+
+const char* call_name(const word* record) {
+  const word* code = eval_state().code;
+  if (!code) return nullptr;
+  const word* table = code + code[0] + 1;
+  for (int i = 0; *table; table += table[0], i++)
+    if (i == record[4]) return reinterpret_cast<const char*>(table + 5);
+  return nullptr;
+}
+
+// The function a formal holds: a link made at binding, or a name.
+Objet* function_of_formal(Objet* formal) {
+  if (!formal) return nullptr;
+  if (formal->kind == KIND_FUNC) return handle_objet(formal->work[6]);
+  if (formal->local && tag(formal->local) == T_CHAR) return get_fonction(text(formal->local));
+  return nullptr;
+}
+
+// The called function, loaded from disk when it is not in memory.
+Objet* callee(const word* record) {
+  if (record[1] == R_CODE_FUNC) {
+    Objet* f = handle_objet(record[2]);
+    if (f && f->kind == KIND_FUNC) return f;
+  }
+  const char* name = call_name(record);
+  if (!name) return nullptr;
+  Objet* f = get_fonction(name);
+  if (f) return f;
+  if (record[1] == R_UNDEFINED) {
+    // A call through a formal that holds a function.
+    Objet* running = lang().running_function;
+    return running ? function_of_formal(var_find(running->locals, V_FORMEL, name)) : nullptr;
+  }
+  return load_function_from_disk(name);
+}
+
+void save_variables(Objet* f) {
+  std::vector<FrameEntry>& fr = frames();
+  fr.push_back({0, f->work[0], 0, 0, 0, nullptr});
+  if (!f->locals) return;
+  for (Objet* v = f->locals->next; v; v = v->next) {
+    if (var_kind(v) == V_STATIC || v->subkind == V_BY_ADDRESS) continue;
+    fr.push_back({objet_handle(v), v->kind, v->subkind, v->work[5], v->work[6], v->local});
+    v->local = nullptr;
+  }
+}
+
+void restore_variables() {
+  std::vector<FrameEntry>& fr = frames();
+  while (!fr.empty()) {
+    FrameEntry e = fr.back();
+    fr.pop_back();
+    if (e.handle == 0) return;
+    Objet* v = handle_objet(e.handle);
+    if (!v) {
+      voir_message(0, 114);
+      libere_valeur(e.value);
+      continue;
+    }
+    v->kind = e.kind;
+    v->subkind = e.subkind;
+    v->work[5] = e.work5;
+    v->work[6] = e.work6;
+    libere_valeur(v->local);
+    v->local = e.value;
+  }
+}
+
+int copy_into(Objet* v, const word* value) {
+  libere_valeur(v->local);
+  v->local = nullptr;
+  if (!value || tag(value) == T_NIL) {
+    v->local = alloue_bloc(4);
+    if (!v->local) return -1;
+    put_nil(v->local);
+    return 0;
+  }
+  v->local = alloue_bloc(size(value));
+  if (!v->local) return -1;
+  memcpy(v->local, value, static_cast<size_t>(size(value)) * sizeof(word));
+  return 0;
+}
+
+// A formal declared `func`: a command name makes it that command, a
+// function name links it to the function.
+int bind_function_formal(Objet* formal, const word* value) {
+  const char* name = value && tag(value) == T_CHAR ? text(value) : nullptr;
+  int voc = 0, code = 0;
+  if (name && chercher_commande(name, &voc, &code) >= 0) {
+    formal->kind = C_COMMAND;
+    formal->work[6] = code;
+    return 0;
+  }
+  Objet* f = name ? get_fonction(name) : nullptr;
+  if (!f) f = name ? load_function_from_disk(name) : nullptr;
+  if (!f) {
+    voir_mot(KW_func);
+    if (name) VOIR_CHAR("%s ", name);
+    voir_message(0, 41);
+    return -1;
+  }
+  formal->kind = KIND_FUNC;
+  formal->work[6] = objet_handle(f);
+  return 0;
+}
+
+// Binds the evaluated arguments (items from `args`, `count` of them) to
+// the formals; formals without an argument get NIL.
+int bind(Objet* f, const word* args, int count) {
+  if (!f->locals) return 0;
+  int k = 0;
+  for (Objet* v = f->locals->next; v && k < f->work[0]; v = v->next) {
+    if (v->kind != V_FORMEL && v->kind != V_TYPE_FUNC) continue;
+    const word* arg = k < count ? args : nullptr;
+    if (arg) args += item_words(args);
+    k++;
+    if (v->kind == V_TYPE_FUNC) {
+      if (bind_function_formal(v, arg) < 0) return -1;
+      continue;
+    }
+    if (arg && (arg[0] == T_ADDRESS || (v->subkind == V_BY_ADDRESS && is_variable_token(arg)))) {
+      // By address: the formal refers to the caller's variable.
+      Objet* target = arg[0] == T_ADDRESS ? handle_objet(arg[1]) : variable_of(arg);
+      if (!target) return -1;
+      libere_valeur(v->local);
+      v->local = nullptr;
+      var_make_address(v, objet_handle(target));
+      v->subkind = V_BY_ADDRESS;
+      continue;
+    }
+    const word* value = arg ? get_evaluation(arg) : nullptr;
+    if (arg && !value) return -1;
+    if (copy_into(v, value) < 0) return -1;
+  }
+  return 0;
+}
+
+bool formal_by_address(const Objet* f, int k) {
+  if (!f->locals) return false;
+  int i = 0;
+  for (const Objet* v = f->locals->next; v; v = v->next) {
+    if (v->kind != V_FORMEL && v->kind != V_TYPE_FUNC && var_kind(v) != V_FORMEL) continue;
+    if (i++ == k) return v->subkind == V_BY_ADDRESS;
+  }
+  return false;
+}
+
+// The argument groups behind a call, evaluated one after the other from
+// `at`; the cursor after them, the count in *count.
+const word* arguments(const word* p, int groups, Objet* f, word* at, int* count, int* status) {
+  *count = 0;
+  for (int i = 0; i < groups; i++) {
+    if (p[0] != C_OPER || p[1] != '(') break;
+    bool by_address = f && formal_by_address(f, i);
+    p = eval_group(p, at, by_address, status);
+    if (!p) return nullptr;
+    if (!by_address && at[0] != T_ADDRESS && resolve_item(at, status) < 0) return nullptr;
+    at += item_words(at);
+    (*count)++;
+  }
+  return p;
+}
+
+// Runs `f` with the evaluated arguments at `args`; its value at `dest`.
+int evaluer_fonction(Objet* f, word* dest, word* args, int count, word* after) {
+  EvalState& E = eval_state();
+  LanguageState& L = lang();
+  if (too_deep()) {
+    voir_message(0, 73);
+    return -1;
+  }
+  if (!f->code && (a_compile(f) < 0 || lier_fonction(f) < 0)) return -1;
+  Objet* caller = L.running_function;
+  L.running_function = f;
+  save_variables(f);
+  int r = bind(f, args, count);
+  word* result = nullptr;
+  if (r >= 0) {
+    E.depth++;
+    int outer_line = E.line;
+    r = interp(f->code, after, &result);
+    E.line = outer_line;
+    E.depth--;
+  }
+  if (r >= 0 && result) {
+    int st = 0;
+    r = resolve_item(result, &st);
+  }
+  if (r >= 0 && result) memmove(dest, result, static_cast<size_t>(item_words(result)) * sizeof(word));
+  restore_variables();
+  L.running_function = caller;
+  if (r < 0) TRACE_FAIL("evaluer_fonction()");
+  return r;
+}
+
+}  // namespace
+
+const word* call_function(const word* p, word* dest, int* status) {
+  LanguageState& L = lang();
+  if (L.link_state != 1 && lier_tout() < 0) return nullptr;
+  int groups = p[0] > 0 ? p[3] : 0;
+  Objet* f = nullptr;
+  if (p[0] == C_TYPE_FUNC) {
+    Objet* formal = handle_objet(p[1]);
+    f = function_of_formal(formal);
+    groups = 0;
+    for (const word* q = p + 2; q[0] == C_OPER && q[1] == '('; q = skip_operand(q)) groups++;
+  } else {
+    f = callee(p);
+  }
+  if (!f) {
+    const char* name = p[0] > 0 ? call_name(p) : nullptr;
+    err_fonction(name, 0);
+    return nullptr;
+  }
+  int count = 0;
+  const word* q = arguments(p + (p[0] > 0 ? p[0] : 2), groups, f, dest, &count, status);
+  if (!q) return nullptr;
+  word* after = dest;
+  for (int i = 0; i < count; i++) after += item_words(after);
+  if (!room(after, 8)) return nullptr;
+  if (evaluer_fonction(f, dest, dest, count, after) < 0) return nullptr;
+  *status = 0;
+  return q;
+}
+
+const word* call_command_formal(const word* p, word* dest, bool lvalue, int* status) {
+  Objet* formal = handle_objet(p[1]);
+  if (formal && formal->kind == C_COMMAND) {
+    // The formal stands for a command: the chain is built with its code.
+    return command_chain(p + 2, dest, lvalue, status, formal->work[6]);
+  }
+  return call_function(p, dest, status);
+}
+
+void unwind_frames() {
+  while (!frames().empty()) restore_variables();
+  eval_state().depth = 0;
+  lang().running_function = nullptr;
+}

@@ -1,0 +1,200 @@
+// Text files of the language: `fopen` gives a slot number, `fclose` frees
+// it, `fread` reads the rest of a file (or a whole named file), `fwrite`
+// writes texts and numbers, `getline` and `getword` read one line or one
+// word. Every system call goes through platform/files.h.
+#include <cstdio>
+
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "language/eval.h"
+#include "language/fct0.h"
+#include "platform/files.h"
+
+namespace {
+
+// Slots 1 to FILE_SLOTS; slot 0 stays unused so that no valid number is 0.
+constexpr int FILE_SLOTS = 20;
+
+struct FileTable {
+  OsFile* slot[FILE_SLOTS + 1] = {};
+};
+
+FileTable& files() {
+  static FileTable table;
+  return table;
+}
+
+// The argument of the first item as a value, or null when it has none.
+const word* argument(Fct0Call& c) { return c.arg ? get_evaluation(c.arg) : nullptr; }
+
+// The slot number held by the first element of a FLOAT value, or -1.
+int slot_number(const word* v) {
+  if (!v || tag(v) != T_FLOAT || value_elements(v) < 1) return -1;
+  return to_int(getf(v, 0));
+}
+
+OsFile* open_slot(int num) { return num >= 1 && num <= FILE_SLOTS ? files().slot[num] : nullptr; }
+
+// The open file named by the argument; null after the report.
+OsFile* file_of(Fct0Call& c) {
+  const word* v = argument(c);
+  OsFile* f = open_slot(slot_number(v));
+  if (!f) err_objet(c.first[2], v, -1, 0, nullptr);
+  return f;
+}
+
+// Reads the rest of `f` as the CHAR result; NIL when nothing is left.
+int read_rest(Fct0Call& c, OsFile* f) {
+  TextOut t = text_begin(c);
+  size_t got = 0;
+  while (!t.full) {
+    size_t n = os_read(f, t.p, static_cast<size_t>(t.end - t.p));
+    if (n == 0) break;
+    t.p += n;
+    got += n;
+    if (t.p == t.end) {
+      char extra;
+      if (os_read(f, &extra, 1) == 1) t.full = true;
+    }
+  }
+  if (got == 0 && !t.full) return nil_result(c);
+  return text_end(t);
+}
+
+bool write_text(OsFile* f, const char* s, size_t n, size_t* written) {
+  *written += n;
+  return os_write(f, s, n);
+}
+
+// Numbers are written as the print command shows them: "%f ".
+bool write_numbers(OsFile* f, const word* v, int from, size_t* written) {
+  for (int i = from; i < value_elements(v); i++) {
+    char buf[64];
+    int n = snprintf(buf, sizeof buf, "%f ", static_cast<double>(getf(v, i)));
+    if (n < 0 || n >= static_cast<int>(sizeof buf) || !write_text(f, buf, static_cast<size_t>(n), written))
+      return false;
+  }
+  return true;
+}
+
+bool write_part(OsFile* f, const word* part, int from, size_t* written) {
+  if (tag(part) == T_CHAR) return write_text(f, text(part), static_cast<size_t>(value_elements(part)), written);
+  if (tag(part) == T_FLOAT) return write_numbers(f, part, from, written);
+  return true;
+}
+
+}  // namespace
+
+void fct0_close_files() {
+  for (OsFile*& f : files().slot) {
+    os_close(f);
+    f = nullptr;
+  }
+}
+
+// `fopen("name")` reads; with a `fwrite` item it writes the file anew,
+// with an `add` item it appends. The result is the slot number.
+int FOPEN_a(Fct0Call& c) {
+  const word* v = argument(c);
+  if (!v || tag(v) != T_CHAR) return wrong_kind(c);
+  int num = 1;
+  while (num <= FILE_SLOTS && files().slot[num]) num++;
+  if (num > FILE_SLOTS) {
+    voir_mot(KW_fopen);
+    err_debordement(nullptr);
+    return -1;
+  }
+  FileMode mode = FileMode::read;
+  if (c.second && c.second[2] == KW_fwrite) mode = FileMode::write;
+  if (c.second && c.second[2] == KW_add) mode = FileMode::append;
+  OsFile* f = os_open(text(v), mode);
+  if (!f) {
+    if (mode == FileMode::read) err_lecture(text(v));
+    else err_ecriture(text(v));
+    return -1;
+  }
+  files().slot[num] = f;
+  word* r = float_result(c, 1);
+  if (!r) return -12;
+  setf(r, 0, static_cast<float>(num));
+  return 0;
+}
+
+// `fclose(num)` closes one file, `fclose` all of them.
+int FCLOSE_a(Fct0Call& c) {
+  const word* v = argument(c);
+  if (!v) {
+    fct0_close_files();
+    return nil_result(c);
+  }
+  int num = slot_number(v);
+  OsFile* f = open_slot(num);
+  if (!f) {
+    voir_int("fclose %d\n", num);
+    return -1;
+  }
+  os_close(f);
+  files().slot[num] = nullptr;
+  return nil_result(c);
+}
+
+// `fread(num)`: the rest of an open file; `fread("name")`: a whole file.
+int FREAD_a(Fct0Call& c) {
+  const word* v = argument(c);
+  if (v && tag(v) == T_CHAR) {
+    OsFile* f = os_open(text(v), FileMode::read);
+    if (!f) {
+      err_lecture(text(v));
+      return -1;
+    }
+    int r = read_rest(c, f);
+    os_close(f);
+    return r;
+  }
+  OsFile* f = file_of(c);
+  return f ? read_rest(c, f) : -1;
+}
+
+// `fwrite(num, ...)`: the texts as they are and the numbers as "%f ",
+// the first number being the slot. The result is the count of bytes.
+int FWRITE_a(Fct0Call& c) {
+  const word* v = argument(c);
+  const word* first = v && tag(v) == T_HYBRIDE && np(v) > 0 ? v + 4 : v;
+  OsFile* f = open_slot(slot_number(first));
+  if (!f) {
+    err_objet(KW_fwrite, first, -1, 0, nullptr);
+    return -1;
+  }
+  size_t written = 0;
+  bool ok = write_part(f, first, 1, &written);
+  if (tag(v) == T_HYBRIDE) {
+    const word* part = first + size(first);
+    for (int i = 1; ok && i < np(v); i++, part += size(part)) ok = write_part(f, part, 0, &written);
+  }
+  if (!ok) {
+    err_ecriture(nullptr);
+    return -1;
+  }
+  word* r = float_result(c, 1);
+  if (!r) return -12;
+  setf(r, 0, static_cast<float>(written));
+  return 0;
+}
+
+// `getline(num)` and `getword(num)`: tabs, newlines and blanks before
+// the text are skipped; a line ends at a newline or NUL, a word also at
+// a tab or blank. NIL at the end of the file with nothing read.
+int fct0_getline(Fct0Call& c) {
+  OsFile* f = file_of(c);
+  if (!f) return -1;
+  bool word_only = c.first[2] == KW_getword;
+  int ch = os_getc(f);
+  while (ch == 9 || ch == 10 || ch == ' ') ch = os_getc(f);
+  if (ch < 0) return nil_result(c);
+  TextOut t = text_begin(c);
+  while (ch > 0 && ch != '\n' && !(word_only && (ch == '\t' || ch == ' '))) {
+    if (!text_put(t, static_cast<char>(ch))) break;
+    ch = os_getc(f);
+  }
+  return text_end(t);
+}

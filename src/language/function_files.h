@@ -1,0 +1,18 @@
+// Functions kept in text files: "name.func" loaded on demand, `read func`
+// and `write func`.
+#pragma once
+#include <string>
+#include <vector>
+
+#include "kernel/objet.h"
+
+// Defines every function of a text (one or more "name(formals){...}",
+// comments allowed between them); returns how many, or -1 after a report.
+int define_functions(const std::string& text);
+// Reads a file of functions; -1 after a report.
+int read_functions_file(const std::string& path);
+// Writes the named functions (all when `names` is empty) to a file.
+int write_functions_file(const std::vector<std::string>& names, const std::string& path);
+// Loads "name.func" from the working folder, then from the functions
+// folder (option `fun=`); the function, or null.
+Objet* load_function_from_disk(const char* name);

@@ -1,0 +1,40 @@
+#include "platform/files.h"
+
+#include <chrono>
+#include <cstdio>
+#include <system_error>
+#include <filesystem>
+
+struct OsFile {
+  FILE* stream;
+};
+
+OsFile* os_open(const char* path, FileMode mode) {
+  if (!path || !*path) return nullptr;
+  // Only regular files may be read: a fifo or a device could block for ever.
+  std::error_code ec;
+  if (mode == FileMode::read && !std::filesystem::is_regular_file(path, ec)) return nullptr;
+  const char* how = mode == FileMode::read ? "rb" : mode == FileMode::write ? "wb" : "ab";
+  FILE* s = fopen(path, how);
+  if (!s) return nullptr;
+  return new OsFile{s};
+}
+
+int os_getc(OsFile* f) { return getc(f->stream); }
+
+size_t os_read(OsFile* f, char* buf, size_t n) { return fread(buf, 1, n, f->stream); }
+
+bool os_write(OsFile* f, const char* s, size_t n) {
+  return fwrite(s, 1, n, f->stream) == n && fflush(f->stream) == 0;
+}
+
+void os_close(OsFile* f) {
+  if (!f) return;
+  fclose(f->stream);
+  delete f;
+}
+
+long long clock_ms() {
+  using namespace std::chrono;
+  return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
+}
