@@ -3,6 +3,7 @@
 # by side with hyperfine; prints the ratios.
 #   (a) a scalar loop summing 1..10,000,000
 #   (b) 100,000 additions of two 1,000-element vectors
+#   (c) a recursive fib(25)
 # Usage: bench/interp_vs.sh [path/to/orvela]
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -54,6 +55,22 @@ for k in range(100000):
 print(c[999])
 X
 
+cat > fib.orv <<'X'
+func = "fib(n){ if(n<2) return(n); return(fib(n-1)+fib(n-2)); }"
+fib(25)
+X
+cat > fib.lua <<'X'
+local function fib(n) if n < 2 then return n end return fib(n - 1) + fib(n - 2) end
+print(fib(25))
+X
+cat > fib.py <<'X'
+def fib(n):
+    if n < 2:
+        return n
+    return fib(n - 1) + fib(n - 2)
+print(fib(25))
+X
+
 run() {  # name
   hyperfine --warmup 1 --runs 5 --export-json "$1.json" \
     -n orvela "$bin gra=0 ID < $1.orv" -n lua "lua5.4 $1.lua" -n python "$py $1.py" >/dev/null
@@ -67,3 +84,4 @@ run() {  # name
 }
 run sum
 run vec
+run fib

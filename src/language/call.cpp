@@ -27,15 +27,25 @@
 
 namespace {
 
-// One saved variable, or the mark that opens a call's frame.
+// One saved variable, or the mark that opens a call's frame. A formal's
+// value is copied into the arena, its bloc staying with the variable to
+// be overwritten by the next binding; other variables hand their bloc
+// over to the frame, so that the call starts them fresh.
 struct FrameEntry {
   word handle;   // the variable; 0 for a frame mark
   int kind, subkind, work5, work6;
-  bloc value;
+  bloc moved;        // the value bloc handed over, or null
+  size_t copied;     // offset of the copied value in the arena
+  int copied_words;  // 0 when nothing was copied
 };
 
-std::vector<FrameEntry>& frames() {
-  static std::vector<FrameEntry> f;
+struct Frames {
+  std::vector<FrameEntry> entries;
+  std::vector<word> arena;
+};
+
+Frames& frames() {
+  static Frames f;
   return f;
 }
 
@@ -89,50 +99,78 @@ Objet* callee(const word* record) {
 }
 
 void save_variables(Objet* f) {
-  std::vector<FrameEntry>& fr = frames();
-  fr.push_back({0, f->work[0], 0, 0, 0, nullptr});
+  Frames& fr = frames();
+  fr.entries.push_back({0, f->work[0], 0, 0, 0, nullptr, 0, 0});
   if (!f->locals) return;
   for (Objet* v = f->locals->next; v; v = v->next) {
     if (var_kind(v) == V_STATIC || v->subkind == V_BY_ADDRESS) continue;
-    fr.push_back({objet_handle(v), v->kind, v->subkind, v->work[5], v->work[6], v->local});
-    v->local = nullptr;
+    FrameEntry e{objet_handle(v), v->kind, v->subkind, v->work[5], v->work[6], nullptr, fr.arena.size(), 0};
+    if (v->kind == V_FORMEL && v->local) {
+      e.copied_words = v->local[0];
+      fr.arena.insert(fr.arena.end(), v->local, v->local + v->local[0]);
+    } else {
+      e.moved = v->local;
+      v->local = nullptr;
+    }
+    fr.entries.push_back(e);
   }
 }
 
+// Replaces a variable's value by `words` words from `src`, reusing its
+// bloc when the size is the same.
+int put_value(Objet* v, const word* src, int words) {
+  if (!v->local || v->local[0] != words) {
+    libere_valeur(v->local);
+    v->local = alloue_bloc(words);
+    if (!v->local) return -1;
+  }
+  memcpy(v->local, src, static_cast<size_t>(words) * sizeof(word));
+  return 0;
+}
+
+// Formals that referred to the caller's variables become plain again.
+void release_address_formals(Objet* f) {
+  if (!f->locals) return;
+  for (Objet* v = f->locals->next; v; v = v->next)
+    if (v->kind == V_ADDRESS && v->subkind == V_BY_ADDRESS) {
+      v->kind = v->work[5];
+      v->work[6] = 0;
+    }
+}
+
 void restore_variables() {
-  std::vector<FrameEntry>& fr = frames();
-  while (!fr.empty()) {
-    FrameEntry e = fr.back();
-    fr.pop_back();
+  Frames& fr = frames();
+  while (!fr.entries.empty()) {
+    FrameEntry e = fr.entries.back();
+    fr.entries.pop_back();
     if (e.handle == 0) return;
     Objet* v = handle_objet(e.handle);
     if (!v) {
       voir_message(0, 114);
-      libere_valeur(e.value);
+      libere_valeur(e.moved);
       continue;
     }
     v->kind = e.kind;
     v->subkind = e.subkind;
     v->work[5] = e.work5;
     v->work[6] = e.work6;
-    libere_valeur(v->local);
-    v->local = e.value;
+    if (e.copied_words) {
+      put_value(v, fr.arena.data() + e.copied, e.copied_words);
+      fr.arena.resize(e.copied);
+    } else {
+      libere_valeur(v->local);
+      v->local = e.moved;
+    }
   }
 }
 
 int copy_into(Objet* v, const word* value) {
-  libere_valeur(v->local);
-  v->local = nullptr;
   if (!value || tag(value) == T_NIL) {
-    v->local = alloue_bloc(4);
-    if (!v->local) return -1;
-    put_nil(v->local);
-    return 0;
+    word nil[4];
+    put_nil(nil);
+    return put_value(v, nil, 4);
   }
-  v->local = alloue_bloc(size(value));
-  if (!v->local) return -1;
-  memcpy(v->local, value, static_cast<size_t>(size(value)) * sizeof(word));
-  return 0;
+  return put_value(v, value, size(value));
 }
 
 // A formal declared `func`: a command name makes it that command, a
@@ -164,7 +202,7 @@ int bind(Objet* f, const word* args, int count) {
   if (!f->locals) return 0;
   int k = 0;
   for (Objet* v = f->locals->next; v && k < f->work[0]; v = v->next) {
-    if (v->kind != V_FORMEL && v->kind != V_TYPE_FUNC) continue;
+    if (var_kind(v) != V_FORMEL && v->kind != V_TYPE_FUNC) continue;
     const word* arg = k < count ? args : nullptr;
     if (arg) args += item_words(args);
     k++;
@@ -242,6 +280,7 @@ int evaluer_fonction(Objet* f, word* dest, word* args, int count, word* after) {
   }
   if (r >= 0 && result) memmove(dest, result, static_cast<size_t>(item_words(result)) * sizeof(word));
   restore_variables();
+  release_address_formals(f);
   L.running_function = caller;
   if (r < 0) TRACE_FAIL("evaluer_fonction()");
   return r;
@@ -267,6 +306,8 @@ const word* call_function(const word* p, word* dest, int* status) {
     err_fonction(name, 0);
     return nullptr;
   }
+  // Compiled first: its formals tell which arguments go by address.
+  if (!f->code && (a_compile(f) < 0 || lier_fonction(f) < 0)) return nullptr;
   int count = 0;
   const word* q = arguments(p + (p[0] > 0 ? p[0] : 2), groups, f, dest, &count, status);
   if (!q) return nullptr;
@@ -288,7 +329,7 @@ const word* call_command_formal(const word* p, word* dest, bool lvalue, int* sta
 }
 
 void unwind_frames() {
-  while (!frames().empty()) restore_variables();
+  while (!frames().entries.empty()) restore_variables();
   eval_state().depth = 0;
   lang().running_function = nullptr;
 }

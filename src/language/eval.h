@@ -28,7 +28,9 @@ struct EvalState {
   bool post_mortem_done = false;  // the failing function was shown
 };
 
-EvalState& eval_state();
+// The evaluator's state, reached through eval_state().
+extern EvalState the_eval_state;
+inline EvalState& eval_state() { return the_eval_state; }
 // End of the evaluation area in use: the console's area, or the private
 // area of a text run by executer_texte.
 inline word* eval_limit() { return eval_state().limit; }

@@ -12,10 +12,7 @@
 #include "language/eval_internal.h"
 #include "language/operators.h"
 
-EvalState& eval_state() {
-  static EvalState s;
-  return s;
-}
+EvalState the_eval_state;
 
 bool room(const word* at, long words) {
   if (at + words <= eval_limit()) return true;

@@ -53,10 +53,19 @@ constexpr Entry FIRST[] = {
     {KW_average, MIN_MAX_a}, {KW_max, MIN_MAX_a},    {KW_min, MIN_MAX_a},    {KW_puls, PULS_a},
 };
 
-Handler find(const Entry* table, size_t n, int code) {
-  for (size_t i = 0; i < n; i++)
-    if (table[i].code == code) return table[i].handler;
-  return nullptr;
+// The two tables spread by code, built once: dispatch is one load.
+struct Dispatch {
+  Handler anywhere[KW_PER_VOC] = {};
+  Handler first[KW_PER_VOC] = {};
+  Dispatch() {
+    for (const Entry& e : ANYWHERE) anywhere[e.code] = e.handler;
+    for (const Entry& e : FIRST) first[e.code] = e.handler;
+  }
+};
+
+const Dispatch& dispatch() {
+  static const Dispatch d;
+  return d;
 }
 
 // With `error` off, a failed handler leaves the value in place and the
@@ -115,11 +124,13 @@ int EVALUER_0(word* record, const word* limit) {
   if (item_count(record) < 1) return set_result_nil(record);
   word* item = first_item(record);
   if (item[1] != 0) return 1;
+  const Dispatch& d = dispatch();
   for (int i = 0; i < item_count(record); i++, item = next_item(item)) {
-    Handler h = find(ANYWHERE, sizeof ANYWHERE / sizeof *ANYWHERE, item[2]);
-    if (h) return outcome(h(record, limit));
+    int code = item[2];
+    if (code >= 0 && code < KW_PER_VOC && d.anywhere[code]) return outcome(d.anywhere[code](record, limit));
   }
-  Handler h = find(FIRST, sizeof FIRST / sizeof *FIRST, first_item(record)[2]);
+  int code = first_item(record)[2];
+  Handler h = code >= 0 && code < KW_PER_VOC ? d.first[code] : nullptr;
   if (!h) return 1;
   return outcome(h(record, limit));
 }

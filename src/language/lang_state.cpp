@@ -1,6 +1,3 @@
 #include "language/lang_state.h"
 
-LanguageState& lang() {
-  static LanguageState s;
-  return s;
-}
+LanguageState the_language_state;

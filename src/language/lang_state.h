@@ -35,4 +35,6 @@ struct LanguageState {
   Objet* (*local_root)(Objet* local_function) = nullptr;
 };
 
-LanguageState& lang();
+// The one state of the language layer, reached through lang().
+extern LanguageState the_language_state;
+inline LanguageState& lang() { return the_language_state; }
