@@ -17,8 +17,19 @@ int main(int argc, char** argv) {
   interrupt_clear();
   interrupt_install();
   in_set_interrupt_hook(interrupt_dialogue);
-  // With graphics off the interaction entry only says so.
-  if (!screen().gra) voir_message(1, 95);
+  // With graphics off the interaction entry only says so, and the
+  // launching text runs once.
+  if (!screen().gra) {
+    voir_message(1, 95);
+    if (k.Mode_idle == 0 && k.lan_state == 1 && !k.lan.empty()) {
+      std::string launch = k.lan;
+      k.lan.clear();
+      try {
+        run_launch_text(launch);
+      } catch (const Abandon&) {
+      }
+    }
+  }
   for (;;) {
     try {
       lire_executer(1, 0, k.eval_stack, 0);

@@ -31,7 +31,8 @@ int bye(bool abs) {
       if (!confirmed(0, 90)) return -1;
     }
     if (!b.function.empty() && b.run_function) b.run_function(b.function);
-    if (b.functions_unsaved && !confirmed(0, 70)) return -1;
+    bool unsaved = b.functions_unsaved || (b.functions_unsaved_check && b.functions_unsaved_check());
+    if (unsaved && !confirmed(0, 70)) return -1;
     if (b.volumes_unsaved && !confirmed(1, 47)) return -1;
     if (b.trajectories_unsaved && !confirmed(1, 48)) return -1;
     if (b.kinematics_unsaved && !confirmed(1, 49)) return -1;

@@ -11,6 +11,8 @@ struct ByeState {
   bool kinematics_unsaved = false;
   // Runs the stored exit function; installed by the language layer.
   int (*run_function)(const std::string& name) = nullptr;
+  // True when functions were changed and not saved; installed likewise.
+  bool (*functions_unsaved_check)() = nullptr;
 };
 
 ByeState& bye_state();

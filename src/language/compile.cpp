@@ -154,7 +154,12 @@ int a_compile(Objet* obj) {
     err_vide(nullptr, obj);
     return -1;
   }
-  if (Yes(KW_compile) < 1) return 0;
+  // With `no compile` functions are left uncompiled; console texts still
+  // compile, or the switch could never be turned back on.
+  if (Yes(KW_compile) < 1 && !is_console(obj)) {
+    err_compile_off(obj->name);
+    return -1;
+  }
   LanguageState& L = lang();
   if (obj->locals && !is_console(obj)) {
     rem_chaine_privee(obj->locals);

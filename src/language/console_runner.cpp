@@ -7,6 +7,7 @@
 #include <string>
 
 #include "kernel/bloc.h"
+#include "kernel/bye.h"
 #include "kernel/console.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
@@ -80,6 +81,20 @@ int run_static_initialiser(const char* text_in, bloc* value) {
   return 0;
 }
 
+// The function stored by `bye func("f")`, run at exit.
+int run_exit_function(const std::string& name) {
+  std::vector<word> value;
+  std::string call = name.find('(') == std::string::npos ? name + "()" : name;
+  return executer_texte(call.c_str(), value);
+}
+
+// Functions defined or changed since they were last read or written.
+bool functions_unsaved() {
+  for (Objet* f = chaine_classe(KW_func)->next; f; f = f->next)
+    if (f->kind == KW_func && f->reserved) return true;
+  return false;
+}
+
 // Words of the private area of a text run from inside a command.
 constexpr size_t TEXT_AREA = 1 << 16;
 
@@ -102,4 +117,11 @@ int executer_texte(const char* text_in, std::vector<word>& value) {
 void install_console_runner() {
   console().runner = run_console_line;
   lang().static_runner = run_static_initialiser;
+  bye_state().run_function = run_exit_function;
+  bye_state().functions_unsaved_check = functions_unsaved;
+}
+
+int run_launch_text(const std::string& text_in) {
+  std::string braced = "{" + text_in + "\n}";
+  return run_console_line(braced, 1, kernel().eval_stack);
 }
