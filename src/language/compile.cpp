@@ -81,7 +81,9 @@ int compile_object(Objet* obj, Symboles& sym) {
   Compilation c;
   c.obj = obj;
   c.console = is_console(obj);
-  c.owner = obj->kind == KIND_LOCAL ? obj : (L.running_function ? L.running_function : obj);
+  // A console text typed while a function runs sees that function's
+  // variables; a function always owns its own.
+  c.owner = c.console && L.running_function ? L.running_function : obj;
   c.sym = &sym;
   Tokens tokens;
   tokens.reserve(1024);
