@@ -32,12 +32,12 @@ std::string format_string(const char* format, const char* s) {
     const char* q = p + 1;
     while (*q && strchr("-+ #0123456789.", *q)) q++;
     if (*q != 's' || q - p > 20) { out.push_back('%'); continue; }
-    char spec[24];
-    memcpy(spec, p, q - p + 1);
-    spec[q - p + 1] = 0;
-    int n = snprintf(nullptr, 0, spec, s);
+    char conversion[24];
+    memcpy(conversion, p, q - p + 1);
+    conversion[q - p + 1] = 0;
+    int n = snprintf(nullptr, 0, conversion, s);
     std::string piece(n, '\0');
-    snprintf(piece.data(), n + 1, spec, s);
+    snprintf(piece.data(), n + 1, conversion, s);
     out += piece;
     p = q;
   }

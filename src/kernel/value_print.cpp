@@ -106,12 +106,12 @@ int print_formatted(const word* v) {
     literal.clear();
     const char* q = p + 1;
     while (*q && strchr("-+ #0123456789.", *q)) q++;
-    std::string spec(p, q - p + 1);
-    if (tag(e) == T_CHAR && *q == 's') VOIR_CHAR(spec.c_str(), text(e));
-    else if (tag(e) == T_FLOAT && strchr("feEgG", *q)) voir_float(spec.c_str(), getf(e, 0));
-    else if (tag(e) == T_FLOAT && strchr("dxXoc", *q)) voir_int(spec.c_str(), static_cast<int>(getf(e, 0)));
-    else if (tag(e) == T_LONG && strchr("dxXoc", *q)) voir_int(spec.c_str(), data(e)[0]);
-    else literal.append(spec);
+    std::string conversion(p, q - p + 1);
+    if (tag(e) == T_CHAR && *q == 's') VOIR_CHAR(conversion.c_str(), text(e));
+    else if (tag(e) == T_FLOAT && strchr("feEgG", *q)) voir_float(conversion.c_str(), getf(e, 0));
+    else if (tag(e) == T_FLOAT && strchr("dxXoc", *q)) voir_int(conversion.c_str(), static_cast<int>(getf(e, 0)));
+    else if (tag(e) == T_LONG && strchr("dxXoc", *q)) voir_int(conversion.c_str(), data(e)[0]);
+    else literal.append(conversion);
     p = *q ? q : q - 1;
     e += size(e) > 0 ? size(e) : 2;
     left--;
