@@ -33,9 +33,11 @@ struct Loop {
 struct Run {
   const word* code;
   word* base;
-  Loop loops[16];
+  Loop loops[16];  // only the first nloops are in use
   int nloops = 0;
   int status = 0;
+
+  Run(const word* c, word* b) : code(c), base(b) {}
 
   Loop* loop_of(const word* record) {
     for (int i = 0; i < nloops; i++)
@@ -199,7 +201,7 @@ namespace {
 
 int run_code(const word* code, word* base, word** result) {
   EvalState& E = eval_state();
-  Run run{code, base, {}, 0, 0};
+  Run run(code, base);
   put_nil(base);
   if (result) *result = base;
   const word* p = code + CODE_HEAD;
