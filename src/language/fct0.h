@@ -14,11 +14,20 @@
 // Keyword code of a name, or -1 when it is no keyword (`inclu("name")`).
 int INCLU_NAME(const char* name);
 
-// The state of the family: the current error word and the names kept by
-// `func error`.
+struct OsFile;
+
+// Slots of open files, numbered from 1.
+constexpr int FILE_SLOTS = 20;
+
+// The state of the family: the current error word, the names kept by
+// `func error`, the table of open files and the pacing of `wait(a, b)`.
 struct Fct0State {
   int Erreur_code = 0;
   std::vector<std::string> Tab_noms_err;
+  OsFile* files[FILE_SLOTS + 1] = {};  // slot 0 unused: no valid number is 0
+  long long pace_start = 0;            // milliseconds
+  float pace_rate = 0;                 // images per second
+  int pace_count = 0;                  // images since the start
 };
 Fct0State& fct0_state();
 // Closes every file opened by `fopen` (end of run, tests).

@@ -12,17 +12,7 @@
 
 namespace {
 
-// Slots 1 to FILE_SLOTS; slot 0 stays unused so that no valid number is 0.
-constexpr int FILE_SLOTS = 20;
-
-struct FileTable {
-  OsFile* slot[FILE_SLOTS + 1] = {};
-};
-
-FileTable& files() {
-  static FileTable table;
-  return table;
-}
+OsFile** slots() { return fct0_state().files; }
 
 // The argument of the first item as a value, or null when it has none.
 const word* argument(Fct0Call& c) { return c.arg ? get_evaluation(c.arg) : nullptr; }
@@ -33,7 +23,7 @@ int slot_number(const word* v) {
   return to_int(getf(v, 0));
 }
 
-OsFile* open_slot(int num) { return num >= 1 && num <= FILE_SLOTS ? files().slot[num] : nullptr; }
+OsFile* open_slot(int num) { return num >= 1 && num <= FILE_SLOTS ? slots()[num] : nullptr; }
 
 // The open file named by the argument; null after the report.
 OsFile* file_of(Fct0Call& c) {
@@ -86,7 +76,7 @@ bool write_part(OsFile* f, const word* part, int from, size_t* written) {
 }  // namespace
 
 void fct0_close_files() {
-  for (OsFile*& f : files().slot) {
+  for (OsFile*& f : fct0_state().files) {
     os_close(f);
     f = nullptr;
   }
@@ -98,7 +88,7 @@ int FOPEN_a(Fct0Call& c) {
   const word* v = argument(c);
   if (!v || tag(v) != T_CHAR) return wrong_kind(c);
   int num = 1;
-  while (num <= FILE_SLOTS && files().slot[num]) num++;
+  while (num <= FILE_SLOTS && slots()[num]) num++;
   if (num > FILE_SLOTS) {
     voir_mot(KW_fopen);
     err_debordement(nullptr);
@@ -113,7 +103,7 @@ int FOPEN_a(Fct0Call& c) {
     else err_ecriture(text(v));
     return -1;
   }
-  files().slot[num] = f;
+  slots()[num] = f;
   word* r = float_result(c, 1);
   if (!r) return -12;
   setf(r, 0, static_cast<float>(num));
@@ -134,7 +124,7 @@ int FCLOSE_a(Fct0Call& c) {
     return -1;
   }
   os_close(f);
-  files().slot[num] = nullptr;
+  slots()[num] = nullptr;
   return nil_result(c);
 }
 

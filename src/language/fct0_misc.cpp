@@ -147,7 +147,7 @@ int names_of_functions(Fct0Call& c) {
 
 int names_in_error(Fct0Call& c) {
   std::vector<std::string>& names = fct0_state().Tab_noms_err;
-  if (c.second[0] > 3) {
+  if (item_value(find_item(c.record, KW_error))) {
     names.clear();
     return nil_result(c);
   }
@@ -173,7 +173,7 @@ int list_compiled(Fct0Call& c, Objet* f) {
 // listed compiled with a `compile` item; `func error`: the names kept
 // after failures, emptied by `func error(x)`.
 int fct0_func(Fct0Call& c) {
-  if (c.second && c.second[2] == KW_error && !c.arg) return names_in_error(c);
+  if (c.error && !c.arg) return names_in_error(c);
   const word* v = argument(c);
   if (!v) return names_of_functions(c);
   if (tag(v) != T_CHAR) return wrong_kind(c);
@@ -259,17 +259,6 @@ int fct0_grep(Fct0Call& c) {
 
 namespace {
 
-struct Pacing {
-  long long start = 0;
-  float rate = 0;
-  int count = 0;
-};
-
-Pacing& pacing() {
-  static Pacing p;
-  return p;
-}
-
 // Spins until the clock reaches `until` (milliseconds) or an interrupt.
 void spin_until(long long until) {
   while (clock_ms() < until && !interrupt_pending()) {}
@@ -279,19 +268,16 @@ void spin_until(long long until) {
 // value 0 waits until `b` (or the stored rate) images per second since
 // the start pass the count of images, then counts one more image.
 float pace(float a, float b) {
-  Pacing& p = pacing();
+  Fct0State& p = fct0_state();
   if (a != 0) {
-    p.start = clock_ms();
-    p.rate = a;
-    p.count = 0;
+    p.pace_start = clock_ms();
+    p.pace_rate = a;
+    p.pace_count = 0;
     return 0;
   }
-  float rate = b != 0 ? b : p.rate;
-  if (rate > 0) {
-    long long until = p.start + static_cast<long long>(1000.0 * p.count / rate);
-    spin_until(until);
-  }
-  return static_cast<float>(++p.count);
+  float rate = b != 0 ? b : p.pace_rate;
+  if (rate > 0) spin_until(p.pace_start + static_cast<long long>(1000.0 * p.pace_count / rate));
+  return static_cast<float>(++p.pace_count);
 }
 
 }  // namespace

@@ -54,6 +54,7 @@ int fct0_random(Fct0Call& c) {
   if (pairs == 0) {
     voir_mot(code);
     voir_texte("(x,y)");
+    voir_texte("\n");
     return -1;
   }
   word* r = float_result(c, pairs);

@@ -227,6 +227,12 @@ float next_field(const char*& p, bool read) {
   return static_cast<float>(strtod(buf, nullptr));
 }
 
+// Message 92, the usage of `format`, ends without a newline.
+void usage() {
+  voir_message(0, 92);
+  voir_texte("\n");
+}
+
 bool starts_constant(char ch) { return ch == '+' || ch == '-' || ch == '.' || (ch >= '0' && ch <= '9'); }
 
 // "<descriptor>text": one number per descriptor character: "*" skips a
@@ -260,7 +266,7 @@ int format_text(Fct0Call& c) {
   const char* s = text(c.v);
   const char* close = s[0] == '<' ? strchr(s, '>') : nullptr;
   if (!close) {
-    voir_message(0, 92);
+    usage();
     return -1;
   }
   if (close - s == 4 && strncmp(s, "<htm", 4) == 0) return html_text(c, close + 1);
@@ -344,7 +350,7 @@ int fct0_format(Fct0Call& c) {
   if (letter && tag(letter) == T_CHAR && tag(values) == T_FLOAT)
     for (const Form& f : FORMS)
       if (text(letter)[0] == f.letter && text(letter)[1] == 0) return f.run(c, values);
-  voir_message(0, 92);
+  usage();
   return -1;
 }
 
