@@ -36,6 +36,7 @@ constexpr Entry FIRST[] = {
     {KW_print, PRINT_a},     {KW_return, RETURN_a},  {KW_status, a_status},  {KW_system, SYSTEM_a},
     {KW_static, DECLARED_a}, {KW_extern, DECLARED_a}, {KW_global, DECLARED_a},
     {KW_calloc, ALLOC_a},    {KW_malloc, ALLOC_a},
+    {KW_var, VAR_a},         {KW_rem, REM_a},        {KW_name, NAME_a},      {KW_dup, DUP_a},
     // The value functions.
     {KW_abs, fct0},          {KW_acos, fct0},        {KW_acosh, fct0},       {KW_arc, fct0},
     {KW_ascii, fct0},        {KW_asin, fct0},        {KW_asinh, fct0},       {KW_atan, fct0},

@@ -17,6 +17,10 @@ int GO_a(word* record, const word* limit);
 int INI_a(word* record, const word* limit);
 int LINK_a(word* record, const word* limit);
 int PRINT_a(word* record, const word* limit);
+int VAR_a(word* record, const word* limit);
+int REM_a(word* record, const word* limit);
+int NAME_a(word* record, const word* limit);
+int DUP_a(word* record, const word* limit);
 int READ_a(word* record, const word* limit);
 int WRITE_a(word* record, const word* limit);
 // `func = "source"`: defines or replaces the functions of the text.

@@ -1,0 +1,193 @@
+// Commands on the language's objects: `var` (reading variables by name),
+// `rem` (variables, functions, macros), `name` and `dup func`.
+#include <cctype>
+#include <cstring>
+#include <string>
+
+#include "kernel/bloc.h"
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "kernel/vocab.h"
+#include "language/commands.h"
+#include "language/eval.h"
+#include "language/eval_internal.h"
+#include "language/functions.h"
+#include "language/handlers.h"
+#include "language/lang_state.h"
+#include "language/lexer.h"
+#include "language/operators.h"
+#include "language/prepare.h"
+#include "language/variables.h"
+#include "scene/chains.h"
+#include "scene/object_store.h"
+
+namespace {
+
+const char* text_arg(const word* item) {
+  const word* v = item ? item_value(item) : nullptr;
+  return v && tag(v) == T_CHAR ? text(v) : nullptr;
+}
+
+// "name " for each variable of the chain whose kind passes, as a CHAR
+// whose count is the number of names.
+int name_list(word* record, const Objet* head, int kind, const word* limit) {
+  std::string names;
+  int n = 0;
+  for (const Objet* v = head ? head->next : nullptr; v; v = v->next)
+    if (v->name && (kind == 0 || var_kind(v) == kind)) {
+      names += v->name;
+      names += ' ';
+      n++;
+    }
+  (void)limit;
+  if (!put_text(record, names.data(), names.size())) return -12;
+  record[2] = n;
+  return 0;
+}
+
+int copy_value(word* record, const Objet* v, const word* limit) {
+  if (!v->local) return set_result_nil(record);
+  return set_result(record, v->local, limit);
+}
+
+void not_found(int code, const char* name) {
+  word v[68] = {};
+  size_t len = strlen(name) < 250 ? strlen(name) : 250;
+  v[0] = static_cast<word>(len / 4 + 5);
+  v[1] = T_CHAR;
+  v[2] = v[0] - 4;
+  v[3] = 1;
+  memcpy(text(v), name, len);
+  err_objet(code, v, -1, 0, nullptr);
+}
+
+}  // namespace
+
+int VAR_a(word* record, const word* limit) {
+  word* func_item = find_item(record, KW_func);
+  const char* wanted = text_arg(first_item(record));
+  if (item_count(record) > 1) {
+    word* second = next_item(first_item(record));
+    if (second[2] == KW_var || second[2] == KW_name || second[2] == KW_rand || second[2] == KW_rem) return 1;
+  }
+  Objet* f = nullptr;
+  if (func_item) {
+    const char* fname = text_arg(func_item);
+    f = fname ? get_fonction(fname) : nullptr;
+    if (!f) {
+      not_found(KW_func, fname ? fname : "");
+      return -1;
+    }
+    if (!wanted) return f->locals ? name_list(record, f->locals, V_STATIC, limit) : set_result_nil(record);
+    Objet* v = var_find(f->locals, 0, wanted);
+    if (!v) {
+      not_found(KW_var, wanted);
+      return -1;
+    }
+    return copy_value(record, v, limit);
+  }
+  if (!wanted) return name_list(record, extern_table(), 0, limit);
+  Objet* running = lang().running_function;
+  Objet* v = running ? var_find(running->locals, 0, wanted) : nullptr;
+  if (!v) v = var_find(extern_table(), 0, wanted);
+  if (!v) {
+    not_found(KW_extern, wanted);
+    return -1;
+  }
+  return copy_value(record, v, limit);
+}
+
+namespace {
+
+// Removes each variable of the list, printing "-name " when `edit` is on.
+void remove_variables(const char* list) {
+  char w[LONG_MOT];
+  const char* p = list;
+  while (lire_mot(w, &p, LONG_MOT) > 1) {
+    for (Objet* v = var_find(extern_table(), 0, w); v; v = var_find(extern_table(), 0, w)) {
+      if (Yes(KW_edit) != 0) VOIR_CHAR("-%s ", w);
+      rem_objet(v);
+    }
+    while (*p == ',' || *p == ';') p++;
+  }
+  if (Yes(KW_edit) != 0) voir_texte("\n");
+}
+
+void remove_functions(const char* list) {
+  char w[LONG_MOT];
+  const char* p = list;
+  while (lire_mot(w, &p, LONG_MOT) > 1) {
+    for (Objet* f = get_fonction(w); f; f = get_fonction(w)) rem_objet(f);
+    while (*p == ',' || *p == ';') p++;
+  }
+  lang().link_state = 0;
+}
+
+}  // namespace
+
+int REM_a(word* record, const word* limit) {
+  (void)limit;
+  word* first = first_item(record);
+  const char* arg = text_arg(first);
+  if (item_count(record) == 1 && arg && strcmp(arg, "define") == 0) {
+    vider_noms_definis();
+    symb_free(&lang().macros_globales);
+    return set_result_nil(record);
+  }
+  if (item_count(record) < 2) return 1;
+  word* second = next_item(first);
+  if (second[1] != 0) return 1;  // a graphic object: the object store's rem
+  switch (second[2]) {
+    case KW_var:
+      if (const char* list = text_arg(second)) remove_variables(list);
+      else
+        while (extern_table()->next) rem_objet(extern_table()->next);
+      return set_result_nil(record);
+    case KW_func:
+      if (const char* list = text_arg(second)) remove_functions(list);
+      return set_result_nil(record);
+    default:
+      return 1;
+  }
+}
+
+int NAME_a(word* record, const word* limit) {
+  if (find_item(record, KW_func)) {
+    Objet* f = lang().running_function;
+    const char* n = f && f->name ? f->name : "main";
+    return put_text(record, n, strlen(n)) ? 0 : -12;
+  }
+  const char* s = text_arg(first_item(record));
+  if (!s) return set_result_nil(record);
+  // The root of a file name: the last extension cut, then trailing
+  // digits and points.
+  std::string root = s;
+  size_t dot = root.rfind('.');
+  if (dot != std::string::npos) root.resize(dot);
+  while (!root.empty() && (isdigit(static_cast<unsigned char>(root.back())) || root.back() == '.')) root.pop_back();
+  if (root.empty()) return set_result_nil(record);
+  (void)limit;
+  return put_text(record, root.data(), root.size()) ? 0 : -12;
+}
+
+int DUP_a(word* record, const word* limit) {
+  (void)limit;
+  word* func_item = find_item(record, KW_func);
+  if (!func_item) return 1;
+  const char* names = text_arg(func_item);
+  char from[LONG_MOT], to[LONG_MOT];
+  const char* p = names;
+  if (!names || lire_mot(from, &p, LONG_MOT) <= 1 || (p = sauter_blancs(p), *p == ',' ? p++ : p, lire_mot(to, &p, LONG_MOT) <= 1)) {
+    voir_message(0, 85);
+    return -1;
+  }
+  Objet* f = get_fonction(from);
+  if (!f || !source_of(f)) {
+    not_found(KW_func, from);
+    return -1;
+  }
+  const char* src = source_of(f);
+  std::string copy = std::string(to) + (src + strcspn(src, "("));
+  if (!define_function(copy.c_str())) return -1;
+  return set_result_nil(record);
+}
