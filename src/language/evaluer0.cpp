@@ -27,6 +27,9 @@ constexpr Entry ANYWHERE[] = {
     {KW_no, YES_NO_a},
     {KW_read, READ_a},
     {KW_write, WRITE_a},
+    // `help word` and `demo word` explain the other words of the record.
+    {KW_help, HELP_a},
+    {KW_demo, HELP_a},
 };
 
 // Handlers chosen by the first word.
@@ -52,6 +55,12 @@ constexpr Entry FIRST[] = {
     {KW_string, fct0},       {KW_stringf, fct0},     {KW_tan, fct0},         {KW_tanh, fct0},
     {KW_unit, fct0},         {KW_vector, fct0},      {KW_wait, fct0},        {KW_format, fct0},
     {KW_average, MIN_MAX_a}, {KW_max, MIN_MAX_a},    {KW_min, MIN_MAX_a},    {KW_puls, PULS_a},
+    // Console, listing and value commands.
+    {KW_history, HISTORY_a}, {KW_list, LIST_a},
+    {KW_LIST, LIST_a},       {KW_sort, SORT_a},      {KW_time, TIME_a},      {KW_number, NUMBER_a},
+    {KW_NP, NP_a},           {KW_dim, DIM_a},        {KW_type, TYPE_a},      {KW_limit, LIMIT_a},
+    {KW_CG, CG_a},           {KW_matrix, MATRIX_a},  {KW_input, INPUT_a},    {KW_ring, RING_a},
+    {KW_alias, ALIAS_a},     {KW_STOP, STOP_a},      {KW_clean, CLEAN_a},
 };
 
 // The two tables spread by code, built once: dispatch is one load.

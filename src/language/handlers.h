@@ -46,3 +46,29 @@ int fct0(word* record, const word* limit);
 // items' vectors; with one item, fct0.
 int MIN_MAX_a(word* record, const word* limit);
 int PULS_a(word* record, const word* limit);
+
+// Commands of cmd_help, cmd_history, cmd_list, cmd_sort, cmd_time,
+// cmd_values, cmd_matrix and cmd_console_io.
+int HELP_a(word* record, const word* limit);
+// The help of one keyword: name line, descriptor, values, usage.
+void print_keyword_help(int code);
+int HISTORY_a(word* record, const word* limit);
+int LIST_a(word* record, const word* limit);
+int SORT_a(word* record, const word* limit);
+int TIME_a(word* record, const word* limit);
+int NUMBER_a(word* record, const word* limit);
+int NP_a(word* record, const word* limit);
+int DIM_a(word* record, const word* limit);
+int TYPE_a(word* record, const word* limit);
+int LIMIT_a(word* record, const word* limit);
+int CG_a(word* record, const word* limit);
+int MATRIX_a(word* record, const word* limit);
+int INPUT_a(word* record, const word* limit);
+int RING_a(word* record, const word* limit);
+int ALIAS_a(word* record, const word* limit);
+int STOP_a(word* record, const word* limit);
+int CLEAN_a(word* record, const word* limit);
+// The stopping points set by `STOP`: function name and line.
+#include <string>
+#include <utility>
+std::vector<std::pair<std::string, int>>& stop_table();

@@ -1,0 +1,34 @@
+// `time`: the clock.
+//   time       seconds since the program started
+//   time(0)    starts the chronometer again (value 0)
+//   time(1)    seconds on the chronometer
+#include <vector>
+
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "language/cmd_util.h"
+#include "language/commands.h"
+#include "language/handlers.h"
+#include "platform/clock.h"
+
+namespace {
+
+double chrono_start = 0.0;
+
+}  // namespace
+
+int TIME_a(word* record, const word* limit) {
+  double now = seconds_since_start();
+  std::vector<float> v;
+  const word* arg = command_argument(record);
+  if (!arg) return set_result_float(record, limit, static_cast<float>(now));
+  if (!value_floats(arg, v) || v.empty() || (v[0] != 0.0f && v[0] != 1.0f)) {
+    err_syntaxe(97, KW_time, "(0: start, 1: read)\n");
+    return -1;
+  }
+  if (v[0] == 0.0f) {
+    chrono_start = now;
+    return set_result_float(record, limit, 0.0f);
+  }
+  return set_result_float(record, limit, static_cast<float>(now - chrono_start));
+}

@@ -1,0 +1,101 @@
+// Commands that read the shape of a value or compute on its elements:
+// number, NP, dim, type, limit and CG. The 4x4 matrices are in
+// cmd_matrix.cpp.
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "language/cmd_util.h"
+#include "language/commands.h"
+#include "language/handlers.h"
+
+namespace {
+
+// The kind of a value as `status` numbers it.
+int type_code(const word* v) {
+  switch (tag(v)) {
+    case T_CHAR: return 1;
+    case T_LONG: return 2;
+    case T_FLOAT: return 3;
+    case T_HYBRIDE: return 4;
+    default: return 0;
+  }
+}
+
+}  // namespace
+
+// `number("1 2,3")`: one float per word of the text (0 for a word that
+// is no number). `number(v)` of any other value: its element count.
+int NUMBER_a(word* record, const word* limit) {
+  const word* v = command_argument(record);
+  if (!v) return set_result_float(record, limit, 0.0f);
+  if (const char* s = value_text(v)) {
+    std::vector<float> f;
+    for (const std::string& w : split_words(s)) f.push_back(std::strtof(w.c_str(), nullptr));
+    if (f.empty()) return set_result_nil(record);
+    return set_result_floats(record, limit, f);
+  }
+  if (tag(v) == T_HYBRIDE || tag(v) == T_NIL) return set_result_float(record, limit, static_cast<float>(np(v)));
+  return set_result_float(record, limit, static_cast<float>(value_elements(v)));
+}
+
+// `NP(v)`: the np word of the value: points of a FLOAT, parts of a
+// HYBRIDE, characters of a CHAR, 0 for NIL.
+int NP_a(word* record, const word* limit) {
+  const word* v = command_argument(record);
+  if (!v || tag(v) == T_NIL) return set_result_float(record, limit, 0.0f);
+  if (const char* s = value_text(v)) return set_result_float(record, limit, static_cast<float>(std::string(s).size()));
+  return set_result_float(record, limit, static_cast<float>(np(v)));
+}
+
+// `dim(v)`: the element width (dimp) and the size in words of the value.
+int DIM_a(word* record, const word* limit) {
+  const word* v = command_argument(record);
+  if (!v) {
+    err_syntaxe(97, KW_dim, "(v)\n");
+    return -1;
+  }
+  return set_result_floats(record, limit, {static_cast<float>(dimp(v)), static_cast<float>(size(v))});
+}
+
+// `type(v)`: 0 NIL, 1 CHAR, 2 LONG, 3 FLOAT, 4 HYBRIDE, printing nothing.
+int TYPE_a(word* record, const word* limit) {
+  const word* v = command_argument(record);
+  return set_result_float(record, limit, v ? static_cast<float>(type_code(v)) : 0.0f);
+}
+
+// `limit(v) dim(min,max)`: each element held between the two bounds
+// (given in either order); `dim(m)` alone holds it between -m and m.
+int LIMIT_a(word* record, const word* limit) {
+  std::vector<float> v, bounds;
+  word* d = find_item(record, KW_dim);
+  if (!value_floats(command_argument(record), v) || !d || !value_floats(item_value(d), bounds) || bounds.empty()) {
+    err_syntaxe(97, KW_limit, "(v) dim(min,max)\n");
+    return -1;
+  }
+  float lo = bounds.size() > 1 ? bounds[0] : -bounds[0];
+  float hi = bounds.size() > 1 ? bounds[1] : bounds[0];
+  if (lo > hi) std::swap(lo, hi);
+  for (float& x : v) x = x < lo ? lo : x > hi ? hi : x;
+  return set_result_floats(record, limit, v);
+}
+
+// `CG(v)`: the mean point of the points of 3 elements of v, missing
+// coordinates of a last point counting 0.
+int CG_a(word* record, const word* limit) {
+  std::vector<float> v;
+  const word* arg = command_argument(record);
+  if (arg && tag(arg) == T_NIL) return set_result_nil(record);
+  if (!value_floats(arg, v)) {
+    err_syntaxe(97, KW_CG, "(x1,y1,z1,x2,y2,z2,...)\n");
+    return -1;
+  }
+  if (v.empty()) return set_result_nil(record);
+  size_t points = (v.size() + 2) / 3;
+  std::vector<float> c(3, 0.0f);
+  for (size_t i = 0; i < v.size(); i++) c[i % 3] += v[i];
+  for (float& x : c) x /= static_cast<float>(points);
+  return set_result_floats(record, limit, c, 3);
+}
