@@ -44,10 +44,8 @@ struct Frames {
   std::vector<word> arena;
 };
 
-Frames& frames() {
-  static Frames f;
-  return f;
-}
+Frames the_frames;
+inline Frames& frames() { return the_frames; }
 
 // Calls nest through the C++ stack: a guard stops them well before it
 // could run out, by depth and by the stack actually used (which differs

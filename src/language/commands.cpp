@@ -47,7 +47,20 @@ const word* argument(const word* p, word* record, word* item, int* status) {
 
 // `generer_mult`: one item [3, class, code] per keyword, with the
 // evaluated argument behind it when "(" follows.
+// `return(x)`, the commonest command of functions: its value straight to
+// `dest`, without building a record (return takes no further words).
+const word* quick_return(const word* p, word* dest, int* status) {
+  const word* q = p + 2;
+  if (q[0] != C_OPER || q[1] != '(') return nullptr;
+  const word* after = eval_group(q, dest, false, status);
+  if (!after || resolve_item(dest, status) < 0) return nullptr;
+  *status = EVAL_RETURN;
+  return after;
+}
+
 const word* command_chain(const word* p, word* dest, bool lvalue, int* status, int first_code) {
+  if (first_code < 0 && p[0] == C_COMMAND && p[1] == KW_return && p[2] == C_OPER && p[3] == '(')
+    return quick_return(p, dest, status);
   if (!room(dest, 4)) return nullptr;
   dest[0] = 4;
   dest[1] = T_SEGMENTS;

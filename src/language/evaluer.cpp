@@ -203,10 +203,21 @@ bool scalar_token(const word* t, float* f) {
 }
 
 // "( a op b )" with scalar a and b: the value, and the cursor past ")".
+// The operators of the fast path.
+bool scalar_operator(word op) {
+  switch (op) {
+    case '+': case '-': case '*': case '<': case '>': case O_LE: case O_GE: case O_EQ: case O_NE: return true;
+    default: return false;
+  }
+}
+
 const word* scalar_group(const word* p, float* r) {
   if (p[0] != C_OPER || p[1] != '(') return nullptr;
   float x, y;
-  if (!scalar_token(p + 2, &x) || p[4] != C_OPER || !scalar_token(p + 6, &y) || p[8] != C_OPER || p[9] != ')')
+  // The operator is checked before the second operand is read, so that
+  // nothing past a short group is looked at.
+  if (!scalar_token(p + 2, &x) || p[4] != C_OPER || !scalar_operator(p[5]) || !scalar_token(p + 6, &y) ||
+      p[8] != C_OPER || p[9] != ')')
     return nullptr;
   switch (p[5]) {
     case '+': *r = x + y; break;
@@ -217,8 +228,7 @@ const word* scalar_group(const word* p, float* r) {
     case O_LE: *r = x <= y ? 1.0f : 0.0f; break;
     case O_GE: *r = x >= y ? 1.0f : 0.0f; break;
     case O_EQ: *r = x == y ? 1.0f : 0.0f; break;
-    case O_NE: *r = x != y ? 1.0f : 0.0f; break;
-    default: return nullptr;
+    default: *r = x != y ? 1.0f : 0.0f; break;
   }
   return p + 10;
 }
@@ -257,7 +267,7 @@ const word* eval_group(const word* p, word* dest, bool lvalue, int* status) {
   if (at_closer(q, closer)) {
     if (!room(dest, 4)) return nullptr;
     put_nil(dest);
-    return segment_mark(q + 2, dest, opener);
+    return opener == '(' ? q + 2 : segment_mark(q + 2, dest, opener);
   }
   if (prefix_operator(q)) {
     word op = q[1];
@@ -279,7 +289,7 @@ const word* eval_group(const word* p, word* dest, bool lvalue, int* status) {
     voir_message(0, 32);
     return nullptr;
   }
-  return segment_mark(q + 2, dest, opener);
+  return opener == '(' ? q + 2 : segment_mark(q + 2, dest, opener);
 }
 
 const word* operand(const word* p, word* dest, bool lvalue, int* status) {
