@@ -123,6 +123,34 @@ void remove_functions(const char* list) {
   lang().link_state = 0;
 }
 
+// `rem STOP("name",num)`: that stopping point goes from the table.
+int remove_stop(word* record, const word* item) {
+  const word* v = item_value(item);
+  const char* name = nullptr;
+  int line = 0;
+  if (v && tag(v) == T_HYBRIDE && np(v) >= 2) {
+    const word* part = v + 4;
+    if (tag(part) == T_CHAR) name = text(part);
+    const word* num = part + item_words(part);
+    if (tag(num) == T_FLOAT && np(num) > 0) line = static_cast<int>(getf(num, 0));
+  }
+  if (!name || !*name || line == 0) {
+    voir_mot(KW_rem);
+    voir_mot(KW_STOP);
+    voir_texte("\"nom\",num\a\n");
+    return -1;
+  }
+  auto& table = stop_table();
+  for (size_t i = 0; i < table.size(); i++)
+    if (table[i].first == name && table[i].second == line) {
+      table.erase(table.begin() + static_cast<long>(i));
+      VOIR_CHAR("- %s", name);
+      voir_int(",%d\n", line);
+      break;
+    }
+  return set_result_nil(record);
+}
+
 }  // namespace
 
 int REM_a(word* record, const word* limit) {
@@ -146,6 +174,8 @@ int REM_a(word* record, const word* limit) {
     case KW_func:
       if (const char* list = text_arg(second)) remove_functions(list);
       return set_result_nil(record);
+    case KW_STOP:
+      return remove_stop(record, second);
     default:
       return 1;
   }
