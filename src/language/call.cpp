@@ -16,6 +16,7 @@
 #include "language/code.h"
 #include "language/commands.h"
 #include "language/compile.h"
+#include "language/debugger.h"
 #include "language/eval.h"
 #include "language/eval_internal.h"
 #include "language/function_files.h"
@@ -264,6 +265,7 @@ int evaluer_fonction(Objet* f, word* dest, word* args, int count, word* after) {
   L.running_function = f;
   save_variables(f);
   int r = bind(f, args, count);
+  if (Yes(KW_debug) > 0 && Yes(KW_debug) != 2) debug_entry(f);
   word* result = nullptr;
   if (r >= 0) {
     E.depth++;

@@ -67,7 +67,8 @@ int run_console_line(std::string& braced, int interactive, word* eval_stack) {
     if (kernel().etat_console < 2) clear_temporaries();
     return r;
   }
-  if (interactive > 0) echo(result);
+  // Lines typed at the console, and at a stopping point, show their value.
+  if (interactive != 0) echo(result);
   if (eval_state().go) console().stop = 1;
   return r;
 }

@@ -13,6 +13,7 @@
 #include "kernel/vocab.h"
 #include "language/code.h"
 #include "language/compile.h"
+#include "language/debugger.h"
 #include "language/eval.h"
 #include "language/eval_internal.h"
 #include "language/lang_state.h"
@@ -215,6 +216,7 @@ int run_code(const word* code, word* base, word** result) {
         case C_JUMP: p += p[1]; continue;
         case C_LINE:
           if (Yes(KW_debug) != 2) E.line = p[1];
+          if (debug_points_set()) debug_line(p[1], base + item_words(base));
           p += 2;
           continue;
         case C_CASE:
