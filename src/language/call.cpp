@@ -252,6 +252,36 @@ const word* arguments(const word* p, int groups, Objet* f, word* at, int* count,
   return p;
 }
 
+// With the `system` switch on, the formals as bound are kept, so that a
+// failing call can show what it was given.
+struct FormalCopy {
+  std::string name;
+  std::vector<word> value;
+};
+
+std::vector<FormalCopy> copy_formals(const Objet* f) {
+  std::vector<FormalCopy> copies;
+  if (!f->locals) return copies;
+  for (const Objet* v = f->locals->next; v; v = v->next)
+    if (var_kind(v) == V_FORMEL && v->name) {
+      FormalCopy c{v->name, {}};
+      if (v->local) c.value.assign(v->local, v->local + v->local[0]);
+      copies.push_back(std::move(c));
+    }
+  return copies;
+}
+
+void print_formals(const Objet* f, const std::vector<FormalCopy>& copies) {
+  voir_mot(KW_func);
+  VOIR_CHAR("%s\n", f->name ? f->name : "");
+  for (const FormalCopy& c : copies) {
+    VOIR_CHAR("%s = ", c.name.c_str());
+    if (c.value.empty()) voir_texte("NIL\n");
+    else print_value(c.value.data());
+  }
+  voir_texte("\n");
+}
+
 // Runs `f` with the evaluated arguments at `args`; its value at `dest`.
 int evaluer_fonction(Objet* f, word* dest, word* args, int count, word* after) {
   EvalState& E = eval_state();
@@ -266,6 +296,8 @@ int evaluer_fonction(Objet* f, word* dest, word* args, int count, word* after) {
   save_variables(f);
   int r = bind(f, args, count);
   if (Yes(KW_debug) > 0 && Yes(KW_debug) != 2) debug_entry(f);
+  std::vector<FormalCopy> copies;
+  if (Yes(KW_system) > 0) copies = copy_formals(f);
   word* result = nullptr;
   if (r >= 0) {
     E.depth++;
@@ -282,6 +314,7 @@ int evaluer_fonction(Objet* f, word* dest, word* args, int count, word* after) {
   restore_variables();
   release_address_formals(f);
   L.running_function = caller;
+  if (r < 0 && Yes(KW_system) > 0) print_formals(f, copies);
   if (r < 0) TRACE_FAIL("evaluer_fonction()");
   return r;
 }
