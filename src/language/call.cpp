@@ -129,7 +129,8 @@ int put_value(Objet* v, const word* src, int words) {
 
 // Formals that referred to the caller's variables become plain again.
 void release_address_formals(Objet* f) {
-  if (!f->locals) return;
+  if (!f->locals || !f->work[3]) return;
+  f->work[3] = 0;
   for (Objet* v = f->locals->next; v; v = v->next)
     if (v->kind == V_ADDRESS && v->subkind == V_BY_ADDRESS) {
       v->kind = v->work[5];
@@ -217,6 +218,7 @@ int bind(Objet* f, const word* args, int count) {
       v->local = nullptr;
       var_make_address(v, objet_handle(target));
       v->subkind = V_BY_ADDRESS;
+      f->work[3] = 1;  // a formal to make plain again after the call
       continue;
     }
     const word* value = arg ? get_evaluation(arg) : nullptr;
@@ -227,7 +229,7 @@ int bind(Objet* f, const word* args, int count) {
 }
 
 bool formal_by_address(const Objet* f, int k) {
-  if (!f->locals) return false;
+  if (!f->locals || !f->work[2]) return false;
   int i = 0;
   for (const Objet* v = f->locals->next; v; v = v->next) {
     if (v->kind != V_FORMEL && v->kind != V_TYPE_FUNC && var_kind(v) != V_FORMEL) continue;

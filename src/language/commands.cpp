@@ -52,6 +52,15 @@ const word* argument(const word* p, word* record, word* item, int* status) {
 const word* quick_return(const word* p, word* dest, int* status) {
   const word* q = p + 2;
   if (q[0] != C_OPER || q[1] != '(') return nullptr;
+  // "( v )" of a variable holding a value: copied at once.
+  if (is_variable_token(q + 2) && q[4] == C_OPER && q[5] == ')') {
+    Objet* v = variable_of(q + 2);
+    if (v && v->local && room(dest, v->local[0])) {
+      memcpy(dest, v->local, static_cast<size_t>(v->local[0]) * sizeof(word));
+      *status = EVAL_RETURN;
+      return q + 6;
+    }
+  }
   const word* after = eval_group(q, dest, false, status);
   if (!after || resolve_item(dest, status) < 0) return nullptr;
   *status = EVAL_RETURN;

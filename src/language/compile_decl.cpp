@@ -112,8 +112,12 @@ int Walker::formal_declarations() {
         c.failed = true;
         return -1;
       }
-      if (is_func) v->kind = V_TYPE_FUNC;
-      else v->subkind = V_BY_ADDRESS;
+      if (is_func) {
+        v->kind = V_TYPE_FUNC;
+      } else {
+        v->subkind = V_BY_ADDRESS;
+        c.obj->work[2] = 1;  // some formal goes by address
+      }
     }
   }
 }

@@ -26,6 +26,9 @@ const word* value_of(const word* item, word* scratch);
 
 // A variable name followed by "[...]" or "{...}" becomes a reference.
 const word* variable_operand(const word* p, word* dest, bool lvalue, int* status);
+// "( a op b )" with a and b one-element floats (numbers or variables):
+// its value in *r and the cursor past it; null for any other group.
+const word* scalar_group(const word* p, float* r);
 // Indices "[...]" or "{...}" at `q` applied to the value at `dest`.
 const word* subscripts(const word* q, word* dest, int* status);
 // String, vector and call records.

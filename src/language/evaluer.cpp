@@ -211,7 +211,7 @@ bool scalar_operator(word op) {
   }
 }
 
-const word* scalar_group(const word* p, float* r) {
+const word* scalar_binary(const word* p, float* r) {
   if (p[0] != C_OPER || p[1] != '(') return nullptr;
   float x, y;
   // The operator is checked before the second operand is read, so that
@@ -241,7 +241,7 @@ const word* scalar_assignment(const word* p, word* dest) {
   if (!v || v->kind == T_ADDRESS || !v->local || v->local[0] != 5 || v->local[1] != T_FLOAT || v->local[2] != 1)
     return nullptr;
   float r;
-  const word* q = scalar_group(t + 4, &r);
+  const word* q = scalar_binary(t + 4, &r);
   if (!q || q[0] != C_OPER || q[1] != ')') return nullptr;
   v->local[4] = fw(r);
   if (!room(dest, 5)) return nullptr;
@@ -252,11 +252,13 @@ const word* scalar_assignment(const word* p, word* dest) {
 
 }  // namespace
 
+const word* scalar_group(const word* p, float* r) { return scalar_binary(p, r); }
+
 const word* eval_group(const word* p, word* dest, bool lvalue, int* status) {
   if (p[1] == '(') {
     float r;
     if (const word* next = scalar_assignment(p, dest)) return next;
-    if (const word* next = scalar_group(p, &r)) {
+    if (const word* next = scalar_binary(p, &r)) {
       if (!room(dest, 5)) return nullptr;
       put_float(dest, r);
       return next;

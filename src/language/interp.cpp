@@ -73,7 +73,8 @@ const word* Run::statement(const word* p) {
 
 const word* Run::condition(const word* r) {
   const word* next = nullptr;
-  int c = evaluer_cond(r + r[2], base, &next);
+  float scalar = 0;
+  int c = scalar_group(r + r[2], &scalar) ? scalar != 0.0f : evaluer_cond(r + r[2], base, &next);
   if (c < 0) return nullptr;
   put_nil(base);
   return r + (c ? r[3] : r[4]);
