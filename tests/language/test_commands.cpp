@@ -20,26 +20,14 @@
 #include "language/lang_state.h"
 #include "scene/object_store.h"
 #include "support/capture.h"
+#include "support/text_runner.h"
 
 namespace {
 
-struct Outcome {
-  int status = 0;
-  std::vector<word> value;
-  std::string out;
-};
-
-class CommandsTest : public ::testing::Test {
+class CommandsTest : public TextRunner {
  protected:
   void SetUp() override {
-    minimal_kernel();
-    if (!kernel().eval_stack) {
-      Capture quiet;
-      ASSERT_EQ(allocate_work_areas(), 0);
-    }
-    eval_state().limit = kernel().eval_limit;
-    Yes(KW_error) = 1;
-    Yes(KW_compile) = 1;
+    TextRunner::SetUp();
     stop_table().clear();
     lang().alias_text.clear();
     lang().alias_exists = false;
@@ -52,52 +40,7 @@ class CommandsTest : public ::testing::Test {
     for (const char* f : {"cmdf", "cmdg"})
       while (Objet* o = get_fonction(f)) rem_objet(o);
   }
-
-  static Outcome run(const std::string& line) {
-    Outcome r;
-    Capture out;
-    r.status = executer_texte(line.c_str(), r.value);
-    r.out = out.take();
-    return r;
-  }
-  static std::vector<float> floats(const std::string& line) {
-    Outcome r = run(line);
-    EXPECT_EQ(r.status, 0) << line << ": " << r.out;
-    std::vector<float> v;
-    if (r.status != 0 || r.value.size() < 4) return v;
-    EXPECT_EQ(r.value[1], T_FLOAT) << line;
-    for (int i = 0; i < r.value[2] * r.value[3]; i++) v.push_back(wf(r.value[4 + i]));
-    return v;
-  }
-  static float one(const std::string& line) {
-    std::vector<float> v = floats(line);
-    EXPECT_EQ(v.size(), 1u) << line;
-    return v.empty() ? NAN : v[0];
-  }
-  static std::string str(const std::string& line) {
-    Outcome r = run(line);
-    EXPECT_EQ(r.status, 0) << line << ": " << r.out;
-    if (r.status != 0 || r.value.size() < 5) return "<none>";
-    EXPECT_EQ(r.value[1], T_CHAR) << line;
-    return reinterpret_cast<const char*>(r.value.data() + 4);
-  }
-  static bool nil(const std::string& line) {
-    Outcome r = run(line);
-    return r.status == 0 && r.value.size() == 4 && r.value[1] == T_NIL;
-  }
-  // A failing line: its status and what it printed.
-  static std::string fails(const std::string& line) {
-    Outcome r = run(line);
-    EXPECT_LT(r.status, 0) << line;
-    return r.out;
-  }
 };
-
-void expect_floats(const std::vector<float>& got, std::initializer_list<float> want, const char* what) {
-  ASSERT_EQ(got.size(), want.size()) << what;
-  size_t i = 0;
-  for (float w : want) EXPECT_NEAR(got[i++], w, 1e-5f) << what << " element " << i - 1;
-}
 
 // ---- shapes and conversions ------------------------------------------------------
 
