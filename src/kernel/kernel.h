@@ -51,7 +51,6 @@ struct KernelState {
   bloc command_stack = nullptr; // commands stacked for the animation cycle
   word* command_insert = nullptr;
   word* command_limit = nullptr;
-  std::vector<Objet*> externs;  // Dim_EXTERN external objects
   std::vector<word> random_table;  // precalculated random numbers (ale)
   bloc scratch = nullptr;       // 192000-word scratch block
 

@@ -19,8 +19,9 @@ int allocation_failure(const char* label, int size) {
 
 int allocate_work_areas() {
   KernelState& k = kernel();
+  // The external variables themselves live in their chain; Dim_EXTERN
+  // bounds how many one compile may declare.
   if (k.Dim_EXTERN <= 0) return allocation_failure("Dim_EXTERN objets = %d: ", k.Dim_EXTERN);
-  k.externs.assign(k.Dim_EXTERN, nullptr);
   // The area is allocated 92 bytes a word, while the overflow limit stands
   // only Dim_ev words above its base.
   if (k.Dim_ev <= 0) return allocation_failure("Dim_ev = %d: ", k.Dim_ev);
