@@ -115,8 +115,11 @@ int YES_NO_a(word* record, const word* limit) {
   return r;
 }
 
+// Restores keyword values and switches; with an object word the object
+// store's `ini` takes the record.
 int INI_a(word* record, const word* limit) {
   (void)limit;
+  if (has_other_vocabulary(record)) return 1;
   word* item = next_item(first_item(record));
   for (int i = 1; i < item_count(record); i++, item = next_item(item)) {
     switch (item[2]) {

@@ -2,6 +2,9 @@
 //   time       seconds since the program started
 //   time(0)    starts the chronometer again (value 0)
 //   time(1)    seconds on the chronometer
+//   precision time(...)   the same
+//   dist(t) time          seconds elapsed since the instant t (a value
+//                         that `time` gave)
 #include <vector>
 
 #include "kernel/keywords.h"
@@ -20,7 +23,8 @@ double chrono_start = 0.0;
 int TIME_a(word* record, const word* limit) {
   double now = seconds_since_start();
   std::vector<float> v;
-  const word* arg = command_argument(record);
+  word* item = find_item(record, KW_time);
+  const word* arg = item ? item_value(item) : command_argument(record);
   if (!arg) return set_result_float(record, limit, static_cast<float>(now));
   if (!value_floats(arg, v) || v.empty() || (v[0] != 0.0f && v[0] != 1.0f)) {
     err_syntaxe(97, KW_time, "(0: start, 1: read)\n");
@@ -31,4 +35,16 @@ int TIME_a(word* record, const word* limit) {
     return set_result_float(record, limit, 0.0f);
   }
   return set_result_float(record, limit, static_cast<float>(now - chrono_start));
+}
+
+int TIME_DIST_a(word* record, const word* limit) {
+  const double now = seconds_since_start();
+  std::vector<float> v;
+  const word* arg = command_argument(record);
+  if (!arg) return set_result_float(record, limit, static_cast<float>(now));
+  if (!value_floats(arg, v) || v.empty()) {
+    err_syntaxe(97, KW_dist, "(t) time\n");
+    return -1;
+  }
+  return set_result_float(record, limit, static_cast<float>(now - v[0]));
 }

@@ -62,7 +62,8 @@ int DIM_a(word* record, const word* limit) {
 
 // `type(v)`: 0 NIL, 1 CHAR, 2 LONG, 3 FLOAT, 4 HYBRIDE, printing nothing.
 int TYPE_a(word* record, const word* limit) {
-  const word* v = command_argument(record);
+  if (has_other_vocabulary(record)) return 1;
+  const word* v = item_value(find_item(record, KW_type));
   return set_result_float(record, limit, v ? static_cast<float>(type_code(v)) : 0.0f);
 }
 

@@ -6,6 +6,9 @@
 // Runs an interpreter command in place: 0 done, 1 pass to EVALUER_1,
 // 2 `return`, negative after a report.
 int EVALUER_0(word* record, const word* limit);
+// The handler of the first word alone, for a record that EVALUER_0
+// passed on: 1 when the interpreter has none.
+int interpreter_command(word* record, const word* limit);
 // The graphic vocabulary's dispatch.
 int EVALUER_1(word* record, const word* limit);
 // `command = value`: sets what the command names.
@@ -16,6 +19,8 @@ inline word* first_item(word* record) { return record + 4; }
 inline word* next_item(word* item) { return item + item[0]; }
 inline int item_count(const word* record) { return record[2]; }
 inline const word* item_value(const word* item) { return item[0] > 3 ? item + 3 : nullptr; }
+// True when an item belongs to another vocabulary than the interpreter's.
+bool has_other_vocabulary(const word* record);
 // The item of that code in the record, or null.
 word* find_item(word* record, int code);
 // Writes a value in place of the record (never past `limit`); -12 when

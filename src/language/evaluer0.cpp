@@ -30,12 +30,14 @@ constexpr Entry ANYWHERE[] = {
     // `help word` and `demo word` explain the other words of the record.
     {KW_help, HELP_a},
     {KW_demo, HELP_a},
+    {KW_ini, INI_a},
+    {KW_type, TYPE_a},
 };
 
 // Handlers chosen by the first word.
 constexpr Entry FIRST[] = {
     {KW_aba, ABA_a},         {KW_bye, BYE_a},        {KW_exit, BYE_a},       {KW_compile, COMPILE_a},
-    {KW_exec, executer_a},   {KW_GO, GO_a},          {KW_ini, INI_a},        {KW_link, LINK_a},
+    {KW_exec, executer_a},   {KW_GO, GO_a},        {KW_link, LINK_a},
     {KW_print, PRINT_a},     {KW_return, RETURN_a},  {KW_status, a_status},  {KW_system, SYSTEM_a},
     {KW_static, DECLARED_a}, {KW_extern, DECLARED_a}, {KW_global, DECLARED_a},
     {KW_calloc, ALLOC_a},    {KW_malloc, ALLOC_a},
@@ -58,7 +60,7 @@ constexpr Entry FIRST[] = {
     // Console, listing and value commands.
     {KW_history, HISTORY_a}, {KW_list, LIST_a},
     {KW_LIST, LIST_a},       {KW_sort, SORT_a},      {KW_time, TIME_a},      {KW_number, NUMBER_a},
-    {KW_NP, NP_a},           {KW_dim, DIM_a},        {KW_type, TYPE_a},      {KW_limit, LIMIT_a},
+    {KW_NP, NP_a},           {KW_dim, DIM_a},      {KW_limit, LIMIT_a},
     {KW_CG, CG_a},           {KW_matrix, MATRIX_a},  {KW_input, INPUT_a},    {KW_ring, RING_a},
     {KW_alias, ALIAS_a},     {KW_STOP, STOP_a},      {KW_clean, CLEAN_a},
 };
@@ -86,6 +88,13 @@ int outcome(int r) {
 }
 
 }  // namespace
+
+bool has_other_vocabulary(const word* record) {
+  const word* item = record + 4;
+  for (int i = 0; i < item_count(record); i++, item += item[0])
+    if (item[1] != 0) return true;
+  return false;
+}
 
 word* find_item(word* record, int code) {
   word* item = first_item(record);
@@ -133,14 +142,20 @@ int EVALUER_0(word* record, const word* limit) {
   }
   if (item_count(record) < 1) return set_result_nil(record);
   word* item = first_item(record);
-  if (item[1] != 0) return 1;
   const Dispatch& d = dispatch();
+  // The first word of another vocabulary hands the record on, unless a
+  // word that acts anywhere comes before it.
   for (int i = 0; i < item_count(record); i++, item = next_item(item)) {
+    if (item[1] != 0) return 1;
     int code = item[2];
     if (code >= 0 && code < KW_PER_VOC && d.anywhere[code]) return outcome(d.anywhere[code](record, limit));
   }
+  return interpreter_command(record, limit);
+}
+
+int interpreter_command(word* record, const word* limit) {
   int code = first_item(record)[2];
-  Handler h = code >= 0 && code < KW_PER_VOC ? d.first[code] : nullptr;
+  Handler h = code >= 0 && code < KW_PER_VOC ? dispatch().first[code] : nullptr;
   if (!h) return 1;
   return outcome(h(record, limit));
 }

@@ -6,6 +6,7 @@
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "language/fct0.h"
+#include "language/handlers.h"
 
 namespace {
 
@@ -168,6 +169,7 @@ int fct0_scalar(Fct0Call& c) {
 // FLOAT: length of the polyline through the points of 3 elements. CHAR:
 // 1 minus the share of equal bytes at equal places of the two halves.
 int fct0_dist(Fct0Call& c) {
+  if (c.time) return TIME_DIST_a(c.record, c.limit);
   if (tag(c.v) == T_CHAR) {
     int half = c.n / 2;
     if (half == 0) return one_float(c, 1.0f);

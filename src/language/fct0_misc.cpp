@@ -101,7 +101,7 @@ int keyword_name(Fct0Call& c, int code) {
 // very same body; the display precision itself is read elsewhere from
 // the keyword's current value.
 int fct0_error(Fct0Call& c) {
-  if (c.first[2] == KW_precision && c.time) return 1;
+  if (c.first[2] == KW_precision && c.time) return TIME_a(c.record, c.limit);
   int& code = fct0_state().Erreur_code;
   const word* v = argument(c);
   if (!v || (tag(v) != T_FLOAT && tag(v) != T_CHAR) || value_elements(v) == 0) {

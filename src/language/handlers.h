@@ -56,6 +56,8 @@ int HISTORY_a(word* record, const word* limit);
 int LIST_a(word* record, const word* limit);
 int SORT_a(word* record, const word* limit);
 int TIME_a(word* record, const word* limit);
+// `dist(t) time`: seconds since the instant t.
+int TIME_DIST_a(word* record, const word* limit);
 int NUMBER_a(word* record, const word* limit);
 int NP_a(word* record, const word* limit);
 int DIM_a(word* record, const word* limit);

@@ -1,29 +1,162 @@
-// EVALUER_1: commands of the graphic vocabulary, and interpreter words
-// that no handler of the interpreter takes. Until the object store and
-// the property grammar are in place every such command reports that it
-// is not implemented, naming its words.
+// EVALUER_1: commands whose first word is graphic, and interpreter words
+// that the interpreter passes on. One byte per code (-1 to 360) names a
+// handler in a small table, so several words share one handler; words
+// without a row go to bloc_0, the generic property command.
+#include <array>
+#include <cstdint>
+
+#include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
+#include "kernel/vocab.h"
 #include "language/commands.h"
+#include "language/handlers.h"
+#include "scene/graphic.h"
+#include "scene/selection.h"
 
 namespace {
 
-int not_implemented(word* record) {
-  word* item = first_item(record);
-  for (int i = 0; i < item_count(record); i++, item = next_item(item)) voir_mot(item[2]);
-  voir_message(0, 104);
-  return -1;
+constexpr int NB_ENTRIES = 362;  // codes -1 to 360
+
+// A handler that runs its interpreter counterpart on the same record.
+template <int (*F)(word*, const word*)>
+int interprete(word* s, const word*, word*, const word* lim) {
+  return F(s, lim);
+}
+
+struct Row {
+  std::initializer_list<int> codes;
+  Handler1 handler;
+  bool quiet = false;  // a failure is not traced
+};
+
+// The words whose handler is in place; the others answer through bloc_0.
+const Row ROWS[] = {
+    {{KW_rem}, REM_b},
+    {{KW_dup}, DUP_b},
+    {{KW_clean}, CLEAN_b},
+    {{KW_ini}, INI_b},
+    {{KW_name, KW_number}, NUM_b},
+    {{KW_type}, TYPE_b},
+    {{KW_status}, b_status},
+    {{KW_print}, PRINT_b},
+    {{KW_yes, KW_no}, interprete<YES_NO_a>},
+    {{KW_list, KW_LIST}, LIST_b},
+    {{KW_vol}, OBJ_b},
+    {{KW_object, KW_brush, KW_device, KW_field, KW_fog, KW_genetic, KW_image, KW_light, KW_memory,
+      KW_menu, KW_network, KW_traj, KW_view, KW_scale, KW_stock, KW_audio, KW_win},
+     OBJET_b},
+    {{KW_camera}, [](word* s, const word* ob, word*, const word* lim) { return set_get_val_com(s, lim, ob); }},
+    {{KW_debug}, interprete<DEBUG_a>, true},
+    {{KW_system}, interprete<SYSTEM_a>, true},
+    {{KW_compile}, interprete<COMPILE_a>},
+    {{KW_link}, interprete<LINK_a>},
+};
+
+struct Table {
+  std::array<uint8_t, NB_ENTRIES> index{};  // 0: bloc_0
+  std::vector<Handler1> handlers{bloc_0};
+  std::vector<bool> quiet{false};
+  Table() {
+    for (const Row& r : ROWS) {
+      handlers.push_back(r.handler);
+      quiet.push_back(r.quiet);
+      for (int c : r.codes) index[c + 1] = static_cast<uint8_t>(handlers.size() - 1);
+    }
+  }
+};
+
+const Table& table() {
+  static const Table t;
+  return t;
+}
+
+bool names_object(word* s) {
+  word* item = first_item(s);
+  for (int i = 0; i < item_count(s); i++, item = next_item(item))
+    if (mot_objet_rem(item[2])) return true;
+  return false;
+}
+
+// The current values of `col` (3), `illum` (5) and, through the fifth
+// illumination value, `transp`, set from the parameter or the right side.
+int valeurs_couleur(word* s, const word* ob, const word* lim) {
+  if (first_item(s)[2] == KW_coe) return bloc_0(s, ob, s + s[0], lim);
+  return set_get_val_com(s, lim, ob);
+}
+
+// The words whose dispatch depends on the command's shape.
+int special(word* s, int code, const word* ob, word* st, const word* lim, bool* done) {
+  *done = true;
+  const int n = item_count(s);
+  switch (code) {
+    case KW_help:
+      return set_result_nil(s);  // the interaction help is off
+    case KW_sort:
+      if (n < 2) return SORT_a(s, lim);
+      break;
+    case KW_normal:
+      if (n == 1) return set_get_val_com(s, lim, ob);
+      break;
+    case KW_coe: case KW_col: case KW_illum:
+      if (n == 1) return valeurs_couleur(s, ob, lim);
+      break;
+    default:
+      break;
+  }
+  (void)st;
+  *done = false;
+  return 0;
 }
 
 }  // namespace
 
-int EVALUER_1(word* record, const word* limit) {
-  (void)limit;
-  return not_implemented(record);
+int evaluer_1(word* s, const word* ob, word* st, const word* lim) {
+  if (s[0] <= 0 || tag(s) != T_SEGMENTS) {
+    err_warning("EVALUER_1()");
+    return -1;
+  }
+  word* item = first_item(s);
+  for (int i = 0; i < item_count(s); i++, item = next_item(item)) {
+    const int code = item[2];
+    if (code >= 400) {
+      voir_mot(code);
+      voir_message(0, 104);
+      return -1;
+    }
+    if (code < -1) return 0;
+    if (code == -1) continue;  // a placeholder: the next word decides
+    bool done = false;
+    int r = 0;
+    // An interpreter command with graphic words but no object: the
+    // interpreter's own handler, as `matrix(m) transp`.
+    if (code < KW_PER_VOC && !ob && !names_object(s)) {
+      r = interpreter_command(s, lim);
+      done = r != 1;
+    }
+    if (!done) r = special(s, code, ob, st, lim, &done);
+    if (!done) {
+      const Table& t = table();
+      const int h = code < NB_ENTRIES - 1 ? t.index[code + 1] : 0;
+      r = t.handlers[h](s, ob, st, lim);
+      if (r < 0 && t.quiet[h]) return r;
+    }
+    if (r < 0) TRACE_FAIL("EVALUER_1()");
+    return r;
+  }
+  return set_result_nil(s);
 }
 
+// The first free word above the command, and above the right side of an
+// assignment when it stands there.
+static word* libre(word* s, const word* ob) {
+  word* st = s + s[0];
+  if (ob && ob >= st) st = const_cast<word*>(ob) + size(ob);
+  return st;
+}
+
+int EVALUER_1(word* record, const word* limit) { return evaluer_1(record, nullptr, libre(record, nullptr), limit); }
+
 int EVALUER_1_assign(word* record, const word* value, const word* limit) {
-  (void)value;
-  (void)limit;
-  return not_implemented(record);
+  return evaluer_1(record, value, libre(record, value), limit);
 }

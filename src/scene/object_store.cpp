@@ -41,7 +41,7 @@ static void libere_objet(Objet* o) {
   delete o;
 }
 
-static char* copie_nom(const char* name) {
+char* copie_nom(const char* name) {
   if (!name || !*name) return nullptr;
   const size_t len = std::strlen(name);
   char* copy = static_cast<char*>(alloue_mem(len + 2));

@@ -24,5 +24,8 @@ Objet* cre_chaine_privee();
 void rem_chaine_privee(Objet* head);
 Objet* dup_chaine_privee(const Objet* head);
 
+// A copy of a name counted in the live blocks; null for an empty name.
+char* copie_nom(const char* name);
+
 // Language objects keep a raw value or text in `local`.
 bool est_objet_langage(int kind);
