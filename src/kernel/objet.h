@@ -23,6 +23,10 @@ struct Objet {
   Objet* prev = nullptr;
 
   word handle = 0;         // registry handle, 0 until first asked
+  // Not saved: the head of the chain the record is linked in, and for a
+  // head its last record, so that creation need not walk the chain.
+  Objet* head = nullptr;
+  Objet* tail = nullptr;
 };
 
 // Number of words of the record in its saved form.

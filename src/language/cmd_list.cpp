@@ -72,9 +72,6 @@ int LIST_a(word* record, const word* limit) {
   if (what && std::strcmp(what, "define") == 0) list_defines(full);
   else if (find_item(record, KW_func)) list_functions(full);
   else if (find_item(record, KW_var)) list_variables(full);
-  else {
-    err_syntaxe(97, first_item(record)[2], "func, var or (\"define\")\n");
-    return -1;
-  }
+  else return 1;  // objects, or a usage report: the object store's list
   return set_result_nil(record);
 }

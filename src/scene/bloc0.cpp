@@ -83,9 +83,7 @@ int bloc_0(word* s, const word* ob, word* st, const word* lim) {
   if (lire_selection(s, sel, mot_objet) != WalkEnd::Objects || item_count(s) < 2)
     return ob ? 0 : set_result_nil(s);
   const Cles k = cles_de(s, sel);
-  const int n = nb_objets(sel);
-  for (int i = 0; i < n; i++) {
-    Objet* o = objet_selection(sel, i);
+  for (Objet* o : objets_selection(sel)) {
     if (!o) continue;
     int r = propriete_objet(o, k, ob, st, lim, s);
     if (r < 0) return r;

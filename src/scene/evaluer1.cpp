@@ -85,6 +85,16 @@ int valeurs_couleur(word* s, const word* ob, const word* lim) {
   return set_get_val_com(s, lim, ob);
 }
 
+// `transp(t)` alone: the fifth illumination value.
+int valeur_transparence(word* s, const word* ob, const word* lim) {
+  int count = 0;
+  float* illum = val_com(KW_illum / KW_PER_VOC, KW_illum, &count);
+  const word* v = ob ? ob : item_value(first_item(s));
+  if (!illum || count < 5) return bloc_0(s, ob, s + s[0], lim);
+  if (v && tag(v) == T_FLOAT && np(v) > 0) illum[4] = getf(v, 0);
+  return ob ? 0 : set_result_float(s, lim, illum[4]);
+}
+
 // The words whose dispatch depends on the command's shape.
 int special(word* s, int code, const word* ob, word* st, const word* lim, bool* done) {
   *done = true;
@@ -100,6 +110,12 @@ int special(word* s, int code, const word* ob, word* st, const word* lim, bool* 
       break;
     case KW_coe: case KW_col: case KW_illum:
       if (n == 1) return valeurs_couleur(s, ob, lim);
+      break;
+    case KW_transp:
+      if (n == 1) return valeur_transparence(s, ob, lim);
+      break;
+    case KW_dynamic:
+      if (n < 2) return set_get_val_com(s, lim, ob);
       break;
     default:
       break;
@@ -141,6 +157,7 @@ int evaluer_1(word* s, const word* ob, word* st, const word* lim) {
       r = t.handlers[h](s, ob, st, lim);
       if (r < 0 && t.quiet[h]) return r;
     }
+    if (r < 0 && code == KW_audio) bell();
     if (r < 0) TRACE_FAIL("EVALUER_1()");
     return r;
   }

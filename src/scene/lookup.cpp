@@ -32,20 +32,26 @@ int element_plat(const word* v, int index, int* number, char* name) {
 // of a HYBRIDE list count by their own elements, so `vol(1,2,"a b")`
 // names four objects.
 int element(const word* selector, int index, int* number, char* name, const char* who) {
+  if (!selector) return -1;
   int r = -1;
-  if (selector && tag(selector) == T_HYBRIDE) {
-    for (int i = 0; i < np(selector); i++) {
-      const word* part = sous_bloc(selector, i);
-      if (!part) break;
-      const int n = nb_selection(part);
-      if (index < n) {
-        r = element_plat(part, index, number, name);
-        break;
+  switch (tag(selector)) {
+    case T_HYBRIDE:
+      for (int i = 0, at = index; i < np(selector); i++) {
+        const word* part = sous_bloc(selector, i);
+        if (!part) break;
+        const int n = nb_selection(part);
+        if (at < n) {
+          r = element_plat(part, at, number, name);
+          break;
+        }
+        at -= n;
       }
-      index -= n;
-    }
-  } else if (selector) {
-    r = element_plat(selector, index, number, name);
+      break;
+    case T_FLOAT: case T_LONG: case T_CHAR:
+      r = element_plat(selector, index, number, name);
+      break;
+    default:
+      return -1;  // no kind of selector
   }
   if (r < 0) {
     voir_int("%d: ", index);

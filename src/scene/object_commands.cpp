@@ -71,10 +71,11 @@ int duplique(Objet* source, const word* selector, int i) {
     rem_objet(d);
     return -1;
   }
-  Objet* tail = source;
-  while (tail->next) tail = tail->next;
-  tail->next = d;
-  d->prev = tail;
+  Objet* head = source->head;
+  if (!head) {
+    for (head = source; head->prev; head = head->prev) {}
+  }
+  lie_en_queue(head, d);
   return 0;
 }
 
@@ -263,10 +264,13 @@ int TYPE_b(word* s, const word* ob, word* st, const word* lim) {
 // `list vol` prints each volume; `LIST vol(1)` and `status vol(1)` also
 // the keys of every property and the shape of its value.
 int LIST_b(word* s, const word* ob, word* st, const word* lim) {
+  (void)ob;
+  (void)st;
   const int first = first_item(s)[2];
   if (!objet_item(s, mot_objet_rem)) {
     if (first == KW_status) return a_status(s, lim);
-    return first == KW_list || first == KW_LIST ? LIST_a(s, lim) : bloc_0(s, ob, st, lim);
+    err_syntaxe(97, first, "func, var, (\"define\") or an object word: vol, vol(id)...\n");
+    return -1;
   }
   const bool full = first != KW_list;
   for (Objet* o : objets_de(s, mot_objet_rem)) {

@@ -49,17 +49,21 @@ char* copie_nom(const char* name) {
   return copy;
 }
 
-static void lie_en_queue(Objet* head, Objet* o) {
-  Objet* tail = head;
+void lie_en_queue(Objet* head, Objet* o) {
+  Objet* tail = head->tail ? head->tail : head;
   while (tail->next) tail = tail->next;
   tail->next = o;
   o->prev = tail;
+  o->head = head;
+  head->tail = o;
 }
 
 static void delie(Objet* o) {
+  if (o->head && o->head->tail == o) o->head->tail = o->prev != o->head ? o->prev : nullptr;
   if (o->prev) o->prev->next = o->next;
   if (o->next) o->next->prev = o->prev;
   o->next = o->prev = nullptr;
+  o->head = nullptr;
 }
 
 void chaine_ini(Objet* head) {
@@ -146,6 +150,7 @@ Objet* dup_objet(const Objet* o) {
   d->local = d->code = nullptr;
   d->child = d->locals = d->next = d->prev = nullptr;
   d->hook = nullptr;
+  d->head = d->tail = nullptr;
   bool ok = true;
   if (o->name) ok = (d->name = copie_nom(o->name)) != nullptr;
   if (ok && o->local)

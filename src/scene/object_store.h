@@ -10,6 +10,9 @@ void chaine_ini(Objet* head);
 // `local` and of `name`; valid is 1. Null on failure (reported).
 Objet* cre_objet(Objet* head, int kind, int subkind, const word* value, const char* name, int id);
 
+// Links an unlinked record at the tail of the chain.
+void lie_en_queue(Objet* head, Objet* o);
+
 // Removes the object and returns what followed it, so that a walk can
 // go on from the return value.
 Objet* rem_objet(Objet* o);

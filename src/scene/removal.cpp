@@ -101,7 +101,6 @@ void rem_chaine(Objet* head, const word* selector) {
       if (o->kind == -1056) o->child = nullptr;
       o = rem_objet_simple(o);
     }
-    if (!head->next || !est_fonction(head->next)) head->next = nullptr;
     return;
   }
   const int n = nb_selection(selector);
@@ -143,9 +142,11 @@ int REM_b(word* s, const word* ob, word* st, const word* lim) {
   (void)ob;
   (void)st;
   (void)lim;
-  if (item_count(s) >= 2) {
-    word* second = next_item(first_item(s));
-    if (mot_objet_rem(second[2])) return REM_OBJECT(s);
+  // `rem vol(1)`, and `rem type("chair") object`.
+  word* item = next_item(first_item(s));
+  for (int i = 1; i < item_count(s); i++, item = next_item(item)) {
+    if (mot_objet_rem(item[2])) return REM_OBJECT(s);
+    if (item[2] != KW_type) break;
   }
   return REM_PROPRIETE(s, KW_rem);
 }

@@ -1,5 +1,8 @@
 #include "scene/selection.h"
 
+#include <string>
+#include <unordered_map>
+
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/vocab.h"
@@ -129,4 +132,49 @@ Objet* objet_selection(const Selection& sel, int i) {
   if (sel.fixed) return sel.fixed;
   if (sel.user_type) return get_objet_type(sel.chaine, sel.selector, i, sel.user_type);
   return get_objet_simple(sel.chaine, sel.selector, i);
+}
+
+namespace {
+
+// Below this many elements, one walk per element costs no more.
+constexpr int BATCH_MIN = 16;
+
+const char* sans_marque(const char* name) {
+  return name[0] == '!' || name[0] == '.' || name[0] == '=' || name[0] == '>' ? name + 1 : name;
+}
+
+}  // namespace
+
+std::vector<Objet*> objets_selection(const Selection& sel) {
+  const int n = nb_objets(sel);
+  std::vector<Objet*> out(static_cast<size_t>(n), nullptr);
+  if (sel.fixed || n < BATCH_MIN) {
+    for (int i = 0; i < n; i++) out[static_cast<size_t>(i)] = objet_selection(sel, i);
+    return out;
+  }
+  // The first record of each number and of each name, in chain order.
+  std::unordered_map<int, Objet*> by_number;
+  std::unordered_map<std::string, Objet*> by_name;
+  Objet* unnumbered = nullptr;
+  for (Objet* o = sel.chaine->next; o; o = o->next) {
+    if (sel.user_type && o->user_type != sel.user_type) continue;
+    if (o->id == 0 && !unnumbered) unnumbered = o;
+    if (o->id != 0) by_number.emplace(o->id, o);
+    if (o->name) by_name.emplace(sans_marque(o->name), o);
+  }
+  for (int i = 0; i < n; i++) {
+    int number = 0;
+    char name[256];
+    const int r = element_selection(sel.selector, i, &number, name);
+    if (r == 0) {
+      if (number == 0) {
+        out[static_cast<size_t>(i)] = unnumbered;
+      } else if (auto it = by_number.find(number); it != by_number.end()) {
+        out[static_cast<size_t>(i)] = it->second;
+      }
+    } else if (r == 1) {
+      if (auto it = by_name.find(name); it != by_name.end()) out[static_cast<size_t>(i)] = it->second;
+    }
+  }
+  return out;
 }

@@ -2,6 +2,8 @@
 // and which other words make up the property key: shared by the generic
 // property command and the removal commands.
 #pragma once
+#include <vector>
+
 #include "kernel/objet.h"
 #include "kernel/word.h"
 
@@ -45,11 +47,15 @@ int nb_objets(const Selection& sel);
 // Object of element i, or null.
 Objet* objet_selection(const Selection& sel, int i);
 
+// The object of every element, null where absent: the same answers as
+// objet_selection element by element, found in one walk of the chain
+// when the selector is long.
+std::vector<Objet*> objets_selection(const Selection& sel);
+
 template <class F>
 void pour_chaque_objet(const Selection& sel, F&& f) {
-  const int n = nb_objets(sel);
-  for (int i = 0; i < n; i++)
-    if (Objet* o = objet_selection(sel, i)) f(o);
+  for (Objet* o : objets_selection(sel))
+    if (o) f(o);
 }
 
 // The user type named by a string: a keyword code, or a registered user

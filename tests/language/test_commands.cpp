@@ -224,7 +224,7 @@ TEST_F(CommandsTest, ListAndLISTShowFunctionsAndVariables) {
 
   EXPECT_NE(run("LIST var").out.find("cmdf.cs = 3"), std::string::npos);
   EXPECT_EQ(run("list var").out.find("cmdf.cs"), std::string::npos);
-  EXPECT_NE(fails("list").find("func, var or (\"define\")"), std::string::npos);
+  EXPECT_NE(fails("list").find("func, var, (\"define\") or an object word"), std::string::npos);
 }
 
 TEST_F(CommandsTest, HelpShowsDescriptorValuesAndUsage) {
