@@ -7,13 +7,8 @@
 
 namespace {
 
-struct Entry {
-  void* address;
-  HandleKind kind;
-};
-
 struct HandleRegistry {
-  std::vector<Entry> entries{{nullptr, H_FREE}};  // slot 0 stands for null
+  std::vector<HandleEntry> entries{{nullptr, H_FREE}};  // slot 0 stands for null
   std::vector<word> free_list;
   int used = 0;
 };
@@ -23,6 +18,16 @@ HandleRegistry the_registry;
 inline HandleRegistry& registry() { return the_registry; }
 
 }  // namespace
+
+// Empty until the first handle is made: every lookup before then is null.
+HandleEntry* handle_table = nullptr;
+word handle_table_size = 0;
+
+// Keeps the inline lookups' view of the table current.
+static void publish(const HandleRegistry& r) {
+  handle_table = const_cast<HandleEntry*>(r.entries.data());
+  handle_table_size = static_cast<word>(r.entries.size());
+}
 
 word handle_new(void* address, HandleKind kind) {
   HandleRegistry& r = registry();
@@ -34,6 +39,7 @@ word handle_new(void* address, HandleKind kind) {
   } else {
     h = static_cast<word>(r.entries.size());
     r.entries.push_back({address, kind});
+    publish(r);
   }
   r.used++;
   return h;
@@ -45,13 +51,6 @@ void handle_release(word h) {
   r.entries[h] = {nullptr, H_FREE};
   r.free_list.push_back(h);
   r.used--;
-}
-
-void* handle_address(word h, HandleKind kind) {
-  HandleRegistry& r = registry();
-  if (h <= 0 || h >= static_cast<word>(r.entries.size())) return nullptr;
-  const Entry& e = r.entries[h];
-  return e.kind == kind ? e.address : nullptr;
 }
 
 int handle_count() { return registry().used; }
@@ -74,13 +73,10 @@ void mem_handle_forget(const void* p) {
 word bloc_handle(const word* b) { return mem_handle(b); }
 bloc handle_bloc(word h) { return static_cast<bloc>(handle_mem(h)); }
 
-word objet_handle(Objet* o) {
-  if (!o) return 0;
-  if (o->handle == 0) o->handle = handle_new(o, H_OBJET);
+word objet_handle_new(Objet* o) {
+  o->handle = handle_new(o, H_OBJET);
   return o->handle;
 }
-
-Objet* handle_objet(word h) { return static_cast<Objet*>(handle_address(h, H_OBJET)); }
 
 void objet_handle_forget(Objet* o) {
   handle_release(o->handle);

@@ -5,17 +5,29 @@
 // is a vector of addresses with a free list, and each heap block and
 // object record keeps its own handle.
 #pragma once
+#include "kernel/objet.h"
 #include "kernel/word.h"
-
-struct Objet;
 
 // What a handle designates, so that a handle of one sort never resolves
 // as the other.
 enum HandleKind : unsigned char { H_FREE = 0, H_MEM = 1, H_OBJET = 2 };
 
+// The registry's table, read inline by the lookups below: slot h holds the
+// address and sort of handle h; slot 0 stands for null.
+struct HandleEntry {
+  void* address;
+  HandleKind kind;
+};
+extern HandleEntry* handle_table;
+extern word handle_table_size;
+
 word handle_new(void* address, HandleKind kind);
 void handle_release(word h);
-void* handle_address(word h, HandleKind kind);
+inline void* handle_address(word h, HandleKind kind) {
+  if (h <= 0 || h >= handle_table_size) return nullptr;
+  const HandleEntry& e = handle_table[h];
+  return e.kind == kind ? e.address : nullptr;
+}
 // Handles in use (tests and the memory commands).
 int handle_count();
 
@@ -28,6 +40,10 @@ void* handle_mem(word h);
 // Called by the allocator when the memory goes back.
 void mem_handle_forget(const void* p);
 
-word objet_handle(Objet* o);
-Objet* handle_objet(word h);
+word objet_handle_new(Objet* o);
+inline Objet* handle_objet(word h) { return static_cast<Objet*>(handle_address(h, H_OBJET)); }
+inline word objet_handle(Objet* o) {
+  if (!o) return 0;
+  return o->handle ? o->handle : objet_handle_new(o);
+}
 void objet_handle_forget(Objet* o);

@@ -7,9 +7,11 @@
 #include "kernel/kernel.h"
 #include "kernel/report.h"
 
-VocabState& vocab() {
-  static VocabState* state = new VocabState();
-  return *state;
+VocabState* the_vocab = nullptr;
+
+VocabState& vocab_make() {
+  if (!the_vocab) the_vocab = new VocabState();
+  return *the_vocab;
 }
 
 // The value pools live inside the state, so resetting in place keeps

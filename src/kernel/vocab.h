@@ -34,7 +34,10 @@ struct VocabState {
   int pool_used = 0;
 };
 
-VocabState& vocab();
+// Made on first use; switches are read on hot paths, hence inline.
+extern VocabState* the_vocab;
+VocabState& vocab_make();
+inline VocabState& vocab() { return the_vocab ? *the_vocab : vocab_make(); }
 // Clears every table (start-up, and tests).
 void vocab_reset();
 

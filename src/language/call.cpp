@@ -3,6 +3,7 @@
 // stack (so that recursion sees fresh locals while statics stay shared),
 // the formals are bound, the code runs, and the frame is restored.
 #include <cstring>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,20 +25,25 @@
 #include "language/lang_state.h"
 #include "language/lexer.h"
 #include "language/operators.h"
+#include "language/pure_call.h"
 #include "language/variables.h"
 
 namespace {
 
 // One saved variable, or the mark that opens a call's frame. A formal's
-// value is copied into the arena, its bloc staying with the variable to
-// be overwritten by the next binding; other variables hand their bloc
-// over to the frame, so that the call starts them fresh.
+// value is copied (into the entry when small, else into the arena), its
+// bloc staying with the variable to be overwritten by the next binding;
+// other variables hand their bloc over to the frame, so that the call
+// starts them fresh.
+constexpr int SMALL_VALUE = 6;  // words of a scalar float or NIL fit
+
 struct FrameEntry {
   word handle;   // the variable; 0 for a frame mark
   int kind, subkind, work5, work6;
-  bloc moved;        // the value bloc handed over, or null
-  size_t copied;     // offset of the copied value in the arena
   int copied_words;  // 0 when nothing was copied
+  bloc moved;        // the value bloc handed over, or null
+  size_t copied;     // offset of a large copied value in the arena
+  word small[SMALL_VALUE];
 };
 
 struct Frames {
@@ -55,12 +61,17 @@ constexpr int MAX_DEPTH = 2000;
 constexpr long MAX_STACK_BYTES = 3L << 20;
 const char* stack_top = nullptr;
 
-bool too_deep() {
+
+}  // namespace
+
+bool call_too_deep(int depth) {
   char here;
-  if (eval_state().depth == 0) stack_top = &here;
+  if (depth == 0) stack_top = &here;
   long used = stack_top ? static_cast<long>(stack_top - &here) : 0;
-  return eval_state().depth >= MAX_DEPTH || used > MAX_STACK_BYTES || used < -MAX_STACK_BYTES;
+  return depth >= MAX_DEPTH || used > MAX_STACK_BYTES || used < -MAX_STACK_BYTES;
 }
+
+namespace {
 
 const char* call_name(const word* record) {
   const word* code = eval_state().code;
@@ -99,19 +110,32 @@ Objet* callee(const word* record) {
 
 void save_variables(Objet* f) {
   Frames& fr = frames();
-  fr.entries.push_back({0, f->work[0], 0, 0, 0, nullptr, 0, 0});
+  FrameEntry& mark = fr.entries.emplace_back();
+  mark.handle = 0;
   if (!f->locals) return;
   for (Objet* v = f->locals->next; v; v = v->next) {
     if (var_kind(v) == V_STATIC || v->subkind == V_BY_ADDRESS) continue;
-    FrameEntry e{objet_handle(v), v->kind, v->subkind, v->work[5], v->work[6], nullptr, fr.arena.size(), 0};
+    FrameEntry& e = fr.entries.emplace_back();
+    e.handle = objet_handle(v);
+    e.kind = v->kind;
+    e.subkind = v->subkind;
+    e.work5 = v->work[5];
+    e.work6 = v->work[6];
+    e.moved = nullptr;
+    e.copied_words = 0;
     if (v->kind == V_FORMEL && v->local) {
-      e.copied_words = v->local[0];
-      fr.arena.insert(fr.arena.end(), v->local, v->local + v->local[0]);
+      int words = v->local[0];
+      e.copied_words = words;
+      if (words <= SMALL_VALUE) {
+        move_words(e.small, v->local, words);
+      } else {
+        e.copied = fr.arena.size();
+        fr.arena.insert(fr.arena.end(), v->local, v->local + words);
+      }
     } else {
       e.moved = v->local;
       v->local = nullptr;
     }
-    fr.entries.push_back(e);
   }
 }
 
@@ -123,7 +147,7 @@ int put_value(Objet* v, const word* src, int words) {
     v->local = alloue_bloc(words);
     if (!v->local) return -1;
   }
-  memcpy(v->local, src, static_cast<size_t>(words) * sizeof(word));
+  move_words(v->local, src, words);
   return 0;
 }
 
@@ -141,26 +165,32 @@ void release_address_formals(Objet* f) {
 void restore_variables() {
   Frames& fr = frames();
   while (!fr.entries.empty()) {
-    FrameEntry e = fr.entries.back();
-    fr.entries.pop_back();
-    if (e.handle == 0) return;
+    FrameEntry& e = fr.entries.back();
+    if (e.handle == 0) {
+      fr.entries.pop_back();
+      return;
+    }
     Objet* v = handle_objet(e.handle);
     if (!v) {
       voir_message(0, 114);
       libere_valeur(e.moved);
-      continue;
-    }
-    v->kind = e.kind;
-    v->subkind = e.subkind;
-    v->work[5] = e.work5;
-    v->work[6] = e.work6;
-    if (e.copied_words) {
-      put_value(v, fr.arena.data() + e.copied, e.copied_words);
-      fr.arena.resize(e.copied);
+      if (e.copied_words > SMALL_VALUE) fr.arena.resize(e.copied);
     } else {
-      libere_valeur(v->local);
-      v->local = e.moved;
+      v->kind = e.kind;
+      v->subkind = e.subkind;
+      v->work[5] = e.work5;
+      v->work[6] = e.work6;
+      if (e.copied_words > SMALL_VALUE) {
+        put_value(v, fr.arena.data() + e.copied, e.copied_words);
+        fr.arena.resize(e.copied);
+      } else if (e.copied_words) {
+        put_value(v, e.small, e.copied_words);
+      } else {
+        libere_valeur(v->local);
+        v->local = e.moved;
+      }
     }
+    fr.entries.pop_back();
   }
 }
 
@@ -288,11 +318,21 @@ void print_formals(const Objet* f, const std::vector<FormalCopy>& copies) {
 int evaluer_fonction(Objet* f, word* dest, word* args, int count, word* after) {
   EvalState& E = eval_state();
   LanguageState& L = lang();
-  if (too_deep()) {
+  if (call_too_deep(E.depth)) {
     voir_message(0, 73);
     return -1;
   }
   if (!f->code && (a_compile(f) < 0 || lier_fonction(f) < 0)) return -1;
+  float value;
+  int quick = pure_call(f, args, count, &value);
+  if (quick > 0) {
+    put_float(dest, value);
+    E.quiet = false;  // as after the `return` that ends the general run
+    return 0;
+  }
+  // Given up for a passing reason: the calls below take the general road.
+  std::optional<PureCallsOff> off;
+  if (quick == -1) off.emplace();
   Objet* caller = L.running_function;
   L.running_function = f;
   save_variables(f);
@@ -312,7 +352,7 @@ int evaluer_fonction(Objet* f, word* dest, word* args, int count, word* after) {
     int st = 0;
     r = resolve_item(result, &st);
   }
-  if (r >= 0 && result) memmove(dest, result, static_cast<size_t>(item_words(result)) * sizeof(word));
+  if (r >= 0 && result) move_words(dest, result, item_words(result));
   restore_variables();
   release_address_formals(f);
   L.running_function = caller;

@@ -45,10 +45,7 @@ const word* argument(const word* p, word* record, word* item, int* status) {
 
 }  // namespace
 
-// `generer_mult`: one item [3, class, code] per keyword, with the
-// evaluated argument behind it when "(" follows.
-// `return(x)`, the commonest command of functions: its value straight to
-// `dest`, without building a record (return takes no further words).
+// `return(x)` takes no further words: its value goes straight to `dest`.
 const word* quick_return(const word* p, word* dest, int* status) {
   const word* q = p + 2;
   if (q[0] != C_OPER || q[1] != '(') return nullptr;
@@ -56,7 +53,7 @@ const word* quick_return(const word* p, word* dest, int* status) {
   if (is_variable_token(q + 2) && q[4] == C_OPER && q[5] == ')') {
     Objet* v = variable_of(q + 2);
     if (v && v->local && room(dest, v->local[0])) {
-      memcpy(dest, v->local, static_cast<size_t>(v->local[0]) * sizeof(word));
+      move_words(dest, v->local, v->local[0]);
       *status = EVAL_RETURN;
       return q + 6;
     }
@@ -67,9 +64,10 @@ const word* quick_return(const word* p, word* dest, int* status) {
   return after;
 }
 
+// `generer_mult`: one item [3, class, code] per keyword, with the
+// evaluated argument behind it when "(" follows.
 const word* command_chain(const word* p, word* dest, bool lvalue, int* status, int first_code) {
-  if (first_code < 0 && p[0] == C_COMMAND && p[1] == KW_return && p[2] == C_OPER && p[3] == '(')
-    return quick_return(p, dest, status);
+  if (first_code < 0 && starts_return(p)) return quick_return(p, dest, status);
   if (!room(dest, 4)) return nullptr;
   dest[0] = 4;
   dest[1] = T_SEGMENTS;
@@ -164,7 +162,7 @@ const word* record_operand(const word* p, word* dest, int* status) {
   }
 }
 
-int resolve_item(word* at, int* status) {
+int resolve_other(word* at, int* status) {
   if (at[0] > 0 && tag(at) == T_SEGMENTS) return run_command(at, status);
   if (at[0] > 0 && (tag(at) == T_FLOAT || tag(at) == T_CHAR || tag(at) == T_NIL || tag(at) == T_HYBRIDE))
     return 0;

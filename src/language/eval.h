@@ -6,7 +6,9 @@
 #include "kernel/objet.h"
 #include <vector>
 
+#include "kernel/handles.h"
 #include "kernel/word.h"
+#include "language/code.h"
 
 // Tags of items that only live on the evaluation area.
 enum EvalTag : word {
@@ -55,7 +57,18 @@ const word* get_evaluation(const word* item);
 
 // Replaces the item at `at` by a plain value (variables copied,
 // references collected, commands and calls run); returns 0 or negative.
-int resolve_item(word* at, int* status);
+int resolve_other(word* at, int* status);
+inline int resolve_item(word* at, int* status) {
+  if (at[0] > 0 && tag(at) == T_FLOAT) return 0;
+  return resolve_other(at, status);
+}
+
+// Copies `n` words that may overlap; the one-float value, the commonest,
+// is moved without a library call.
+inline void move_words(word* dest, const word* src, int n) {
+  if (n == 5) __builtin_memmove(dest, src, 5 * sizeof(word));
+  else __builtin_memmove(dest, src, static_cast<unsigned long>(n) * sizeof(word));
+}
 
 // Checks that `words` more words fit at `at`; reports message 12 otherwise.
 bool room(const word* at, long words);
@@ -65,5 +78,10 @@ bool room(const word* at, long words);
 int executer_texte(const char* text, std::vector<word>& value);
 
 // Variable object of a variable token, or null.
-Objet* token_variable(const word* item);
-bool is_variable_token(const word* item);
+inline bool is_variable_token(const word* item) {
+  switch (item[0]) {
+    case C_AUTO: case C_STATIC: case C_EXTERN: case C_GLOBAL: case C_FORMEL: return true;
+    default: return false;
+  }
+}
+inline Objet* token_variable(const word* item) { return is_variable_token(item) ? handle_objet(item[1]) : nullptr; }

@@ -3,7 +3,9 @@
 #include <cstddef>
 
 #include "kernel/objet.h"
+#include "kernel/keywords.h"
 #include "kernel/word.h"
+#include "language/code.h"
 
 // Writing values at a place already checked for room.
 void put_float(word* at, float f);
@@ -22,10 +24,33 @@ const word* skip_operand(const word* p);
 
 // Value of an item: a variable's value (read in place), a reference
 // collected at `scratch`, or the item itself. Null after a report.
-const word* value_of(const word* item, word* scratch);
+const word* value_of_other(const word* item, word* scratch);
+inline const word* value_of(const word* item, word* scratch) {
+  return item[0] > 0 && tag(item) == T_FLOAT ? item : value_of_other(item, scratch);
+}
 
 // A variable name followed by "[...]" or "{...}" becomes a reference.
 const word* variable_operand(const word* p, word* dest, bool lvalue, int* status);
+// The operators that two one-element floats take on the quick roads:
+// x op y in *r, false for any other operator.
+[[gnu::always_inline]] inline bool scalar_op(word op, float x, float y, float* r) {
+  switch (op) {
+    case '+': *r = x + y; return true;
+    case '-': *r = x - y; return true;
+    case '*': *r = x * y; return true;
+    case '<': *r = x < y ? 1.0f : 0.0f; return true;
+    case '>': *r = x > y ? 1.0f : 0.0f; return true;
+    case O_LE: *r = x <= y ? 1.0f : 0.0f; return true;
+    case O_GE: *r = x >= y ? 1.0f : 0.0f; return true;
+    case O_EQ: *r = x == y ? 1.0f : 0.0f; return true;
+    case O_NE: *r = x != y ? 1.0f : 0.0f; return true;
+    default: return false;
+  }
+}
+inline bool scalar_operator(word op) {
+  float r;
+  return scalar_op(op, 0.0f, 0.0f, &r);
+}
 // "( a op b )" with a and b one-element floats (numbers or variables):
 // its value in *r and the cursor past it; null for any other group.
 const word* scalar_group(const word* p, float* r);
@@ -38,6 +63,12 @@ const word* record_operand(const word* p, word* dest, int* status);
 const word* command_operand(const word* p, word* dest, bool lvalue, int* status);
 // The same, the first keyword's code given (a formal standing for a command).
 const word* command_chain(const word* p, word* dest, bool lvalue, int* status, int first_code);
+// `return(...)`: the commonest command of functions, taken without
+// building a record; the value goes straight to `dest`.
+inline bool starts_return(const word* p) {
+  return p[0] == C_COMMAND && p[1] == KW_return && p[2] == C_OPER && p[3] == '(';
+}
+const word* quick_return(const word* p, word* dest, int* status);
 // Runs the command record at `at` in place (EVALUER_0 then EVALUER_1).
 int run_command(word* at, int* status);
 

@@ -75,19 +75,8 @@ bool vector_logic(word* dest, word op, word* scratch) {
 // at once, without the general vector machinery.
 bool scalar_fast(const word* a, word op, const word* b, word* dest) {
   if (a[0] != 5 || b[0] != 5 || a[1] != T_FLOAT || b[1] != T_FLOAT || a[2] != 1 || b[2] != 1) return false;
-  float x = wf(a[4]), y = wf(b[4]), r;
-  switch (op) {
-    case '+': r = x + y; break;
-    case '-': r = x - y; break;
-    case '*': r = x * y; break;
-    case '<': r = x < y ? 1.0f : 0.0f; break;
-    case '>': r = x > y ? 1.0f : 0.0f; break;
-    case O_LE: r = x <= y ? 1.0f : 0.0f; break;
-    case O_GE: r = x >= y ? 1.0f : 0.0f; break;
-    case O_EQ: r = x == y ? 1.0f : 0.0f; break;
-    case O_NE: r = x != y ? 1.0f : 0.0f; break;
-    default: return false;
-  }
+  float r;
+  if (!scalar_op(op, wf(a[4]), wf(b[4]), &r)) return false;
   put_float(dest, r);
   return true;
 }
@@ -117,6 +106,8 @@ bool operand_values(word* left, word* right, const word** a, const word** b, wor
 // The operator applied to the values of two items; the result is written
 // behind them, then moved down to `dest`.
 int binary(word* dest, word op, word* right) {
+  // Two plain floats need neither reading nor the initialisation check.
+  if (scalar_fast(dest, op, right, dest)) return 0;
   if (op != O_EQ && op != O_NE && op != ',' && (!initialised(dest) || !initialised(right))) return -1;
   const word *a, *b;
   word* scratch;
@@ -203,14 +194,6 @@ bool scalar_token(const word* t, float* f) {
 }
 
 // "( a op b )" with scalar a and b: the value, and the cursor past ")".
-// The operators of the fast path.
-bool scalar_operator(word op) {
-  switch (op) {
-    case '+': case '-': case '*': case '<': case '>': case O_LE: case O_GE: case O_EQ: case O_NE: return true;
-    default: return false;
-  }
-}
-
 const word* scalar_binary(const word* p, float* r) {
   if (p[0] != C_OPER || p[1] != '(') return nullptr;
   float x, y;
@@ -219,17 +202,7 @@ const word* scalar_binary(const word* p, float* r) {
   if (!scalar_token(p + 2, &x) || p[4] != C_OPER || !scalar_operator(p[5]) || !scalar_token(p + 6, &y) ||
       p[8] != C_OPER || p[9] != ')')
     return nullptr;
-  switch (p[5]) {
-    case '+': *r = x + y; break;
-    case '-': *r = x - y; break;
-    case '*': *r = x * y; break;
-    case '<': *r = x < y ? 1.0f : 0.0f; break;
-    case '>': *r = x > y ? 1.0f : 0.0f; break;
-    case O_LE: *r = x <= y ? 1.0f : 0.0f; break;
-    case O_GE: *r = x >= y ? 1.0f : 0.0f; break;
-    case O_EQ: *r = x == y ? 1.0f : 0.0f; break;
-    default: *r = x != y ? 1.0f : 0.0f; break;
-  }
+  scalar_op(p[5], x, y, r);
   return p + 10;
 }
 
@@ -255,7 +228,10 @@ const word* scalar_assignment(const word* p, word* dest) {
 const word* scalar_group(const word* p, float* r) { return scalar_binary(p, r); }
 
 const word* eval_group(const word* p, word* dest, bool lvalue, int* status) {
-  if (p[1] == '(') {
+  word opener = p[1];
+  const word* q = p + 2;
+  // The scalar shapes open with a number or a variable.
+  if (opener == '(' && (q[0] == C_NUMBER || is_variable_token(q))) {
     float r;
     if (const word* next = scalar_assignment(p, dest)) return next;
     if (const word* next = scalar_binary(p, &r)) {
@@ -264,8 +240,7 @@ const word* eval_group(const word* p, word* dest, bool lvalue, int* status) {
       return next;
     }
   }
-  word opener = p[1], closer = closer_of(opener);
-  const word* q = p + 2;
+  word closer = closer_of(opener);
   if (at_closer(q, closer)) {
     if (!room(dest, 4)) return nullptr;
     put_nil(dest);
@@ -276,7 +251,7 @@ const word* eval_group(const word* p, word* dest, bool lvalue, int* status) {
     q = operand(q + 2, dest, op != '!', status);
     if (!q || prefix(dest, op) < 0) return nullptr;
   } else {
-    q = operand(q, dest, true, status);
+    q = starts_return(q) ? quick_return(q, dest, status) : operand(q, dest, true, status);
     if (!q) return nullptr;
     if (q[0] == C_OPER && (q[1] == O_INC || q[1] == O_DEC)) {
       if (postfix(dest, q[1]) < 0) return nullptr;
@@ -295,6 +270,11 @@ const word* eval_group(const word* p, word* dest, bool lvalue, int* status) {
 }
 
 const word* operand(const word* p, word* dest, bool lvalue, int* status) {
+  if (p[0] == C_OPER && (p[1] == '(' || p[1] == '[' || p[1] == '{')) {
+    const word* q = eval_group(p, dest, lvalue, status);
+    if (q && q[0] == C_OPER && (q[1] == '[' || q[1] == '{')) q = subscripts(q, dest, status);
+    return q;
+  }
   switch (p[0]) {
     case C_NUMBER:
       if (!room(dest, 5)) return nullptr;
@@ -326,13 +306,6 @@ const word* operand(const word* p, word* dest, bool lvalue, int* status) {
       return p + 2;
     case C_COMMAND: case C_DEMO: case C_TYPE_FUNC:
       return command_operand(p, dest, lvalue, status);
-    case C_OPER:
-      if (p[1] == '(' || p[1] == '[' || p[1] == '{') {
-        const word* q = eval_group(p, dest, lvalue, status);
-        if (q && q[0] == C_OPER && (q[1] == '[' || q[1] == '{')) q = subscripts(q, dest, status);
-        return q;
-      }
-      break;
     case C_END: case C_JUMP: case 0:
       if (!room(dest, 4)) return nullptr;
       put_nil(dest);

@@ -64,15 +64,6 @@ const word* hybride_part(const word* v, int i) {
 
 }  // namespace
 
-bool is_variable_token(const word* item) {
-  switch (item[0]) {
-    case C_AUTO: case C_STATIC: case C_EXTERN: case C_GLOBAL: case C_FORMEL: return true;
-    default: return false;
-  }
-}
-
-Objet* token_variable(const word* item) { return is_variable_token(item) ? handle_objet(item[1]) : nullptr; }
-
 Objet* variable_of(const word* item) {
   Objet* v = token_variable(item);
   for (int hops = 0; v && v->kind == T_ADDRESS && hops < MAX_ADDRESS_HOPS; hops++) v = handle_objet(v->work[6]);
@@ -144,7 +135,7 @@ static int collect(const word* ref, word* dest) {
   return 0;
 }
 
-const word* value_of(const word* item, word* scratch) {
+const word* value_of_other(const word* item, word* scratch) {
   if (item[0] > 0 && (tag(item) == T_REF_SQUARE || tag(item) == T_REF_BRACE))
     return collect(item, scratch) < 0 ? nullptr : scratch;
   return get_evaluation(item);
