@@ -100,7 +100,7 @@ int compile_object(Objet* obj, Symboles& sym) {
   if (!code) return -1;
   libere_bloc(obj->code);
   obj->code = code;
-  if (obj->kind == KIND_FUNC) obj->id = ++L.function_serial;
+  if (obj->kind == KIND_FUNC) objet_numero(obj, ++L.function_serial);
   return 0;
 }
 

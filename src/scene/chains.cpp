@@ -30,6 +30,10 @@ Chains& chains() {
     for (Objet& h : c.interpreter) chaine_ini(&h);
     chaine_ini(&c.generic);
     chaine_ini(&c.temporaries);
+    // Lookups in the global chains read the list of their records.
+    for (Objet& h : c.graphic) h.members = new std::vector<Objet::Member>;
+    for (Objet& h : c.interpreter) h.members = new std::vector<Objet::Member>;
+    c.generic.members = new std::vector<Objet::Member>;
   }
   return c;
 }
@@ -52,3 +56,10 @@ Objet* chaine_classe(int code) { return chaine_de(code >= 0 ? code / 200 : 0, co
 Objet* chaine_generique() { return &chains().generic; }
 Objet* chaine_temporaires() { return &chains().temporaries; }
 void chaines_ini() { chains(); }
+
+Objet* premier_numero(Objet* head, int id) {
+  if (!head || !head->members) return premier_objet(head, [id](const Objet* o) { return o->id == id; });
+  for (const Objet::Member& e : *head->members)
+    if (e.id == id && e.o) return e.o;
+  return nullptr;
+}

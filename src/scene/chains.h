@@ -14,3 +14,22 @@ Objet* chaine_generique();
 Objet* chaine_temporaires();
 // Initialises every head (start-up).
 void chaines_ini();
+
+// The first record of the chain that `match` accepts, in chain order:
+// from the head's list of records when it keeps one, else by the links.
+template <class F>
+Objet* premier_objet(Objet* head, F&& match) {
+  if (!head) return nullptr;
+  if (head->members) {
+    for (const Objet::Member& e : *head->members)
+      if (e.o && match(e.o)) return e.o;
+    return nullptr;
+  }
+  for (Objet* o = head->next; o; o = o->next)
+    if (match(o)) return o;
+  return nullptr;
+}
+
+// The first record numbered `id` (any kind), read from the list of
+// numbers when the chain keeps one.
+Objet* premier_numero(Objet* head, int id);

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 
+#include "kernel/console.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
@@ -85,6 +86,20 @@ int valeurs_couleur(word* s, const word* ob, const word* lim) {
   return set_get_val_com(s, lim, ob);
 }
 
+// True when a stacked command names an object other than a menu: the
+// animation still needs the stack.
+bool stacked_object() {
+  const word* stack = kernel().command_stack;
+  if (!stack) return false;
+  const word* cmd = stack + 4;
+  for (int c = 0; c < np(stack) && cmd < kernel().command_insert && cmd[0] > 0; c++, cmd += cmd[0]) {
+    const word* seg = cmd + 4;
+    for (int i = 0; i < np(cmd) && seg[0] >= 3; i++, seg += seg[0])
+      if (seg[2] != KW_menu && mot_objet(seg[2])) return true;
+  }
+  return false;
+}
+
 // `transp(t)` alone: the fifth illumination value.
 int valeur_transparence(word* s, const word* ob, const word* lim) {
   int count = 0;
@@ -100,6 +115,9 @@ int special(word* s, int code, const word* ob, word* st, const word* lim, bool* 
   *done = true;
   const int n = item_count(s);
   switch (code) {
+    case KW_aba:
+      if (!stacked_object()) abandon_state();
+      return set_result_nil(s);
     case KW_help:
       return set_result_nil(s);  // the interaction help is off
     case KW_sort:

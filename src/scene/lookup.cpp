@@ -73,12 +73,11 @@ Objet* cherche(Objet* head, const word* selector, int index, int kind, int user_
   char name[NAME_MAX_LEN];
   int r = element(selector, index, &number, name, who);
   if (r < 0 || !head) return nullptr;
-  for (Objet* o = head->next; o; o = o->next) {
-    if (kind && o->kind != kind) continue;
-    if (user_type && o->user_type != user_type) continue;
-    if (correspond(o, r, number, name)) return o;
-  }
-  return nullptr;
+  if (r == 0 && !kind && !user_type)
+    return premier_numero(head, number);
+  return premier_objet(head, [&](const Objet* o) {
+    return (!kind || o->kind == kind) && (!user_type || o->user_type == user_type) && correspond(o, r, number, name);
+  });
 }
 
 }  // namespace
@@ -127,21 +126,15 @@ Objet* get_objet_kind(Objet* head, const word* selector, int index, int kind) {
 }
 
 Objet* get_objet_id(Objet* head, int kind, int id) {
-  for (Objet* o = head ? head->next : nullptr; o; o = o->next)
-    if (o->kind == kind && o->id == id) return o;
-  return nullptr;
+  return premier_objet(head, [=](const Objet* o) { return o->kind == kind && o->id == id; });
 }
 
 Objet* get_objet_nom(Objet* head, const char* name) {
-  for (Objet* o = head ? head->next : nullptr; o; o = o->next)
-    if (nom_egal(o->name, name)) return o;
-  return nullptr;
+  return premier_objet(head, [=](const Objet* o) { return nom_egal(o->name, name); });
 }
 
 Objet* get_objet_kind_nom(Objet* head, int kind, const char* name) {
-  for (Objet* o = head ? head->next : nullptr; o; o = o->next)
-    if (o->kind == kind && nom_egal(o->name, name)) return o;
-  return nullptr;
+  return premier_objet(head, [=](const Objet* o) { return o->kind == kind && nom_egal(o->name, name); });
 }
 
 Objet* get_objet(Objet* start, int kind, int subkind, int id, const char* name) {

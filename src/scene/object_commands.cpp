@@ -230,7 +230,7 @@ int NUM_b(word* s, const word* ob, word* st, const word* lim) {
     err_syntaxe(97, KW_number, " obj(id)=n\n");
     return -1;
   }
-  for (size_t i = 0; i < objets.size(); i++) objets[i]->id = entier(ids[i < ids.size() ? i : ids.size() - 1]);
+  for (size_t i = 0; i < objets.size(); i++) objet_numero(objets[i], entier(ids[i < ids.size() ? i : ids.size() - 1]));
   return 0;
 }
 

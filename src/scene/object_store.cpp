@@ -56,21 +56,53 @@ void lie_en_queue(Objet* head, Objet* o) {
   o->prev = tail;
   o->head = head;
   head->tail = o;
+  if (head->members) {
+    o->member = static_cast<int>(head->members->size());
+    head->members->push_back({o, o->id});
+  }
+}
+
+// Emptied slots are squeezed out once they are half of the list.
+static void resserre(Objet* head) {
+  std::vector<Objet::Member>& m = *head->members;
+  size_t kept = 0;
+  for (const Objet::Member& e : m)
+    if (e.o) {
+      e.o->member = static_cast<int>(kept);
+      m[kept++] = e;
+    }
+  m.resize(kept);
+  head->members_empty = 0;
 }
 
 static void delie(Objet* o) {
-  if (o->head && o->head->tail == o) o->head->tail = o->prev != o->head ? o->prev : nullptr;
+  Objet* head = o->head;
+  if (head && head->tail == o) head->tail = o->prev != head ? o->prev : nullptr;
+  if (head && head->members && o->member >= 0) {
+    (*head->members)[static_cast<size_t>(o->member)] = {nullptr, 0};
+    if (++head->members_empty > 32 && 2 * static_cast<size_t>(head->members_empty) > head->members->size())
+      resserre(head);
+  }
   if (o->prev) o->prev->next = o->next;
   if (o->next) o->next->prev = o->prev;
   o->next = o->prev = nullptr;
   o->head = nullptr;
+  o->member = -1;
+}
+
+void objet_numero(Objet* o, int id) {
+  o->id = id;
+  if (o->head && o->head->members && o->member >= 0) (*o->head->members)[static_cast<size_t>(o->member)].id = id;
 }
 
 void chaine_ini(Objet* head) {
   const word h = head->handle;
+  std::vector<Objet::Member>* members = head->members;
   *head = Objet{};
   head->handle = h;
   head->kind = T_CHAINE;
+  head->members = members;
+  if (members) members->clear();
 }
 
 Objet* cre_objet(Objet* head, int kind, int subkind, const word* value, const char* name, int id) {
@@ -104,9 +136,11 @@ static void rem_locals(Objet* o) {
   o->locals = nullptr;
 }
 
+// What a record owns goes with it. A plain record (kind 0) owns its name
+// and value like any other, since creation copies both.
 static void libere_contenu(Objet* o) {
   switch (o->kind) {
-    case 0: case T_CHAINE: case T_STACKED:
+    case T_CHAINE: case T_STACKED:
       return;
     case -1056:
       libere_mem(o->name);
@@ -151,6 +185,9 @@ Objet* dup_objet(const Objet* o) {
   d->child = d->locals = d->next = d->prev = nullptr;
   d->hook = nullptr;
   d->head = d->tail = nullptr;
+  d->members = nullptr;
+  d->members_empty = 0;
+  d->member = -1;
   bool ok = true;
   if (o->name) ok = (d->name = copie_nom(o->name)) != nullptr;
   if (ok && o->local)

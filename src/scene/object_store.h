@@ -10,6 +10,9 @@ void chaine_ini(Objet* head);
 // `local` and of `name`; valid is 1. Null on failure (reported).
 Objet* cre_objet(Objet* head, int kind, int subkind, const word* value, const char* name, int id);
 
+// Gives a record a new number, keeping its chain's list in step.
+void objet_numero(Objet* o, int id);
+
 // Links an unlinked record at the tail of the chain.
 void lie_en_queue(Objet* head, Objet* o);
 

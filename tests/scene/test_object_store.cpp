@@ -1,5 +1,6 @@
 // Lookups, creation and removal in chains.
 #include <cstring>
+#include <vector>
 
 #include "kernel/bloc.h"
 #include "kernel/property.h"
@@ -87,6 +88,34 @@ TEST_F(ObjectStore, CreationAndRemovalKeepTheCounts) {
   EXPECT_EQ(bloc_state().object_count, objects);
   EXPECT_EQ(bloc_state().live_blocks, blocks);
   EXPECT_EQ(head()->next, nullptr);
+}
+
+// The head's list of records answers as a walk of the links would,
+// through renumbering, removals and the squeezing of emptied slots.
+TEST_F(ObjectStore, ListOfRecordsFollowsTheChain) {
+  std::vector<Objet*> made;
+  for (int i = 1; i <= 200; i++) made.push_back(make(i % 50, nullptr));
+  auto walk = [](int id) {
+    for (Objet* o = head()->next; o; o = o->next)
+      if (o->id == id) return o;
+    return static_cast<Objet*>(nullptr);
+  };
+  auto check = [&](const char* when) {
+    for (int id = 0; id < 60; id++) {
+      const word sel[] = {5, T_FLOAT, 1, 1, fw(static_cast<float>(id))};
+      EXPECT_EQ(get_objet_simple(head(), sel, 0), walk(id)) << when << " id " << id;
+      EXPECT_EQ(get_objet_id(head(), KW_object, id), walk(id)) << when << " id " << id;
+    }
+  };
+  check("made");
+  for (size_t i = 0; i < made.size(); i += 3) rem_objet(made[i]);  // past the squeezing threshold
+  check("after removals");
+  ok("number object(7)=55");
+  objet_numero(walk(8), 56);
+  check("after renumbering");
+  EXPECT_EQ(one("number object(55)"), 55.0f);
+  Objet* last = make(55, "new");
+  EXPECT_NE(get_objet_id(head(), KW_object, 55), last) << "the older record is found first";
 }
 
 TEST_F(ObjectStore, CleanSweepsEmptyGenericObjectsOnly) {
