@@ -62,7 +62,11 @@ void pile_alloc_fin();
 // whose sizes don't add up. Returns 0, or -1 when one was reported.
 int verifie_bloc(const word* b);
 
-// A SEGMENTS block used as a property rather than as a command list.
+// Word 1 of a property: SEGMENTS when made, or for a cached value 0
+// (to be computed again) and 1 (computed).
+inline bool mot_validite(word w) { return w == T_SEGMENTS || w == 0 || w == 1; }
+// A block shaped as a property (keys, then a value) rather than as a
+// command list.
 bool est_propriete(const word* b);
 // The value block of a property.
 inline bloc propr_val(bloc p) { return p + p[2]; }

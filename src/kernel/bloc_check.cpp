@@ -72,6 +72,9 @@ int verifie(const word* b, long pos, int depth) {
     case T_FLOAT: case T_LONG: return verifie_plat(b, n, pos);
     case T_HYBRIDE: return verifie_suite(b, n, b[2], 0, pos, depth);
     case T_PROPRIETES: case T_OBJETS: case T_MALLOCS: return verifie_liste(b, n, pos, depth);
+    case 0: case 1:
+      if (est_propriete(b)) return verifie(propr_val(b), pos + b[2], depth);
+      return mal_forme(pos, b[0]);
     case T_SEGMENTS:
       if (est_propriete(b)) return verifie(propr_val(b), pos + b[2], depth);
       if (b[3] == 0) return verifie_suite(b, n, b[2], 3, pos, depth);

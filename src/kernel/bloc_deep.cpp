@@ -48,8 +48,11 @@ int libere_valeur(bloc p) {
   int r = 0;
   switch (p[1]) {
     // Counted kinds; 78 is the positive form of NIL, 28 and 32 token kinds.
-    case T_CHAR: case T_FLOAT: case T_NIL: case KW_NIL: case 0: case KW_demo: case KW_dup:
+    case T_CHAR: case T_FLOAT: case T_NIL: case KW_NIL: case KW_demo: case KW_dup:
     case T_HYBRIDE: case T_SOUND: case T_IMAGE:
+      break;
+    case 0: case 1:  // a cached property, or a plain counted block
+      if (est_propriete(p)) r = libere_contenu_propriete(p);
       break;
     case T_OBJETS: r = retire_objets(p); break;
     case T_MALLOCS: r = libere_mallocs(p); break;

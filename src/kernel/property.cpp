@@ -15,7 +15,7 @@ static int taille(const word* b) { return b[0] < 0 ? -b[0] : b[0]; }
 
 // Codes compared from the key pairs; with `exact` the key count too.
 static bool cles_egales(const word* p, int n, const int* codes, bool exact) {
-  if (p[1] != T_SEGMENTS || (exact && p[3] != n)) return false;
+  if (!mot_validite(p[1]) || (exact && p[3] != n)) return false;
   for (int k = 0; k < n; k++) {
     const int at = 5 + 2 * k;
     if (at >= taille(p) || p[at] != codes[k]) return false;
