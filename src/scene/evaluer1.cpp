@@ -44,7 +44,7 @@ const Row ROWS[] = {
     {{KW_yes, KW_no}, interprete<YES_NO_a>},
     {{KW_list, KW_LIST}, LIST_b},
     {{KW_vol}, OBJ_b},
-    {{KW_object, KW_brush, KW_device, KW_field, KW_fog, KW_genetic, KW_image, KW_light, KW_memory,
+    {{KW_object, KW_brush, KW_device, KW_field, KW_fog, KW_genetic, KW_image, KW_law, KW_light, KW_memory,
       KW_menu, KW_network, KW_traj, KW_view, KW_scale, KW_stock, KW_audio, KW_win},
      OBJET_b},
     {{KW_cube}, CUBE_b, true},

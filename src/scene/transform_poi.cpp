@@ -77,10 +77,13 @@ inline float coupe(float x, float c, float k) {
   return x < c ? c : x;
 }
 
+// One vertex; the kind is a template argument so that the loop over the
+// vertices holds no choice.
+template <int K>
 inline void applique(const Pret& p, const float* s, float* d, Hasard& h) {
   float x = s[0], y = s[1], z = s[2];
   const float* c = p.c;
-  switch (p.kind) {
+  switch (K) {
     case KW_tran: x += p.v[0], y += p.v[1], z += p.v[2]; break;
     case KW_dila: x = c[0] + p.v[0] * (x - c[0]), y = c[1] + p.v[1] * (y - c[1]), z = c[2] + p.v[2] * (z - c[2]); break;
     case KW_dilx: x = c[0] + p.v[0] * (x - c[0]); break;
@@ -125,6 +128,30 @@ inline void applique(const Pret& p, const float* s, float* d, Hasard& h) {
   d[0] = x, d[1] = y, d[2] = z;
 }
 
+#define ORVELA_KINDS(X)                                                                                     \
+  X(KW_tran) X(KW_dila) X(KW_dilx) X(KW_dily) X(KW_dilz) X(KW_hom) X(KW_symx) X(KW_symy) X(KW_symz) X(KW_syma) \
+  X(KW_rotx) X(KW_roty) X(KW_rotz) X(KW_rota) X(KW_distort) X(KW_alea) X(KW_rand) X(KW_alex) X(KW_aley)         \
+  X(KW_alez) X(KW_cutx) X(KW_cuty) X(KW_cutz)
+
+template <int K>
+void boucle(const Pret& p, const float* src, float* dst, int n, int d, Hasard& h) {
+  for (int i = 0; i < n; i++) applique<K>(p, src + static_cast<long>(i) * d, dst + static_cast<long>(i) * d, h);
+}
+
+void toutes(const Pret& p, const float* src, float* dst, int n, int d, Hasard& h) {
+  switch (p.kind) {
+#define ORVELA_CASE(k) \
+  case k:              \
+    return boucle<k>(p, src, dst, n, d, h);
+    ORVELA_KINDS(ORVELA_CASE)
+#undef ORVELA_CASE
+    default:
+      return;
+  }
+}
+
+void une(const Pret& p, const float* src, float* dst, Hasard& h) { toutes(p, src, dst, 1, 3, h); }
+
 // The values of the transformation, mouse factors applied; symmetries
 // take theirs as the centre, missing ones from the centre.
 void uniformes(const Transformation& t, float v[3]) {
@@ -158,7 +185,7 @@ void TRANSF_POI(const float* src, float* dst, int n, int d, const Transformation
   if (t.vertices.empty()) {
     uniformes(t, v);
     prepare(p, t, v);
-    for (int i = 0; i < n; i++) applique(p, src + static_cast<long>(i) * d, dst + static_cast<long>(i) * d, h);
+    toutes(p, src, dst, n, d, h);
     return;
   }
   const int m = static_cast<int>(t.vertices.size());
@@ -173,6 +200,6 @@ void TRANSF_POI(const float* src, float* dst, int n, int d, const Transformation
       graduees(t, m > 1 ? static_cast<float>(i) / static_cast<float>(m - 1) : 0.0f, v);
       prepare(p, t, v);
     }
-    applique(p, src + static_cast<long>(k - 1) * d, dst + static_cast<long>(k - 1) * d, h);
+    une(p, src + static_cast<long>(k - 1) * d, dst + static_cast<long>(k - 1) * d, h);
   }
 }
