@@ -55,6 +55,8 @@ const Row ROWS[] = {
     {{KW_rand, KW_alex, KW_aley, KW_alez, KW_cutx, KW_cuty, KW_cutz, KW_dila, KW_dilx, KW_dily, KW_dilz, KW_hom,
       KW_move, KW_rotx, KW_roty, KW_rotz, KW_syma, KW_symx, KW_symy, KW_symz, KW_tran, KW_distort, KW_alea, KW_rota},
      MOD_b},
+    {{KW_write}, WRITE_b},
+    {{KW_read}, READ_b},
     {{KW_camera}, [](word* s, const word* ob, word*, const word* lim) { return set_get_val_com(s, lim, ob); }},
     {{KW_debug}, interprete<DEBUG_a>, true},
     {{KW_system}, interprete<SYSTEM_a>, true},

@@ -51,3 +51,7 @@ int GRID_b(word* s, const word* ob, word* st, const word* lim);
 // Transformations of vertices, and the seed of the random table.
 int MOD_b(word* s, const word* ob, word* st, const word* lim);
 int ALEA_b(word* s, const word* ob, word* st, const word* lim);
+
+// Object files (and, later, pictures).
+int WRITE_b(word* s, const word* ob, word* st, const word* lim);
+int READ_b(word* s, const word* ob, word* st, const word* lim);
