@@ -26,6 +26,7 @@ struct Lecteur {
   size_t reste() const { return at < w.size() ? w.size() - at : 0; }
   bool prend(word* dst, size_t n) {
     if (!ok || n > reste()) return ok = false;
+    if (n == 0) return true;
     std::memcpy(dst, w.data() + at, n * sizeof(word));
     at += n;
     return true;
@@ -230,7 +231,7 @@ int READ_OBJ_0(const std::vector<word>& words, size_t* at, const LectureObjets& 
 
 int lire_objets(const std::string& bytes, const LectureObjets& how) {
   std::vector<word> words(bytes.size() / sizeof(word));
-  std::memcpy(words.data(), bytes.data(), words.size() * sizeof(word));
+  if (!words.empty()) std::memcpy(words.data(), bytes.data(), words.size() * sizeof(word));
   size_t at = 0;
   int count = 0;
   for (int r; (r = READ_OBJ_0(words, &at, how, count)) != 0; count++)
