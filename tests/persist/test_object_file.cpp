@@ -154,8 +154,7 @@ TEST_F(ObjectFile, HostileSizesAreRefused) {
   // Values made of handles: a file cannot give them.
   EXPECT_EQ(load(record({5, T_PROPRIETES, 1, 1, 12, T_SEGMENTS, 6, 1, 1, KW_col, 6, T_CHAINE, 1, 1, 7, 0})), -1)
       << "a private chain";
-  EXPECT_EQ(load(record({5, T_PROPRIETES, 1, 1, 16, T_HYBRIDE, 1, 0, 12, T_FLOAT, 0, 1, 6, T_MALLOCS, 1, 1, 3, 0,
-                         0, 0})),
+  EXPECT_EQ(load(record({5, T_PROPRIETES, 1, 1, 15, T_HYBRIDE, 2, 0, 5, T_FLOAT, 1, 1, 0, 6, T_MALLOCS, 1, 1, 3, 0})),
             -1)
       << "a list of allocations inside a value";
   // Kinds whose records keep or leak their blocks when removed.
