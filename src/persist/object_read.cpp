@@ -65,8 +65,9 @@ Objet* lit_objet(Lecteur& r, Objet* head, int depth);
 
 // A list of blocks or of objects: its header was read into `h`.
 bloc lit_liste(Lecteur& r, const word h[4], int depth) {
-  // Every entry takes at least four words.
-  if (h[2] < 0 || static_cast<size_t>(h[2]) > r.reste() / 4) return r.ok = false, nullptr;
+  // Every entry takes at least four words; a list of one handle a slot
+  // is the only form written.
+  if (h[2] < 0 || static_cast<size_t>(h[2]) > r.reste() / 4 || h[3] != 1) return r.ok = false, nullptr;
   bloc list = alloue_bloc(4 + h[2]);
   if (!list) return r.ok = false, nullptr;
   list[1] = h[1], list[2] = h[2], list[3] = h[3];

@@ -145,6 +145,7 @@ TEST_F(ObjectFile, HostileSizesAreRefused) {
   EXPECT_EQ(load({1, -5}), -1) << "a negative name size";
   EXPECT_EQ(load(record({1000004, T_PROPRIETES, 1000000, 1})), -1) << "a million properties";
   EXPECT_EQ(load(record({8, T_PROPRIETES, -3, 1})), -1) << "a negative count";
+  EXPECT_EQ(load(record({5, T_PROPRIETES, 1, 0, 5, T_FLOAT, 1, 1, 0})), -1) << "a list of entries of their own length";
   EXPECT_EQ(load(record({5, T_PROPRIETES, 1, 1, 900, T_FLOAT, 1, 1})), -1) << "a value larger than the file";
   EXPECT_EQ(load(record({5, T_PROPRIETES, 1, 1, -9, T_FLOAT, 1, 1})), -1) << "a negative value size";
   // A property whose value is a list nested in a list without end.
