@@ -1,0 +1,183 @@
+// LOCALE_b and the running of local functions. Forms:
+//   local("f(x){...}") vol(id)  adds or replaces f and compiles it
+//   local vol(id)               the names of the object's functions
+//   local(n) vol(id)            the text of function n
+//   local("f") vol(id)          the text of f
+//   local exec vol(id)          runs them all now
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "kernel/bloc.h"
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "language/call.h"
+#include "language/cmd_util.h"
+#include "language/commands.h"
+#include "language/compile.h"
+#include "language/eval.h"
+#include "language/functions.h"
+#include "scene/chains.h"
+#include "scene/graphic.h"
+#include "scene/object_store.h"
+#include "scene/property_rw.h"
+#include "scene/selection.h"
+#include "scene/vol_commands.h"
+#include "scene/vol_local.h"
+
+namespace {
+
+constexpr size_t NOM_MAX = 126;
+constexpr size_t ZONE_LOCALE = 1 << 16;  // evaluation words of one image's run
+
+Objet* locale_nommee(Objet* o, const std::string& nom) {
+  for (Objet* f = o->child ? o->child->next : nullptr; f; f = f->next)
+    if (f->name && nom == f->name) return f;
+  return nullptr;
+}
+
+Objet* locale_numero(Objet* o, int n) {
+  int i = 1;
+  for (Objet* f = o->child ? o->child->next : nullptr; f; f = f->next, i++)
+    if (i == n) return f;
+  return nullptr;
+}
+
+int compte(Objet* o) {
+  int n = 0;
+  for (Objet* f = o->child ? o->child->next : nullptr; f; f = f->next) n++;
+  return n;
+}
+
+bool est_definition(const char* t) { return std::strchr(t, '(') != nullptr; }
+
+int non_trouve(const char* nom) {
+  voir_mot(KW_local);
+  VOIR_CHAR("%s ", nom);
+  err_pas_trouve(nullptr);
+  return -1;
+}
+
+// The names of the object's functions, blank separated.
+std::string noms(Objet* o) {
+  std::string t;
+  for (Objet* f = o->child ? o->child->next : nullptr; f; f = f->next) t += std::string(t.empty() ? "" : " ") + (f->name ? f->name : "");
+  return t;
+}
+
+// Reading: the names, or the text of one function.
+int lecture(word* s, Objet* o, const word* v, const word* lim) {
+  if (!v) return set_result_text(s, noms(o));
+  Objet* f = nullptr;
+  if (const char* t = value_text(v)) {
+    if (!(f = locale_nommee(o, t))) return non_trouve(t);
+  } else {
+    const std::vector<int> n = numeros(v);
+    const int k = n.empty() ? 0 : n[0];
+    if (!(f = locale_numero(o, k))) {
+      hors_limite(k);
+      return -1;
+    }
+  }
+  return resultat(s, f->local, lim);
+}
+
+int execute(Objet* f, word* at) {
+  if (run_function_object(f, at) < 0) {
+    VOIR_CHAR("%s\n", "exec_fonc_obj");
+    return -1;
+  }
+  return 0;
+}
+
+}  // namespace
+
+Objet* ajoute_locale(Objet* o, const char* source) {
+  std::string nom = function_name(source);
+  if (nom.empty() || nom.size() > NOM_MAX) {
+    voir_mot(KW_local);
+    voir_message(0, 60);
+    return nullptr;
+  }
+  if (!o->child && !(o->child = cre_chaine_privee())) return nullptr;
+  Objet* f = locale_nommee(o, nom);
+  if (!f && !(f = cre_objet(o->child, KIND_LOCAL, 0, nullptr, nom.c_str(), compte(o) + 1))) return nullptr;
+  bloc texte = source_value(source);
+  if (!texte) return nullptr;
+  libere_valeur(f->local);
+  f->local = texte;
+  libere_mem(f->code);
+  f->code = nullptr;
+  if (a_compile(f) < 0 || lier_fonction(f) < 0) {
+    TRACE_FAIL("ajoute_locale()");
+    return nullptr;
+  }
+  return f;
+}
+
+int exec_locales(Objet* o) {
+  if (!o->child) return 0;
+  // An area of its own, as the cycle runs outside any console line.
+  std::vector<word> zone(ZONE_LOCALE);
+  EvalState& E = eval_state();
+  word* limite = E.limit;
+  E.limit = zone.data() + zone.size();
+  int r = 0;
+  for (Objet* f = o->child->next; f && r == 0; f = f->next) r = execute(f, zone.data());
+  E.limit = limite;
+  return r;
+}
+
+int EXEC_LOCALE_TOUT() {
+  for (int kind : {KW_vol, KW_object, KW_light, KW_image, KW_traj, KW_view, KW_brush, KW_field, KW_fog,
+                   KW_genetic, KW_memory, KW_menu, KW_network, KW_device}) {
+    for (Objet* o = chaine_classe(kind)->next; o; o = o->next)
+      if (o->child && o->child->kind == T_CHAINE && exec_locales(o) < 0) {
+        TRACE_FAIL("EXEC_LOCALE_TOUT");
+        return -1;
+      }
+  }
+  return 0;
+}
+
+int REM_LOCALE(word* s) {
+  Selection sel;
+  std::vector<Objet*> objets;
+  if (!objets_commande(s, sel, objets)) return 0;
+  const word* v = parametre(s, KW_local);
+  for (Objet* o : objets) {
+    if (!o->child) continue;
+    if (!v) {
+      rem_chaine_privee(o->child);
+      o->child = nullptr;
+      continue;
+    }
+    const char* t = value_text(v);
+    const std::vector<int> n = t ? std::vector<int>{} : numeros(v);
+    Objet* f = t ? locale_nommee(o, t) : locale_numero(o, n.empty() ? 0 : n[0]);
+    if (f) rem_objet(f);
+    int i = 1;  // the others keep their order, numbered again from 1
+    for (Objet* g = o->child->next; g; g = g->next) objet_numero(g, i++);
+  }
+  return set_result_nil(s);
+}
+
+int LOCALE_b(word* s, const word* ob, word* st, const word* lim) {
+  (void)st;
+  Selection sel;
+  std::vector<Objet*> objets;
+  if (!objets_commande(s, sel, objets)) return 0;
+  const word* v = ob ? ob : parametre(s, KW_local);
+  const char* t = value_text(v);
+  const bool definit = t && est_definition(t);
+  const bool lance = find_item(s, KW_exec) != nullptr;
+  for (Objet* o : objets) {
+    if (definit && !ajoute_locale(o, t)) return -1;
+    if (lance && exec_locales(o) < 0) {
+      TRACE_FAIL("LOCALE_b()");
+      return -1;
+    }
+  }
+  if (definit || lance) return set_result_nil(s);
+  return lecture(s, objets[0], v, lim);
+}

@@ -1,0 +1,34 @@
+// What is measured on volumes: centre of gravity, bounding box, radius.
+// Each measure is a cached property of the volume (`CG`, `box`,
+// `radius`) made stale when the vertices change.
+#pragma once
+#include <vector>
+
+#include "kernel/objet.h"
+#include "kernel/word.h"
+
+// The `CG` property: the current centre (mean of the NP first vertices)
+// in row 0, the centre at the first computation in rows 1 and 2. The
+// current centre goes to `c`. Negative after a report (no vertices).
+int det_cg_vol(Objet* o, float c[3]);
+
+// How CG_VOL places each object's centre.
+enum class ModeCG {
+  Local,   // the centre in the volume's own coordinates
+  Abs,     // the centre through the volume's matrix: where it is drawn
+  Anc,     // the origin of the volume's matrix (its position column)
+  Matrix,  // the origin of the `matrix anc` property, else of the matrix
+};
+// The mean of the objects' centres. False when no object has one.
+bool CG_VOL(const std::vector<Objet*>& objets, ModeCG mode, float c[3]);
+
+// The merged box of the objects, min x,y,z then max x,y,z; each object
+// keeps in its `box` property the box merged so far. `generate` takes
+// every stored vertex rather than NP and recomputes. False with no box.
+bool det_limite_vol(const std::vector<Objet*>& objets, bool generate, float box[6]);
+
+// Largest distance from the mean point of the NP first vertices, over
+// all of them or over the listed vertex numbers (from 1; others are
+// skipped). Without a list the answer is kept in the `radius` property.
+// Negative after a report.
+float det_rayon(Objet* o, const std::vector<int>* liste);

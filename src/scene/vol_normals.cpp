@@ -1,0 +1,65 @@
+// Normals of a volume: one per facet, one per vertex.
+#include <vector>
+
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "scene/matrix.h"
+#include "scene/vol_generate.h"
+#include "scene/volume.h"
+
+void normale_facette(const float* poi, int d, int nv, const word* v, int n, float r[3]) {
+  r[0] = r[1] = r[2] = 0;
+  // Newell's sum: the same direction as (b-a)x(c-a) for a convex facet
+  // turning counter-clockwise, and sound for warped or degenerate ones.
+  for (int i = 0; i < n; i++) {
+    const int a = v[i], b = v[(i + 1) % n];
+    if (a < 1 || a > nv || b < 1 || b > nv) continue;
+    const float* p = poi + (a - 1) * d;
+    const float* q = poi + (b - 1) * d;
+    r[0] += (p[1] - q[1]) * (p[2] + q[2]);
+    r[1] += (p[2] - q[2]) * (p[0] + q[0]);
+    r[2] += (p[0] - q[0]) * (p[1] + q[1]);
+  }
+  mat::normalise(r);
+}
+
+namespace {
+
+std::vector<float> normales_facettes(const word* poi, const word* fac) {
+  std::vector<float> n(static_cast<size_t>(fac ? fac[2] : 0) * 3, 0.0f);
+  const float* p = reinterpret_cast<const float*>(poi + 4);
+  pour_chaque_entree(fac, [&](int i, const word* v, int count) {
+    normale_facette(p, stride(poi), poi[2], v, count, &n[static_cast<size_t>(i) * 3]);
+  });
+  return n;
+}
+
+}  // namespace
+
+bloc gen_normal_fac(Objet* o) {
+  const word* poi = poi_requis(o, "gen_normal_fac()");
+  if (!poi) return nullptr;
+  const int keys[] = {KW_normal, KW_fac};
+  return stocke_floats(o, 2, keys, normales_facettes(poi, fac_vol(o)), 3);
+}
+
+bloc gen_normal_vertex(Objet* o) {
+  const word* poi = poi_requis(o, "gen_normal_vertex()");
+  if (!poi) return nullptr;
+  const word* fac = fac_vol(o);
+  const std::vector<float> nf = normales_facettes(poi, fac);
+  const int nv = poi[2];
+  std::vector<float> n(static_cast<size_t>(nv) * 3, 0.0f);
+  std::vector<int> vue(static_cast<size_t>(nv), -1);  // last facet counted
+  pour_chaque_entree(fac, [&](int i, const word* v, int count) {
+    for (int k = 0; k < count; k++) {
+      const int a = v[k] - 1;
+      if (a < 0 || a >= nv || vue[static_cast<size_t>(a)] == i) continue;
+      vue[static_cast<size_t>(a)] = i;  // a vertex twice in a facet counts once
+      for (int c = 0; c < 3; c++) n[static_cast<size_t>(a) * 3 + c] += nf[static_cast<size_t>(i) * 3 + c];
+    }
+  });
+  for (int a = 0; a < nv; a++) mat::normalise(&n[static_cast<size_t>(a) * 3]);
+  const int keys[] = {KW_normal, KW_vertex};
+  return stocke_floats(o, 2, keys, n, 3);
+}
