@@ -5,12 +5,12 @@
 #include "language/commands.h"
 #include "scene/vol_commands.h"
 
-bool objets_commande(word* s, Selection& sel, std::vector<Objet*>& objets) {
+bool objets_commande(word* s, Selection& sel, std::vector<Objet*>& objets, const word* ob) {
   objets.clear();
   if (lire_selection(s, sel, mot_objet) == WalkEnd::Objects)
     for (Objet* o : objets_selection(sel))
       if (o) objets.push_back(o);
-  if (objets.empty()) set_result_nil(s);
+  if (objets.empty() && !ob) set_result_nil(s);
   return !objets.empty();
 }
 

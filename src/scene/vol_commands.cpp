@@ -94,6 +94,7 @@ int LIRE_DERIVE(word* s, const word* ob, word* st, const word* lim) {
   std::vector<int> k = cles(s, &params);
   Selection sel;
   std::vector<Objet*> objets;
+  if (ob && k.size() == 1 && (k[0] == KW_poi || k[0] == KW_fac)) return ECRIT_GEOMETRIE(s, ob);
   if (!ob && k.size() == 1 && lire_selection(s, sel, mot_objet) == WalkEnd::Objects) {
     objets = objets_selection(sel);
     std::erase(objets, nullptr);

@@ -19,12 +19,16 @@ int GENERATE_b(word* s, const word* ob, word* st, const word* lim);
 // vol(id)`, `poi generate vol(id)`...), computed when stale; other keys
 // and every write go to bloc_0.
 int LIRE_DERIVE(word* s, const word* ob, word* st, const word* lim);
+// `poi(k...) vol(id)=...` and `fac(f...) vol(id)=...`: the geometry
+// written, the derived data made stale.
+int ECRIT_GEOMETRIE(word* s, const word* ob);
 // `local("f(){...}") vol(id)` and its reading and running forms.
 int LOCALE_b(word* s, const word* ob, word* st, const word* lim);
 
-// The objects a command selects, absent ones left out; false (with the
-// NIL result written) when the command selects nothing.
-bool objets_commande(word* s, Selection& sel, std::vector<Objet*>& objets);
+// The objects a command selects, absent ones left out; false when the
+// command selects nothing, the NIL result then written unless the
+// command is an assignment (`ob`), whose record stays as it is.
+bool objets_commande(word* s, Selection& sel, std::vector<Objet*>& objets, const word* ob = nullptr);
 // The parameter value of the word `code` in the command, or null.
 const word* parametre(word* s, int code);
 // A result of floats, `dimp` to a point; NIL when empty.

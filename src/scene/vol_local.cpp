@@ -166,7 +166,7 @@ int LOCALE_b(word* s, const word* ob, word* st, const word* lim) {
   (void)st;
   Selection sel;
   std::vector<Objet*> objets;
-  if (!objets_commande(s, sel, objets)) return 0;
+  if (!objets_commande(s, sel, objets, ob)) return 0;
   const word* v = ob ? ob : parametre(s, KW_local);
   const char* t = value_text(v);
   const bool definit = t && est_definition(t);
@@ -178,6 +178,7 @@ int LOCALE_b(word* s, const word* ob, word* st, const word* lim) {
       return -1;
     }
   }
+  if (ob) return 0;
   if (definit || lance) return set_result_nil(s);
   return lecture(s, objets[0], v, lim);
 }
