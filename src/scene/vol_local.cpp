@@ -4,11 +4,16 @@
 //   local(n) vol(id)            the text of function n
 //   local("f") vol(id)          the text of f
 //   local exec vol(id)          runs them all now
+// A local function reaches the console's variables through `extern`,
+// and shares with the object's other functions the variables it
+// declares `global`.
 #include <cstring>
+#include <utility>
 #include <string>
 #include <vector>
 
 #include "kernel/bloc.h"
+#include "kernel/handles.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "language/call.h"
@@ -17,6 +22,7 @@
 #include "language/compile.h"
 #include "language/eval.h"
 #include "language/functions.h"
+#include "language/lang_state.h"
 #include "scene/chains.h"
 #include "scene/graphic.h"
 #include "scene/object_store.h"
@@ -47,6 +53,14 @@ int compte(Objet* o) {
   int n = 0;
   for (Objet* f = o->child ? o->child->next : nullptr; f; f = f->next) n++;
   return n;
+}
+
+// The owner's handle, in the function's sixth owner word: the object
+// whose `global` variables its local functions share.
+constexpr int MOT_PROPRIETAIRE = 5;
+
+Objet* racine_locale(Objet* f) {
+  return f && f->kind == KIND_LOCAL ? handle_objet(f->work[MOT_PROPRIETAIRE]) : nullptr;
 }
 
 bool est_definition(const char* t) { return std::strchr(t, '(') != nullptr; }
@@ -100,19 +114,28 @@ Objet* ajoute_locale(Objet* o, const char* source) {
     return nullptr;
   }
   if (!o->child && !(o->child = cre_chaine_privee())) return nullptr;
-  Objet* f = locale_nommee(o, nom);
-  if (!f && !(f = cre_objet(o->child, KIND_LOCAL, 0, nullptr, nom.c_str(), compte(o) + 1))) return nullptr;
-  bloc texte = source_value(source);
-  if (!texte) return nullptr;
-  libere_valeur(f->local);
-  f->local = texte;
-  libere_mem(f->code);
-  f->code = nullptr;
+  // Compiled apart first: a text that fails leaves the list as it was.
+  Objet* f = cre_objet(o->child, KIND_LOCAL, 0, nullptr, nom.c_str(), compte(o) + 1);
+  if (!f || !(f->local = source_value(source))) {
+    rem_objet(f);
+    return nullptr;
+  }
+  f->work[MOT_PROPRIETAIRE] = objet_handle(o);
+  lang().local_root = racine_locale;
   if (a_compile(f) < 0 || lier_fonction(f) < 0) {
+    rem_objet(f);
     TRACE_FAIL("ajoute_locale()");
     return nullptr;
   }
-  return f;
+  Objet* ancien = locale_nommee(o, nom);
+  if (ancien == f) return f;
+  // A replacement keeps the place and number of the function it replaces.
+  std::swap(ancien->local, f->local);
+  std::swap(ancien->code, f->code);
+  std::swap(ancien->locals, f->locals);
+  for (int k = 0; k < MOT_PROPRIETAIRE; k++) std::swap(ancien->work[k], f->work[k]);
+  rem_objet(f);
+  return ancien;
 }
 
 int exec_locales(Objet* o) {
