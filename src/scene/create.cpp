@@ -2,6 +2,8 @@
 // `object(2) name("a")`, `light(1)`. One object per element of the
 // selector, numbered or named by it, at the tail of its chain; the other
 // words become its properties.
+#include <vector>
+
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "language/commands.h"
@@ -44,8 +46,37 @@ int cree(word* s) {
 
 }  // namespace
 
+int formes_vol(word* s);
+
+namespace {
+
+// `vol(1) vertex(2,3) col=...` is `col vertex(2,3) vol(1)=...`: the
+// property words first, then `vertex`, then the object word.
+int par_sommet(word* s, const word* ob, word* st, const word* lim) {
+  std::vector<word> order{4, T_SEGMENTS, 0, 0};
+  word* first = first_item(s);
+  word* vertex = find_item(s, KW_vertex);
+  auto add = [&](const word* item) {
+    order.insert(order.end(), item, item + item[0]);
+    order[0] += item[0];
+    order[2] += 1;
+  };
+  word* item = next_item(first);
+  for (int i = 1; i < item_count(s); i++, item = next_item(item))
+    if (item != vertex) add(item);
+  add(vertex);
+  add(first);
+  std::copy(order.begin(), order.end(), s);
+  return bloc_0(s, ob, st, lim);
+}
+
+}  // namespace
+
 int OBJ_b(word* s, const word* ob, word* st, const word* lim) {
-  if (ob || !item_value(first_item(s)) || second_vol_ou_vertex(s)) return bloc_0(s, ob, st, lim);
+  if (item_value(first_item(s)) && find_item(s, KW_vertex) && item_count(s) > 2) return par_sommet(s, ob, st, lim);
+  if (ob || !item_value(first_item(s))) return bloc_0(s, ob, st, lim);
+  if (int r = formes_vol(s); r != 1) return r;
+  if (second_vol_ou_vertex(s)) return bloc_0(s, ob, st, lim);
   return cree(s);
 }
 

@@ -90,6 +90,13 @@ static void delie(Objet* o) {
   o->member = -1;
 }
 
+void delie_objet(Objet* o) { delie(o); }
+
+void deplace_objet(Objet* o, Objet* head) {
+  delie(o);
+  lie_en_queue(head, o);
+}
+
 void objet_numero(Objet* o, int id) {
   o->id = id;
   if (o->head && o->head->members && o->member >= 0) (*o->head->members)[static_cast<size_t>(o->member)].id = id;

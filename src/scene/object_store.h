@@ -13,6 +13,11 @@ Objet* cre_objet(Objet* head, int kind, int subkind, const word* value, const ch
 // Gives a record a new number, keeping its chain's list in step.
 void objet_numero(Objet* o, int id);
 
+// Takes a record out of its chain, keeping it.
+void delie_objet(Objet* o);
+// Moves a record to the tail of another chain.
+void deplace_objet(Objet* o, Objet* head);
+
 // Links an unlinked record at the tail of the chain.
 void lie_en_queue(Objet* head, Objet* o);
 

@@ -15,6 +15,7 @@
 #include "language/compile.h"
 #include "language/eval.h"
 #include "language/functions.h"
+#include "fuzz_setup.h"
 #include "platform/console_io.h"
 #include "scene/object_store.h"
 
@@ -22,14 +23,7 @@ namespace {
 
 std::string sink;
 
-bool setup() {
-  out_capture(&sink);
-  env_minimal();
-  kernel().etat_console = 1;
-  allocate_work_areas();
-  eval_state().limit = kernel().eval_limit;
-  return true;
-}
+bool setup() { return fuzz_setup(sink); }
 
 void compile_console(const std::string& line) {
   CodeObject code("{" + line + "}");

@@ -1,0 +1,110 @@
+// `write vol(1,2) name("file")` and `read vol name("file")`: object files
+// through the kind word that chooses the chain.
+#include <cmath>
+#include <cstring>
+
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "language/cmd_util.h"
+#include "language/commands.h"
+#include "persist/object_file.h"
+#include "platform/process.h"
+#include "scene/chains.h"
+#include "scene/graphic.h"
+#include "scene/selection.h"
+
+namespace {
+
+bool mot_fichier(int code) {
+  switch (code) {
+    case KW_field: case KW_fog: case KW_genetic: case KW_law: case KW_light: case KW_memory: case KW_menu:
+    case KW_network: case KW_object: case KW_scale: case KW_view: case KW_vol:
+      return true;
+    default:
+      return false;
+  }
+}
+
+word* item_fichier(word* s) {
+  word* item = first_item(s);
+  for (int i = 0; i < item_count(s); i++, item = next_item(item))
+    if (mot_fichier(item[2])) return item;
+  return nullptr;
+}
+
+const char* nom_fichier(word* s, int code) {
+  word* name = find_item(s, KW_name);
+  const char* file = name ? value_text(item_value(name)) : nullptr;
+  if (!file || !*file) {
+    voir_mot(first_item(s)[2]);
+    voir_mot(code);
+    voir_texte("(id) name(\"file\")\a\n");
+  }
+  return file;
+}
+
+// The objects the kind word names, or all of its kind.
+std::vector<Objet*> objets(word* item) {
+  std::vector<Objet*> out;
+  Objet* head = chaine_classe(item[2]);
+  if (const word* ids = item_value(item)) {
+    Selection sel;
+    sel.chaine = head;
+    sel.selector = ids;
+    for (Objet* o : objets_selection(sel))
+      if (o) out.push_back(o);
+  } else {
+    for (Objet* o = head->next; o; o = o->next)
+      if (o->kind == item[2]) out.push_back(o);
+  }
+  return out;
+}
+
+}  // namespace
+
+int WRITE_b(word* s, const word* ob, word* st, const word* lim) {
+  word* item = item_fichier(s);
+  if (!item) return bloc_0(s, ob, st, lim);
+  const char* file = nom_fichier(s, item[2]);
+  if (!file) return -1;
+  int limit = 0;
+  const int* limite = nullptr;
+  if (word* n = find_item(s, KW_NP); n && item_value(n) && tag(item_value(n)) == T_FLOAT && np(item_value(n)) > 0) {
+    limit = static_cast<int>(getf(item_value(n), 0));
+    limite = &limit;
+  }
+  std::vector<word> words;
+  for (Objet* o : objets(item))
+    if (WRITE_OBJ_1(o, words, limite) < 0) {
+      TRACE_FAIL("WRITE_OBJ_1()");
+      return -1;
+    }
+  const std::string bytes(reinterpret_cast<const char*>(words.data()), words.size() * sizeof(word));
+  if (!file_write_all(file, bytes)) {
+    voir_message(0, 67);
+    TRACE_FAIL("WRITE_OBJ_1()");
+    return -1;
+  }
+  return set_result_nil(s);
+}
+
+int READ_b(word* s, const word* ob, word* st, const word* lim) {
+  word* item = item_fichier(s);
+  if (!item) return bloc_0(s, ob, st, lim);
+  const char* file = nom_fichier(s, item[2]);
+  if (!file) return -1;
+  std::string bytes;
+  if (!file_read_all(file, bytes)) {
+    err_lecture(file);
+    TRACE_FAIL("READ_OBJ_1()");
+    return -1;
+  }
+  LectureObjets how;
+  how.chaine = chaine_classe(item[2]);
+  how.kind = item[2];
+  how.ids = item_value(item);
+  how.add = find_item(s, KW_add) != nullptr;
+  const int count = lire_objets(bytes, how);
+  if (count < 0) TRACE_FAIL("READ_OBJ_1()");
+  return set_result_float(s, lim, count < 0 ? -1.0f : count > 0 ? 1.0f : 0.0f);
+}
