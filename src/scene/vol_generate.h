@@ -4,7 +4,8 @@
 //
 //   normal fac          FLOAT nf x 3: the unit normal of each facet
 //   normal vertex       FLOAT n x 3: the unit mean of the normals of
-//                       the facets around each vertex
+//                       the facets around each vertex, vertices at one
+//                       place (a ball's poles) counting as one point
 //   coord vertex        FLOAT n x 2: texture coordinates
 //   near vertex vertex  FLOAT n x k: the vertices joined to each one by
 //                       a facet edge, ascending, 0 filling the row

@@ -1,4 +1,7 @@
 // Normals of a volume: one per facet, one per vertex.
+#include <algorithm>
+#include <array>
+#include <map>
 #include <vector>
 
 #include "kernel/keywords.h"
@@ -43,23 +46,44 @@ bloc gen_normal_fac(Objet* o) {
   return stocke_floats(o, 2, keys, normales_facettes(poi, fac_vol(o)), 3);
 }
 
+// Vertices at the same place (the poles of a ball, the seams of a
+// revolution) form one point: its normal is the mean over the facets
+// around the point, whichever copy they use.
+std::vector<int> points_confondus(const word* poi) {
+  const int nv = poi[2], d = stride(poi);
+  const float* p = reinterpret_cast<const float*>(poi + 4);
+  std::map<std::array<float, 3>, int> premier;
+  std::vector<int> groupe(static_cast<size_t>(nv));
+  for (int a = 0; a < nv; a++) {
+    const std::array<float, 3> q = {p[a * d], d > 1 ? p[a * d + 1] : 0, d > 2 ? p[a * d + 2] : 0};
+    groupe[static_cast<size_t>(a)] = premier.emplace(q, a).first->second;
+  }
+  return groupe;
+}
+
 bloc gen_normal_vertex(Objet* o) {
   const word* poi = poi_requis(o, "gen_normal_vertex()");
   if (!poi) return nullptr;
   const word* fac = fac_vol(o);
   const std::vector<float> nf = normales_facettes(poi, fac);
-  const int nv = poi[2];
-  std::vector<float> n(static_cast<size_t>(nv) * 3, 0.0f);
-  std::vector<int> vue(static_cast<size_t>(nv), -1);  // last facet counted
+  const std::vector<int> groupe = points_confondus(poi);
+  const size_t nv = groupe.size();
+  std::vector<float> n(nv * 3, 0.0f);
+  std::vector<int> vue(nv, -1);  // the last facet counted at a point
   pour_chaque_entree(fac, [&](int i, const word* v, int count) {
     for (int k = 0; k < count; k++) {
-      const int a = v[k] - 1;
-      if (a < 0 || a >= nv || vue[static_cast<size_t>(a)] == i) continue;
-      vue[static_cast<size_t>(a)] = i;  // a vertex twice in a facet counts once
-      for (int c = 0; c < 3; c++) n[static_cast<size_t>(a) * 3 + c] += nf[static_cast<size_t>(i) * 3 + c];
+      if (v[k] < 1 || v[k] > static_cast<int>(nv)) continue;
+      const size_t g = static_cast<size_t>(groupe[static_cast<size_t>(v[k] - 1)]);
+      if (vue[g] == i) continue;  // a point twice in a facet counts once
+      vue[g] = i;
+      for (size_t c = 0; c < 3; c++) n[g * 3 + c] += nf[static_cast<size_t>(i) * 3 + c];
     }
   });
-  for (int a = 0; a < nv; a++) mat::normalise(&n[static_cast<size_t>(a) * 3]);
+  for (size_t a = 0; a < nv; a++) {
+    const size_t g = static_cast<size_t>(groupe[a]);
+    std::copy(&n[g * 3], &n[g * 3] + 3, &n[a * 3]);  // g <= a: already summed
+    mat::normalise(&n[a * 3]);
+  }
   const int keys[] = {KW_normal, KW_vertex};
   return stocke_floats(o, 2, keys, n, 3);
 }

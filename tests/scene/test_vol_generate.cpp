@@ -28,6 +28,27 @@ TEST_F(VolGenerate, CubeNormalsPointOutward) {
   expect_point(floats("normal vertex(7) vol(1)"), 0, unit(p[6]), "one vertex");
 }
 
+TEST_F(VolGenerate, CopiesOfOnePointShareTheirNormal) {
+  ok("ball(1) dim(1) secy(4)");
+  const word* poi = poi_vol(get_objet_id(chaine_classe(KW_vol), KW_vol, 1));
+  ASSERT_NE(poi, nullptr);
+  const std::vector<float> nv = floats("normal vertex vol(1)");
+  ASSERT_EQ(nv.size(), 3u * static_cast<size_t>(np(poi)));
+  int poles = 0, equator = 0;
+  for (int i = 0; i < np(poi); i++) {
+    const P3 p = {getf(poi, 3 * i), getf(poi, 3 * i + 1), getf(poi, 3 * i + 2)};
+    if (std::fabs(std::fabs(p[1]) - 1) < 1e-5f) {
+      expect_point(nv, static_cast<size_t>(i), {0, p[1], 0}, "a pole points along y");
+      poles++;
+    } else if (std::fabs(p[1]) < 1e-5f) {
+      expect_point(nv, static_cast<size_t>(i), unit({p[0], 0, p[2]}), "the equator points outward");
+      equator++;
+    }
+  }
+  EXPECT_EQ(poles, 16);
+  EXPECT_EQ(equator, 8);
+}
+
 TEST_F(VolGenerate, NormalsFollowTheVerticesWhenTheyChange) {
   Objet* o = volume(1, cube_points(1), cube_facets());
   floats("normal fac vol(1)");
