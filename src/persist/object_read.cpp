@@ -230,7 +230,7 @@ int READ_OBJ_0(const std::vector<word>& words, size_t* at, const LectureObjets& 
 
 int lire_objets(const std::string& bytes, const LectureObjets& how) {
   std::vector<word> words(bytes.size() / sizeof(word));
-  std::memcpy(words.data(), bytes.data(), words.size() * sizeof(word));
+  if (!words.empty()) std::memcpy(words.data(), bytes.data(), words.size() * sizeof(word));
   size_t at = 0;
   int count = 0;
   for (int r; (r = READ_OBJ_0(words, &at, how, count)) != 0; count++)
