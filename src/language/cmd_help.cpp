@@ -48,7 +48,7 @@ constexpr Usage USAGES[] = {
     {KW_NP, "NP(v) the np word of v: points, parts, or characters of a string"},
     {KW_number, "number(\"1 2,3\") the numbers of a text; number(v) the element count of v; number vol(\"a\")[=n] object numbers"},
     {KW_print, "print(v) prints v; the value is NIL"},
-    {KW_read, "read func(\"file\") reads functions from a file"},
+    {KW_read, "read func(\"file\") reads functions from a file; read vol[(ids)] [add] name(\"file\") reads objects"},
     {KW_rem, "rem var(\"a b\"), rem var, rem func(\"f\"), rem(\"define\"), rem STOP(\"f\",n), rem vol[(id)], rem col vol(id) remove objects and properties"},
     {KW_return, "return or return(v): leaves the function with NIL or v"},
     {KW_ring, "ring one bell; ring(n) n bells; ring(n,ms) ms apart; ring(-1) after each console line"},
@@ -59,9 +59,26 @@ constexpr Usage USAGES[] = {
     {KW_time, "time seconds since start-up; time(0) starts the chronometer, time(1) reads it; dist(t) time seconds since t; precision time(...) as time"},
     {KW_type, "type(v) 0 NIL, 1 CHAR, 2 LONG, 3 FLOAT, 4 HYBRIDE; type vol(id)[=\"name\"] the user type of objects"},
     {KW_var, "var the extern names; var(\"x\") [func(\"f\")] the value of x; var func(\"f\") its statics"},
-    {KW_write, "write func(\"file\") writes the functions to a file"},
+    {KW_write, "write func(\"file\") writes the functions to a file; write vol[(ids)] name(\"file\") [NP(n)] writes objects"},
     {KW_yes, "yes word... sets the switches of the words to 1; yes(n) word to n"},
+    // Objects and volumes.
+    {KW_vol, "vol(id) poi(x,y,z,...) fac(1,2,3,...) makes a volume; vol(id) pipe(a,b), envelope(a,b) secx(n), arc(r,a0,a1,n), vol(id) vol(a) vol(b)"},
+    {KW_object, "object(id) word(values)... makes generic objects; word object(id)=v sets a property, word object(id) reads it"},
+    {KW_cube, "cube(id) dim(dx,dy,dz): 8 vertices at +-d, 6 facets"},
+    {KW_ball, "ball(id) dim(r) secy(ny) secx(nx) [poi dila rotx roty rotz] [sphere]; ball(id) alone: radius 1, 8 sections"},
+    {KW_rev, "rev(id) poi(x,y,z,...) ang(a,a0) secx(n) [close]: a profile turned about y"},
+    {KW_prism, "prism(id) poi(base x,y,z,...) poi(dx,dy,dz) secy(n) [close]: a base moved along a displacement"},
+    {KW_grid, "grid(id) dim(dx,dy,dz) secx(nx) secy(ny) secz(nz): a lattice of cells"},
+    {KW_alea, "alea reads and alea(n) sets the seed of the random table; alea(ax,ay,az) vol(id) moves vertices by it"},
 };
+
+// The transformations of vertices share one line.
+constexpr int TRANSFORMS[] = {KW_tran, KW_rotx, KW_roty, KW_rotz, KW_rota, KW_dila, KW_dilx, KW_dily, KW_dilz,
+                              KW_hom,  KW_symx, KW_symy, KW_symz, KW_syma, KW_cutx, KW_cuty, KW_cutz, KW_alex,
+                              KW_aley, KW_alez, KW_distort, KW_move};
+constexpr const char* TRANSFORM_USAGE =
+    "tran(dx,dy,dz) rotx(a) rota(a) axis(x,y,z) dila(k..) hom symx cutx(k)... obj(ids) [vertex(n..) acc dec cos sin "
+    "pend law(id)] [poi(c) CG] [ini(1) validate] [max] [generate] [matrix]";
 
 // The value functions share one line.
 constexpr int MATH[] = {KW_abs,  KW_acos, KW_asin, KW_atan, KW_cos,  KW_cosh, KW_exp,  KW_ent,  KW_int,
@@ -74,6 +91,8 @@ const char* usage_of(int code) {
     if (u.code == code) return u.text;
   for (int m : MATH)
     if (m == code) return MATH_USAGE;
+  for (int t : TRANSFORMS)
+    if (t == code) return TRANSFORM_USAGE;
   return nullptr;
 }
 

@@ -26,6 +26,7 @@ struct Lecteur {
   size_t reste() const { return at < w.size() ? w.size() - at : 0; }
   bool prend(word* dst, size_t n) {
     if (!ok || n > reste()) return ok = false;
+    if (n == 0) return true;
     std::memcpy(dst, w.data() + at, n * sizeof(word));
     at += n;
     return true;
@@ -150,7 +151,10 @@ Objet* lit_objet(Lecteur& r, Objet* head, int depth) {
   Objet* o = cre_objet(head, 0, 0, nullptr, name.c_str(), id);
   if (!o) return r.ok = false, nullptr;
   word f[12];
-  if (r.prend(f, 12)) {
+  // The kind decides how the record is released: a file names a kind of
+  // the vocabularies, never a language object's.
+  if (r.prend(f, 12) && (f[0] < 0 || f[0] >= NB_CODES || est_objet_langage(f[0]))) r.ok = false;
+  if (r.ok) {
     o->kind = f[0], o->subkind = f[1], o->kind2 = f[2], o->kind3 = f[3], o->user_type = f[4], o->reserved = f[5];
     o->work[0] = f[6], o->work[1] = f[7], o->work[2] = f[8], o->work[4] = f[9], o->work[5] = f[10], o->valid = f[11];
   }

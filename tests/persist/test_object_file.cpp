@@ -151,6 +151,12 @@ TEST_F(ObjectFile, HostileSizesAreRefused) {
   std::vector<word> deep = record({5, T_PROPRIETES, 1, 1});
   for (int i = 0; i < 200; i++) deep.insert(deep.end(), {5, T_PROPRIETES, 1, 1});
   EXPECT_EQ(load(deep), -1) << "nesting without end";
+  // Kinds whose records keep or leak their blocks when removed.
+  for (word kind : {static_cast<word>(T_CHAINE), static_cast<word>(KW_func), static_cast<word>(-41), static_cast<word>(NB_CODES)}) {
+    std::vector<word> w = record({4, T_PROPRIETES, 0, 1});
+    w[5] = kind;
+    EXPECT_EQ(load(w), -1) << "kind " << kind;
+  }
   EXPECT_EQ(count(), 0);
   EXPECT_EQ(bloc_state().live_blocks, blocks);
   EXPECT_EQ(load({}), 0) << "an empty file";
