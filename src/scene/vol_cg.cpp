@@ -36,16 +36,18 @@ void origine(const float* m, float c[3]) { std::copy(m + 12, m + 15, c); }
 
 int centre_objet(Objet* o, ModeCG mode, float c[3]) {
   const float* t = mode == ModeCG::Local ? nullptr : get_matrix_vol(o);
+  float m[16];
+  if (t) matrice_du_bloc(o, m);
   switch (mode) {
     case ModeCG::Local:
       return det_cg_vol(o, c);
     case ModeCG::Abs:
       if (!t || det_cg_vol(o, c) < 0) return -1;
-      mat::point(t + TR_MATRIX, c, c);
+      mat::point(m, c, c);
       return 0;
     case ModeCG::Anc:
       if (!t) return -1;
-      origine(t + TR_MATRIX, c);
+      origine(m, c);
       return 0;
     case ModeCG::Matrix: {
       const word* m = get_val_2(o->local, KW_matrix, KW_anc);

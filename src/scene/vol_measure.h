@@ -15,9 +15,9 @@ int det_cg_vol(Objet* o, float c[3]);
 // How CG_VOL places each object's centre.
 enum class ModeCG {
   Local,   // the centre in the volume's own coordinates
-  Abs,     // the centre through the volume's matrix: where it is drawn
-  Anc,     // the origin of the volume's matrix (its position column)
-  Matrix,  // the origin of the `matrix anc` property, else of the matrix
+  Abs,     // the centre through the matrix of the block's values
+  Anc,     // the origin of that matrix (its position column)
+  Matrix,  // the origin of `matrix anc`, else of the block's stored matrix
 };
 // The mean of the objects' centres. False when no object has one.
 bool CG_VOL(const std::vector<Objet*>& objets, ModeCG mode, float c[3]);
@@ -32,3 +32,9 @@ bool det_limite_vol(const std::vector<Objet*>& objets, bool generate, float box[
 // skipped). Without a list the answer is kept in the `radius` property.
 // Negative after a report.
 float det_rayon(Objet* o, const std::vector<int>* liste);
+
+// The matrix of a volume made from its transformation block, values plus
+// deltas, in the order of the animation's matrices: translation, `rota`
+// about its axis, then `rotz`, `rotx`, `roty` (degrees), and the scale
+// last. The block's stored matrix is left as it is.
+void matrice_du_bloc(Objet* o, float m[16]);

@@ -115,11 +115,20 @@ TEST_F(VolMeasure, CentresOfPartsOfAVolume) {
 TEST_F(VolMeasure, CentreThroughTheMatrixOfTheVolume) {
   Objet* o = volume(1, FIVE, {{1, 2, 3, 4}});
   float* t = get_matrix_vol(o);
-  t[TR_MATRIX + 12] = 100, t[TR_MATRIX + 13] = 200, t[TR_MATRIX + 14] = 300;
+  // Moved by (100,200,300), a quarter turn about z, a scale of 2 in x;
+  // the animation adds 5 to the translation in y.
+  t[TR_TRAN] = 100, t[TR_TRAN + 1] = 200, t[TR_TRAN + 2] = 300;
+  t[TR_DELTA + TR_TRAN + 1] = 5;
+  t[TR_ROTX + 2] = 90;
+  t[TR_DILA] = 2;
   const P3 c = mean(FIVE, 4);
-  expect_point(floats("CG abs vol(1)"), 0, {c[0] + 100, c[1] + 200, c[2] + 300}, "drawn centre");
-  expect_point(floats("CG anc vol(1)"), 0, {100, 200, 300}, "origin of the matrix");
-  expect_point(floats("CG matrix vol(1)"), 0, {100, 200, 300}, "no matrix anc: the block's");
+  // Scaled first, then turned: (x,y) -> (-y, x).
+  expect_point(floats("CG abs vol(1)"), 0, {100 - c[1], 205 + 2 * c[0], 300 + c[2]}, "drawn centre");
+  expect_point(floats("CG anc vol(1)"), 0, {100, 205, 300}, "origin of the matrix");
+  t[TR_MATRIX + 12] = 7;
+  expect_point(floats("CG matrix vol(1)"), 0, {7, 0, 0}, "no matrix anc: the stored matrix");
+  ok("matrix anc vol(1)=1,0,0,0,0,1,0,0,0,0,1,0,-1,-2,-3,1");
+  expect_point(floats("CG matrix vol(1)"), 0, {-1, -2, -3}, "matrix anc");
 }
 
 TEST_F(VolMeasure, PlainNumbers) {
