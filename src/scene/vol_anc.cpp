@@ -48,8 +48,14 @@ bloc gen_poi_anc(Objet* o) {
 bloc get_poi_vol(Objet* o) {
   if (Yes(KW_anc) > 0 && o && get_val_1(o->local, KW_lead)) {
     const int keys[] = {KW_poi, KW_anc};
-    if (bloc v = derive_valide(o, 2, keys)) return v;
-    if (bloc v = gen_poi_anc(o)) return v;
+    // Made once an image: the per-image reset clears the vertices' word.
+    const word* etat = get_val_2(o->local, KW_meta, KW_generate);
+    bloc v = derive_valide(o, 2, keys);
+    if (v && etat && np(etat) >= 2 && etat[5] != 0) return v;
+    if ((v = gen_poi_anc(o))) {
+      if (bloc e = set_val_2(o, KW_meta, KW_generate, 2)) setf(e, 1, 1.0f);
+      return derive_valide(o, 2, keys);
+    }
   }
   return poi_vol(o);
 }

@@ -16,6 +16,8 @@ struct Derive {
   std::vector<int> path;    // the words of a reading command
   std::vector<int> stored;  // the property that holds the answer
   bloc (*gen)(Objet*);
+  bool toujours = false;  // made again at each reading: `matrix anc` may
+                          // change without the vertices
 };
 
 bloc gen_voisins(Objet* o) { return gen_near_vertex(o, KW_vertex); }
@@ -30,7 +32,7 @@ const Derive DERIVES[] = {
     {{KW_near, KW_vertex, KW_vertex}, {KW_near, KW_vertex, KW_vertex}, gen_voisins},
     {{KW_near, KW_vertex, KW_dist}, {KW_near, KW_vertex, KW_dist}, gen_distances},
     {{KW_radius, KW_near, KW_vertex}, {KW_radius, KW_near, KW_vertex}, gen_radius_near},
-    {{KW_poi, KW_anc}, {KW_poi, KW_anc}, gen_poi_anc},
+    {{KW_poi, KW_anc}, {KW_poi, KW_anc}, gen_poi_anc, true},
     {{KW_poi, KW_generate}, {KW_poi, KW_generate}, gen_cible},
     {{KW_fac, KW_generate}, {KW_fac, KW_generate}, gen_cible},
 };
@@ -50,7 +52,7 @@ bloc derive_vol(Objet* o, int n, const int* keys, bool* connu) {
   if (connu) *connu = d != nullptr;
   if (!d) return nullptr;
   const int k = static_cast<int>(d->stored.size());
-  if (bloc v = derive_valide(o, k, d->stored.data())) return v;
+  if (bloc v = derive_valide(o, k, d->stored.data()); v && !d->toujours) return v;
   if (!d->gen(o)) {
     TRACE_FAIL("derive_vol()");
     return nullptr;

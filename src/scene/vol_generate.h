@@ -11,7 +11,9 @@
 //                       a facet edge, ascending, 0 filling the row
 //   near vertex dist    FLOAT n x k: the lengths of those edges
 //   radius near vertex  FLOAT n x 1: half the shortest of those edges
-//   poi anc             FLOAT n x d: the vertices through `matrix anc`
+//   poi anc             FLOAT n x d: the vertices through `matrix anc`,
+//                       made again at each reading by a command, and
+//                       once an image for the animation (get_poi_vol)
 //   poi generate        FLOAT, fac generate HYBRIDE: the volume refined
 //                       (`frac`) or given a thickness (`ext`)
 #pragma once

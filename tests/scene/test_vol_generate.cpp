@@ -189,7 +189,16 @@ TEST_F(VolGenerate, LedVerticesGoThroughTheMatrixAnc) {
   const std::vector<float> moved = floats("poi vol(1)");
   const std::vector<P3> p = cube_points(1);
   for (size_t i = 0; i < 8; i++) expect_point(moved, i, {p[i][0] + 10, p[i][1] + 20, p[i][2] + 30}, "led");
-  EXPECT_EQ(get_poi_vol(o), derive_valide(o, 2, std::array<int, 2>{KW_poi, KW_anc}.data()));
+  const int keys[] = {KW_poi, KW_anc};
+  EXPECT_EQ(get_poi_vol(o), derive_valide(o, 2, keys));
+  // A new matrix: a reading sees it at once, the animation's accessor
+  // after the per-image reset.
+  ok("matrix anc vol(1)=1,0,0,0,0,1,0,0,0,0,1,0,0,0,-5,1");
+  EXPECT_NEAR(getf(get_poi_vol(o), 2), p[0][2] + 30, 1e-6f) << "made once an image";
+  raz_generate(o, 1);
+  EXPECT_NEAR(getf(get_poi_vol(o), 2), p[0][2] - 5, 1e-6f);
+  ok("matrix anc vol(1)=1,0,0,0,0,1,0,0,0,0,1,0,0,0,7,1");
+  expect_point(floats("poi vol(1)"), 0, {p[0][0], p[0][1], p[0][2] + 7}, "a reading");
   Yes(KW_anc) = 0;
   expect_point(floats("poi vol(1)"), 0, p[0], "anc off");
   EXPECT_EQ(get_poi_vol(o), poi_vol(o));
