@@ -7,6 +7,7 @@
 // A local function reaches the console's variables through `extern`,
 // and shares with the object's other functions the variables it
 // declares `global`.
+#include <algorithm>
 #include <cstring>
 #include <utility>
 #include <string>
@@ -27,6 +28,7 @@
 #include "scene/graphic.h"
 #include "scene/object_store.h"
 #include "scene/property_rw.h"
+#include "scene/scene_state.h"
 #include "scene/selection.h"
 #include "scene/vol_commands.h"
 #include "scene/vol_local.h"
@@ -61,6 +63,19 @@ constexpr int MOT_PROPRIETAIRE = 5;
 
 Objet* racine_locale(Objet* f) {
   return f && f->kind == KIND_LOCAL ? handle_objet(f->work[MOT_PROPRIETAIRE]) : nullptr;
+}
+
+bool en_cours(Objet* o) {
+  const std::vector<Objet*>& e = scene().locales_en_cours;
+  return std::find(e.begin(), e.end(), o) != e.end();
+}
+
+// A list that runs may not change, nor run again from within.
+bool occupe(Objet* o) {
+  if (!en_cours(o)) return false;
+  voir_mot(KW_local);
+  voir_message(0, 66);
+  return true;
 }
 
 bool est_definition(const char* t) { return std::strchr(t, '(') != nullptr; }
@@ -113,6 +128,7 @@ Objet* ajoute_locale(Objet* o, const char* source) {
     voir_message(0, 60);
     return nullptr;
   }
+  if (occupe(o)) return nullptr;
   if (!o->child && !(o->child = cre_chaine_privee())) return nullptr;
   // Compiled apart first: a text that fails leaves the list as it was.
   Objet* f = cre_objet(o->child, KIND_LOCAL, 0, nullptr, nom.c_str(), compte(o) + 1);
@@ -139,26 +155,43 @@ Objet* ajoute_locale(Objet* o, const char* source) {
 }
 
 int exec_locales(Objet* o) {
+  if (occupe(o)) return -1;
   if (!o->child) return 0;
+  // The list is held apart while it runs, so that a function may remove
+  // its own object; it goes back if the object is still there.
+  Objet* liste = o->child;
+  o->child = nullptr;
+  const word h = objet_handle(o);
+  scene().locales_en_cours.push_back(o);
   // An area of its own, as the cycle runs outside any console line.
   std::vector<word> zone(ZONE_LOCALE);
   EvalState& E = eval_state();
   word* limite = E.limit;
   E.limit = zone.data() + zone.size();
   int r = 0;
-  for (Objet* f = o->child->next; f && r == 0; f = f->next) r = execute(f, zone.data());
+  for (Objet* f = liste->next; f && r == 0; f = f->next) r = execute(f, zone.data());
   E.limit = limite;
+  std::vector<Objet*>& e = scene().locales_en_cours;
+  e.erase(std::find(e.begin(), e.end(), o));
+  if (handle_objet(h) == o) o->child = liste;
+  else rem_chaine_privee(liste);
   return r;
 }
 
 int EXEC_LOCALE_TOUT() {
   for (int kind : {KW_vol, KW_object, KW_light, KW_image, KW_traj, KW_view, KW_brush, KW_field, KW_fog,
                    KW_genetic, KW_memory, KW_menu, KW_network, KW_device}) {
+    // By handle: a function may remove objects of the chain.
+    std::vector<word> objets;
     for (Objet* o = chaine_classe(kind)->next; o; o = o->next)
-      if (o->child && o->child->kind == T_CHAINE && exec_locales(o) < 0) {
+      if (o->child && o->child->kind == T_CHAINE) objets.push_back(objet_handle(o));
+    for (word h : objets) {
+      Objet* o = handle_objet(h);
+      if (o && o->child && exec_locales(o) < 0) {
         TRACE_FAIL("EXEC_LOCALE_TOUT");
         return -1;
       }
+    }
   }
   return 0;
 }
@@ -169,6 +202,7 @@ int REM_LOCALE(word* s) {
   if (!objets_commande(s, sel, objets)) return 0;
   const word* v = parametre(s, KW_local);
   for (Objet* o : objets) {
+    if (occupe(o)) return -1;
     if (!o->child) continue;
     if (!v) {
       rem_chaine_privee(o->child);

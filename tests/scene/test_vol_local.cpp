@@ -33,14 +33,10 @@ TEST_F(VolLocal, FunctionsAreKeptNumberedReplacedAndRemoved) {
 }
 
 TEST_F(VolLocal, RunningReachesExternAndSharedGlobalVariables) {
-  volume(1, grid_points(2), grid_facets(2));
-  volume(2, grid_points(2), grid_facets(2));
-  ok("count=0");
-  ok("m=0");
-  ok("local(\"step(){extern count; count=count+1}\") vol(1,2)");
-  ok("local(\"a(){global n; n=5}\") vol(1)");
-  ok("local(\"b(){global n; extern m; m=n*2}\") vol(1)");
-  ok("local exec vol(1)");
+  grilles({1, 2});
+  lignes({"count=0", "m=0", "local(\"step(){extern count; count=count+1}\") vol(1,2)",
+          "local(\"a(){global n; n=5}\") vol(1)", "local(\"b(){global n; extern m; m=n*2}\") vol(1)",
+          "local exec vol(1)"});
   EXPECT_EQ(one("count"), 1.0f);
   EXPECT_EQ(one("m"), 10.0f) << "a and b share n, in order";
   ASSERT_EQ(EXEC_LOCALE_TOUT(), 0);
@@ -64,6 +60,22 @@ TEST_F(VolLocal, BadTextsAreReportedAndTheObjectGoesWithItsFunctions) {
   EXPECT_EQ(str("local(\"f\") vol(1)"), "f(){return 1}") << "nor does it replace";
   ok("rem vol(1)");
   EXPECT_EQ(bloc_state().object_count, before) << "the volume goes with its functions and their records";
+}
+
+TEST_F(VolLocal, AFunctionMayRemoveObjectsButNotChangeTheListThatRuns) {
+  grilles({1, 2, 3});
+  lignes({"local(\"k(){rem vol(1,2)}\") vol(1)", "local(\"j(){extern ran; ran=1}\") vol(1)",
+          "local(\"j(){extern ran2; ran2=1}\") vol(2)", "ran=0", "ran2=0"});
+  ASSERT_EQ(EXEC_LOCALE_TOUT(), 0);
+  EXPECT_EQ(one("ran"), 1.0f) << "the list goes on after its object went";
+  EXPECT_EQ(one("ran2"), 0.0f) << "a removed object's functions do not run";
+  EXPECT_EQ(get_objet_id(chaine_classe(KW_vol), KW_vol, 1), nullptr);
+  ok("local(\"m(){local(\\\"q(){}\\\") vol(3)}\") vol(3)");
+  EXPECT_NE(fails("local exec vol(3)").find("local  ILLEGAL\n"), std::string::npos);
+  ok("local(\"m(){local exec vol(3)}\") vol(3)");
+  const std::string again = fails("local exec vol(3)");
+  EXPECT_NE(again.find("local  ILLEGAL\n"), std::string::npos) << again;
+  EXPECT_EQ(str("local vol(3)"), "m") << "the list is back after the run";
 }
 
 }  // namespace

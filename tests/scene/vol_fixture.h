@@ -37,6 +37,13 @@ class VolTest : public SceneTest {
     ok(t.str());
     return get_objet_id(chaine_classe(KW_vol), KW_vol, id);
   }
+  // Small grids numbered by `ids`, and console lines that must succeed.
+  static void grilles(std::initializer_list<int> ids) {
+    for (int id : ids) volume(id, grid_points(2), grid_facets(2));
+  }
+  static void lignes(std::initializer_list<std::string> texts) {
+    for (const std::string& t : texts) ok(t);
+  }
   // A cube of half edge h about the origin, facets turning
   // counter-clockwise seen from outside.
   static std::vector<P3> cube_points(float h) {
