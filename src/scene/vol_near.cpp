@@ -2,7 +2,6 @@
 // rest, and the radius of each vertex derived from them.
 #include <algorithm>
 #include <cmath>
-#include <set>
 #include <vector>
 
 #include "kernel/keywords.h"
@@ -13,7 +12,7 @@
 
 namespace {
 
-using Voisins = std::vector<std::set<int>>;
+using Voisins = std::vector<std::vector<int>>;
 
 // The vertices joined by an edge of some facet, the closing edge
 // included; a vertex repeated in a facet is no neighbour of itself.
@@ -24,16 +23,20 @@ Voisins voisins(const word* poi, const word* fac) {
     for (int i = 0; i < n; i++) {
       const int a = f[i], b = f[(i + 1) % n];
       if (a == b || a < 1 || b < 1 || a > nv || b > nv) continue;
-      v[static_cast<size_t>(a - 1)].insert(b);
-      v[static_cast<size_t>(b - 1)].insert(a);
+      v[static_cast<size_t>(a - 1)].push_back(b);
+      v[static_cast<size_t>(b - 1)].push_back(a);
     }
   });
+  for (std::vector<int>& s : v) {
+    std::sort(s.begin(), s.end());
+    s.erase(std::unique(s.begin(), s.end()), s.end());
+  }
   return v;
 }
 
 size_t largeur(const Voisins& v) {
   size_t k = 1;
-  for (const std::set<int>& s : v) k = std::max(k, s.size());
+  for (const std::vector<int>& s : v) k = std::max(k, s.size());
   return k;
 }
 

@@ -1,7 +1,6 @@
 // Normals of a volume: one per facet, one per vertex.
 #include <algorithm>
 #include <array>
-#include <map>
 #include <vector>
 
 #include "kernel/keywords.h"
@@ -52,11 +51,14 @@ bloc gen_normal_fac(Objet* o) {
 std::vector<int> points_confondus(const word* poi) {
   const int nv = poi[2], d = stride(poi);
   const float* p = reinterpret_cast<const float*>(poi + 4);
-  std::map<std::array<float, 3>, int> premier;
+  auto point = [&](int a) { return std::array<float, 3>{p[a * d], d > 1 ? p[a * d + 1] : 0, d > 2 ? p[a * d + 2] : 0}; };
+  std::vector<int> ordre(static_cast<size_t>(nv));
+  for (int a = 0; a < nv; a++) ordre[static_cast<size_t>(a)] = a;
+  std::stable_sort(ordre.begin(), ordre.end(), [&](int a, int b) { return point(a) < point(b); });
   std::vector<int> groupe(static_cast<size_t>(nv));
-  for (int a = 0; a < nv; a++) {
-    const std::array<float, 3> q = {p[a * d], d > 1 ? p[a * d + 1] : 0, d > 2 ? p[a * d + 2] : 0};
-    groupe[static_cast<size_t>(a)] = premier.emplace(q, a).first->second;
+  for (size_t i = 0; i < ordre.size(); i++) {
+    const bool meme = i > 0 && point(ordre[i]) == point(ordre[i - 1]);
+    groupe[static_cast<size_t>(ordre[i])] = meme ? groupe[static_cast<size_t>(ordre[i - 1])] : ordre[i];
   }
   return groupe;
 }

@@ -3,8 +3,8 @@
 // dynamics to use in place of `poi` and `fac`.
 #include <algorithm>
 #include <cmath>
-#include <map>
-#include <utility>
+#include <cstdint>
+#include <unordered_map>
 #include <vector>
 
 #include "kernel/keywords.h"
@@ -27,6 +27,11 @@ struct Maillage {
   }
   const float* sommet(int k) const { return &p[static_cast<size_t>(k - 1) * 3]; }
 };
+
+// An edge as one key, whichever way it is walked.
+uint64_t arete(int a, int b) {
+  return static_cast<uint64_t>(static_cast<uint32_t>(std::min(a, b))) << 32 | static_cast<uint32_t>(std::max(a, b));
+}
 
 Maillage maillage_vol(const word* poi, const word* fac) {
   Maillage m;
@@ -53,9 +58,9 @@ Maillage maillage_vol(const word* poi, const word* fac) {
 Maillage raffine(const Maillage& in) {
   Maillage out;
   out.p = in.p;
-  std::map<std::pair<int, int>, int> milieux;
+  std::unordered_map<uint64_t, int> milieux;
   auto milieu = [&](int a, int b) {
-    const std::pair<int, int> k{std::min(a, b), std::max(a, b)};
+    const uint64_t k = arete(a, b);
     if (auto it = milieux.find(k); it != milieux.end()) return it->second;
     float q[3];
     for (int c = 0; c < 3; c++) q[c] = (out.sommet(a)[c] + out.sommet(b)[c]) / 2;
@@ -91,12 +96,9 @@ Maillage epaissit(const Maillage& in, const word* normales, float t) {
     for (int c = 0; c < 3; c++) q[c] = in.sommet(i)[c] + t * wf(normales[4 + (i - 1) * 3 + c]);
     out.ajoute(q);
   }
-  std::map<std::pair<int, int>, int> usage;
+  std::unordered_map<uint64_t, int> usage;
   for (const std::vector<int>& f : in.f)
-    for (size_t i = 0; i < f.size(); i++) {
-      const int a = f[i], b = f[(i + 1) % f.size()];
-      usage[{std::min(a, b), std::max(a, b)}]++;
-    }
+    for (size_t i = 0; i < f.size(); i++) usage[arete(f[i], f[(i + 1) % f.size()])]++;
   out.f.clear();
   for (const std::vector<int>& f : in.f) {
     std::vector<int> haut(f), bas(f.rbegin(), f.rend());
@@ -107,7 +109,7 @@ Maillage epaissit(const Maillage& in, const word* normales, float t) {
   for (const std::vector<int>& f : in.f)
     for (size_t i = 0; f.size() > 1 && i < f.size(); i++) {
       const int a = f[i], b = f[(i + 1) % f.size()];
-      if (a != b && usage[{std::min(a, b), std::max(a, b)}] == 1) out.f.push_back({a, b, b + n, a + n});
+      if (a != b && usage[arete(a, b)] == 1) out.f.push_back({a, b, b + n, a + n});
     }
   return out;
 }
