@@ -40,6 +40,26 @@ struct Lecteur {
   bool taille(word n, size_t deja) { return ok = ok && n >= 4 && static_cast<size_t>(n) - deja <= reste(); }
 };
 
+// The kinds of value a file may hold: values of numbers, text, pixels and
+// sound, and lists of them, but nothing whose words are handles to
+// memory, which a file cannot give.
+bool valeur_sure(const word* v, int depth) {
+  if (depth > PROFONDEUR_MAX || v[0] < 4) return false;
+  switch (v[1]) {
+    case T_FLOAT: case T_LONG: case T_CHAR: case T_NIL: case T_SHORT: case T_IMAGE: case T_IMAGE_PREV: case T_SOUND:
+      return true;
+    case T_HYBRIDE: {
+      const word* end = v + v[0];
+      const word* p = v + 4;
+      for (int i = 0; i < v[2]; i++, p += p[0])
+        if (p + 4 > end || p[0] < 4 || p + p[0] > end || !valeur_sure(p, depth + 1)) return false;
+      return true;
+    }
+    default:
+      return est_propriete(v) && valeur_sure(propr_val(v), depth + 1);
+  }
+}
+
 bloc lit_entree(Lecteur& r, int depth);
 Objet* lit_objet(Lecteur& r, Objet* head, int depth);
 
@@ -117,7 +137,8 @@ bloc lit_entree(Lecteur& r, int depth) {
     bloc p = alloue_bloc(h[0]);
     if (!p) return r.ok = false, nullptr;
     std::memcpy(p, head.data(), head.size() * sizeof(word));
-    if (!r.prend(p + head.size(), static_cast<size_t>(h[0]) - head.size()) || !est_propriete(p)) {
+    if (!r.prend(p + head.size(), static_cast<size_t>(h[0]) - head.size()) || !est_propriete(p) ||
+        !valeur_sure(propr_val(p), depth)) {
       libere_bloc(p);
       return r.ok = false, nullptr;
     }
@@ -126,7 +147,7 @@ bloc lit_entree(Lecteur& r, int depth) {
   bloc b = alloue_bloc(h[0]);
   if (!b) return r.ok = false, nullptr;
   std::memcpy(b, h, sizeof h);
-  if (!r.prend(b + 4, static_cast<size_t>(h[0]) - 4) || verifie_bloc(b) < 0) {
+  if (!r.prend(b + 4, static_cast<size_t>(h[0]) - 4) || verifie_bloc(b) < 0 || !valeur_sure(b, depth)) {
     libere_bloc(b);
     return r.ok = false, nullptr;
   }
@@ -175,7 +196,7 @@ Objet* lit_objet(Lecteur& r, Objet* head, int depth) {
       if (!r.taille(size, 0)) {
       } else {
         bloc code = alloue_bloc(size);
-        if (!code || !r.prend(code, static_cast<size_t>(size))) {
+        if (!code || !r.prend(code, static_cast<size_t>(size)) || !valeur_sure(code, 0)) {
           libere_bloc(code);
           r.ok = false;
         } else {

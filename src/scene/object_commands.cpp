@@ -21,6 +21,7 @@
 #include "scene/removal.h"
 #include "scene/selection.h"
 #include "scene/user_types.h"
+#include "scene/volume.h"
 
 namespace {
 
@@ -77,6 +78,25 @@ int duplique(Objet* source, const word* selector, int i) {
   }
   lie_en_queue(head, d);
   return 0;
+}
+
+// `dup poi vol(1,2,3)`: the vertices of volume 1 copied into volumes 2
+// and 3, which keep their other properties; their derived data is stale.
+int duplique_sommets(word* s, const Selection& sel, Objet* source) {
+  const word* poi = get_val_1(source->local, KW_poi);
+  if (!poi) {
+    err_vide("DUP_b()", source);
+    return -1;
+  }
+  const std::vector<Objet*> all = objets_selection(sel);
+  for (size_t i = 1; i < all.size(); i++) {
+    Objet* o = all[i];
+    if (!o || o == source) continue;
+    if (!o->local && !local_ini(o)) return -1;
+    if (!set_propr_1(o, KW_poi, poi)) return -1;
+    invalide_caches(o);
+  }
+  return set_result_nil(s);
 }
 
 /* Clean-up */
@@ -165,6 +185,7 @@ int DUP_b(word* s, const word* ob, word* st, const word* lim) {
     return -1;
   }
   const int n = nb_selection(sel.selector);
+  if (find_item(s, KW_poi)) return duplique_sommets(s, sel, source);
   for (int i = 1; i < n; i++)
     if (duplique(source, sel.selector, i) < 0) {
       TRACE_FAIL("DUP_b()");

@@ -151,6 +151,12 @@ TEST_F(ObjectFile, HostileSizesAreRefused) {
   std::vector<word> deep = record({5, T_PROPRIETES, 1, 1});
   for (int i = 0; i < 200; i++) deep.insert(deep.end(), {5, T_PROPRIETES, 1, 1});
   EXPECT_EQ(load(deep), -1) << "nesting without end";
+  // Values made of handles: a file cannot give them.
+  EXPECT_EQ(load(record({5, T_PROPRIETES, 1, 1, 12, T_SEGMENTS, 6, 1, 1, KW_col, 6, T_CHAINE, 1, 1, 7, 0})), -1)
+      << "a private chain";
+  EXPECT_EQ(load(record({5, T_PROPRIETES, 1, 1, 15, T_HYBRIDE, 2, 0, 5, T_FLOAT, 1, 1, 0, 6, T_MALLOCS, 1, 1, 3, 0})),
+            -1)
+      << "a list of allocations inside a value";
   // Kinds whose records keep or leak their blocks when removed.
   for (word kind : {static_cast<word>(T_CHAINE), static_cast<word>(KW_func), static_cast<word>(-41), static_cast<word>(NB_CODES)}) {
     std::vector<word> w = record({4, T_PROPRIETES, 0, 1});
