@@ -143,9 +143,7 @@ bloc ajoute_propriete(Objet* o, int n) {
   return p;
 }
 
-// A fresh property of `size` words in the slot of `old` (released), or
-// appended when there was none.
-static bloc installe(Objet* o, bloc old, int ind, int size) {
+bloc installe_propriete(Objet* o, bloc old, int ind, int size) {
   if (!old) return ajoute_propriete(o, size);
   bloc p = alloue_bloc(size);
   if (!p) return nullptr;
@@ -198,7 +196,7 @@ static bloc set_val(Objet* o, int k, const int* codes, int n) {
   int ind = 0;
   bloc old = trouve(o->local, k, codes, true, &ind);
   if (old && propr_val(old)[2] == n) return propr_val(old);
-  bloc p = installe(o, old, ind, 2 * k + 8 + n);
+  bloc p = installe_propriete(o, old, ind, 2 * k + 8 + n);
   if (!p) {
     TRACE_FAIL("set_val()");
     return nullptr;
@@ -226,7 +224,7 @@ bloc set_propr_1(Objet* o, int code, const word* value) {
   const int size = 6 + bloc_len(value);
   int ind = 0;
   bloc p = trouve(o->local, 1, &code, true, &ind);
-  if (!p || p[0] != size) p = installe(o, p, ind, size);
+  if (!p || p[0] != size) p = installe_propriete(o, p, ind, size);
   if (!p) {
     TRACE_FAIL("set_propr_1()");
     return nullptr;

@@ -13,6 +13,11 @@ bloc local_ini(Objet* o);
 // by one slot); only its size word is set. Null on failure.
 bloc ajoute_propriete(Objet* o, int n);
 
+// A fresh property of `size` words (only its size word set) in the slot
+// at word `ind` of the list, where `old` (released) stood, or appended
+// when `old` is null. Null on failure.
+bloc installe_propriete(Objet* o, bloc old, int ind, int size);
+
 // Value of the first property with these keys, or null (also for a null
 // list or a block that is not a list). The key count must match for one
 // and two keys; get_val_3 and get_val_4 compare the leading codes only.

@@ -403,6 +403,12 @@ const word* call_command_formal(const word* p, word* dest, bool lvalue, int* sta
   return call_function(p, dest, status);
 }
 
+int run_function_object(Objet* f, word* dest) {
+  if (lang().link_state != 1 && lier_tout() < 0) return -1;
+  if (!room(dest, 8)) return -1;
+  return evaluer_fonction(f, dest, dest, 0, dest);
+}
+
 void unwind_frames() {
   while (!frames().entries.empty()) restore_variables();
   eval_state().depth = 0;

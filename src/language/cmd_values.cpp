@@ -83,17 +83,17 @@ int LIMIT_a(word* record, const word* limit) {
   return set_result_floats(record, limit, v);
 }
 
-// `CG(v)`: the mean point of the points of 3 elements of v, missing
-// coordinates of a last point counting 0.
+// `CG(x1,y1,z1, ...)`: the mean point of the points of 3 elements of v,
+// missing coordinates of a last point counting 0; at least one point.
 int CG_a(word* record, const word* limit) {
   std::vector<float> v;
   const word* arg = command_argument(record);
   if (arg && tag(arg) == T_NIL) return set_result_nil(record);
-  if (!value_floats(arg, v)) {
-    err_syntaxe(97, KW_CG, "(x1,y1,z1,x2,y2,z2,...)\n");
+  if (!value_floats(arg, v) || v.size() < 3) {
+    voir_mot(KW_CG);
+    voir_texte("x1,y1,z1, ...\a\n");
     return -1;
   }
-  if (v.empty()) return set_result_nil(record);
   size_t points = (v.size() + 2) / 3;
   std::vector<float> c(3, 0.0f);
   for (size_t i = 0; i < v.size(); i++) c[i % 3] += v[i];

@@ -43,10 +43,12 @@ Objet* get_fonction(const char* name) {
   return nullptr;
 }
 
-Objet* define_function(const char* source) {
+std::string function_name(const char* source) {
   const char* s = skip_blanks(source);
-  std::string name(s, name_length(s));
-  if (name.empty()) return nullptr;
+  return std::string(s, name_length(s));
+}
+
+bloc source_value(const char* source) {
   size_t words = strlen(source) / 4 + 5;
   bloc value = alloue_bloc(static_cast<int>(words));
   if (!value) return nullptr;
@@ -55,6 +57,14 @@ Objet* define_function(const char* source) {
   value[2] = static_cast<int>(words) - 4;
   value[3] = 1;
   strcpy(text(value), source);
+  return value;
+}
+
+Objet* define_function(const char* source) {
+  std::string name = function_name(source);
+  if (name.empty()) return nullptr;
+  bloc value = source_value(source);
+  if (!value) return nullptr;
   Objet* f = get_fonction(name.c_str());
   if (!f) {
     f = cre_objet(chaine_classe(KW_func), KW_func, 0, nullptr, nullptr, 0);

@@ -5,11 +5,16 @@
 #include <string>
 
 #include "kernel/objet.h"
+#include "kernel/word.h"
 
 // The function of that name: its source text cut at the first "(".
 Objet* get_fonction(const char* name);
 // Source text of a function or local object, or null.
 const char* source_of(const Objet* o);
+// The name at the head of a source text: up to "(" or a blank.
+std::string function_name(const char* source);
+// A CHAR value holding a copy of the source text, or null.
+bloc source_value(const char* source);
 // Creates or replaces the function whose source is `text` (its name is the
 // text up to the first "("); the old code is released. Null on failure.
 Objet* define_function(const char* text);

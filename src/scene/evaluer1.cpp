@@ -14,6 +14,7 @@
 #include "language/handlers.h"
 #include "scene/graphic.h"
 #include "scene/selection.h"
+#include "scene/vol_commands.h"
 
 namespace {
 
@@ -62,6 +63,13 @@ const Row ROWS[] = {
     {{KW_system}, interprete<SYSTEM_a>, true},
     {{KW_compile}, interprete<COMPILE_a>},
     {{KW_link}, interprete<LINK_a>},
+    // Measured and generated data of volumes.
+    {{KW_CG}, CG_b},
+    {{KW_limit}, LIMIT_b},
+    {{KW_radius}, RADIUS_b},
+    {{KW_generate}, GENERATE_b},
+    {{KW_local}, LOCALE_b},
+    {{KW_normal, KW_near, KW_coord, KW_poi, KW_fac}, LIRE_DERIVE},
 };
 
 struct Table {

@@ -201,6 +201,11 @@ int transforme(Objet* o, Commande& c) {
     std::memcpy(sommets(saved), dst, static_cast<size_t>(np(poi)) * static_cast<size_t>(d) * sizeof(float));
   }
   invalide_caches(o);
+  if (c.generate) {  // the generated copy moved itself: it still holds
+    const int kp[] = {KW_poi, KW_generate}, kf[] = {KW_fac, KW_generate};
+    cache_valide(o, 2, kp);
+    cache_valide(o, 2, kf);
+  }
   return 0;
 }
 

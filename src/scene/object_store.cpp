@@ -163,7 +163,9 @@ static void libere_contenu(Objet* o) {
     rem_enfants(o);
   } else {
     libere_valeur(o->local);
-    rem_objet(o->child);
+    // A scene object's local functions hang from a private chain.
+    if (o->child && o->child->kind == T_CHAINE) rem_chaine_privee(o->child);
+    else rem_objet(o->child);
     o->child = nullptr;
   }
   o->local = nullptr;

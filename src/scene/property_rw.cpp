@@ -86,24 +86,6 @@ int remplace(Objet* o, int slot, const word* v) {
   return 0;
 }
 
-void hors_limite(int k) {
-  voir_int("%d ", k);
-  voir_message(0, 66);
-}
-
-// The numbers of a parameter value; an element that is no number is
-// reported and skipped.
-std::vector<int> numeros(const word* params) {
-  std::vector<int> out;
-  const int n = nb_selection(params);
-  for (int i = 0; i < n; i++) {
-    int number = 0;
-    char name[256];
-    if (element_selection(params, i, &number, name) == 0) out.push_back(number);
-  }
-  return out;
-}
-
 // Appends `v` as one more part of a HYBRIDE; the old value becomes its
 // first part unless it was empty. `envelope` keeps its parts as LONG.
 Words ajoute_element(const word* old, const Words& v, bool en_long) {
@@ -268,6 +250,24 @@ int ecrit_sous_element(Objet* o, const Cles& k, int slot, const Words& v, int di
 }
 
 }  // namespace
+
+void hors_limite(int k) {
+  voir_int("%d ", k);
+  voir_message(0, 66);
+}
+
+// The numbers of a parameter value; an element that is no number is
+// reported and skipped.
+std::vector<int> numeros(const word* params) {
+  std::vector<int> out;
+  const int n = nb_selection(params);
+  for (int i = 0; i < n; i++) {
+    int number = 0;
+    char name[256];
+    if (element_selection(params, i, &number, name) == 0) out.push_back(number);
+  }
+  return out;
+}
 
 int cree_propriete_vide(Objet* o, const Cles& k) {
   const int n = static_cast<int>(k.codes.size());

@@ -27,3 +27,9 @@ int get_bloc_b(const Cles& k, const word* property, word* st, const word* lim);
 // A property with these keys holding an empty FLOAT, appended to the
 // object's list; returns its slot, or -1.
 int cree_propriete_vide(Objet* o, const Cles& k);
+
+// A point number out of range: the number, then ILLEGAL.
+void hors_limite(int k);
+// The numbers of a parameter value; an element that is no number is
+// reported and skipped.
+std::vector<int> numeros(const word* params);

@@ -13,6 +13,7 @@
 #include "scene/object_store.h"
 #include "scene/scene_state.h"
 #include "scene/selection.h"
+#include "scene/vol_local.h"
 
 namespace {
 
@@ -144,6 +145,7 @@ int REM_b(word* s, const word* ob, word* st, const word* lim) {
   (void)lim;
   // `rem vol(1)`, and `rem type("chair") object`.
   word* item = next_item(first_item(s));
+  if (item_count(s) > 2 && item[2] == KW_local) return REM_LOCALE(s);
   for (int i = 1; i < item_count(s); i++, item = next_item(item)) {
     if (mot_objet_rem(item[2])) return REM_OBJECT(s);
     if (item[2] != KW_type) break;

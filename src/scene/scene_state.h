@@ -1,6 +1,8 @@
 // State of the scene shared by the object commands, and the places where
 // subsystems that come later hook their reactions to property writes.
 #pragma once
+#include <vector>
+
 #include "kernel/objet.h"
 
 struct SceneEvents {
@@ -21,6 +23,9 @@ struct SceneEvents {
 struct SceneState {
   Objet* sphere = nullptr;  // the shared unit sphere, once built
   SceneEvents events;
+  // Objects whose local functions are running: their list is held apart
+  // meanwhile and may not change.
+  std::vector<Objet*> locales_en_cours;
 };
 
 SceneState& scene();

@@ -43,19 +43,24 @@ float* get_matrix_vol(Objet* o);
 // `vertex follow` entries.
 int det_np(Objet* o);
 
-// Each plain facet of a facet list, compound facets opened.
+// Each entry of a facet list, plain or compound: f(index from 0, entry).
 template <class F>
-void pour_chaque_facette(const word* fac, F&& f) {
+void pour_chaque_bloc(const word* fac, F&& f) {
   if (!fac || fac[1] != T_HYBRIDE) return;
   const word* end = fac + fac[0];
   const word* p = fac + 4;
-  for (int i = 0; i < fac[2] && p < end && p[0] >= 4 && p + p[0] <= end; i++, p += p[0]) {
-    if (p[3] == 0 && p[1] == T_HYBRIDE) {
-      pour_chaque_facette(p, f);
-      continue;
-    }
-    if (p[1] == T_LONG) f(p + 4, p[0] - 4);
-  }
+  for (int i = 0; i < fac[2] && p < end && p[0] >= 4 && p + p[0] <= end; i++, p += p[0]) f(i, p);
+}
+
+inline bool facette_composee(const word* p) { return p[3] == 0 && p[1] == T_HYBRIDE; }
+
+// Each plain facet of a facet list, compound facets opened.
+template <class F>
+void pour_chaque_facette(const word* fac, F&& f) {
+  pour_chaque_bloc(fac, [&](int, const word* p) {
+    if (facette_composee(p)) pour_chaque_facette(p, f);
+    else if (p[1] == T_LONG) f(p + 4, p[0] - 4);
+  });
 }
 
 // A cached property (box, CG, radius, normals...): its value, a zeroed

@@ -1,0 +1,25 @@
+// Helpers of the volume measuring commands.
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "language/cmd_util.h"
+#include "language/commands.h"
+#include "scene/vol_commands.h"
+
+bool objets_commande(word* s, Selection& sel, std::vector<Objet*>& objets, const word* ob) {
+  objets.clear();
+  if (lire_selection(s, sel, mot_objet) == WalkEnd::Objects)
+    for (Objet* o : objets_selection(sel))
+      if (o) objets.push_back(o);
+  if (objets.empty() && !ob) set_result_nil(s);
+  return !objets.empty();
+}
+
+const word* parametre(word* s, int code) {
+  word* item = find_item(s, code);
+  return item ? item_value(item) : nullptr;
+}
+
+int resultat_floats(word* s, const word* lim, const std::vector<float>& f, int dimp) {
+  if (f.empty()) return set_result_nil(s);
+  return set_result_floats(s, lim, f, dimp);
+}
