@@ -159,6 +159,6 @@ int copie_bloc(bloc dst, const word* src) {
 
 bool est_propriete(const word* b) {
   if (!b || b[0] < 8 || !mot_validite(b[1]) || b[3] < 1) return false;
-  const word off = b[2];
-  return off == 2 * b[3] + 4 && off + 4 <= b[0] && b[off] > 0 && off + b[off] <= b[0];
+  const long off = b[2];
+  return off == 2L * b[3] + 4 && off + 4 <= b[0] && b[off] > 0 && off + b[off] <= b[0];
 }

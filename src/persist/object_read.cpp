@@ -129,7 +129,7 @@ bloc lit_entree(Lecteur& r, int depth) {
   if (h[1] == T_PROPRIETES || h[1] == T_OBJETS) return lit_liste(r, h, depth);
   if (!r.taille(h[0], 4)) return nullptr;
   // A property: its keys, then a list or a plain value.
-  if (mot_validite(h[1]) && h[3] >= 1 && h[2] == 2 * h[3] + 4 && h[2] + 4 <= h[0]) {
+  if (mot_validite(h[1]) && h[3] >= 1 && h[2] == 2L * h[3] + 4 && h[2] + 4L <= h[0]) {
     std::vector<word> head(static_cast<size_t>(h[2]));
     std::memcpy(head.data(), h, sizeof h);
     if (!r.prend(head.data() + 4, head.size() - 4)) return nullptr;

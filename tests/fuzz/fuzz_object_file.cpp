@@ -1,6 +1,8 @@
 // libFuzzer target: any bytes as an object file read into the volumes,
 // with and without identities from the command. Anything may be refused;
-// nothing may crash, over-read, leak, or leave half an object behind.
+// nothing may crash or over-read, and LeakSanitizer watches what is left
+// once the objects read are removed. (The live block count is no measure
+// here: blocks of some tags are freed without it, by design.)
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -28,7 +30,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   static bool ready = setup();
   (void)ready;
   sink.clear();
-  const long blocks = bloc_state().live_blocks;
   const std::string bytes(reinterpret_cast<const char*>(data), size);
   LectureObjets how;
   how.chaine = chaine_classe(KW_vol);
@@ -37,6 +38,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size % 2) how.ids = ids;
   lire_objets(bytes, how);
   rem_tous(chaine_classe(KW_vol), 0, 0);
-  if (bloc_state().live_blocks != blocks) std::abort();
+  if (chaine_classe(KW_vol)->next) std::abort();
   return 0;
 }
