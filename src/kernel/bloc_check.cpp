@@ -1,5 +1,7 @@
 // The memory check: a block's sizes must add up, down to its last
 // nested block.
+#include <cstdlib>
+
 #include "kernel/bloc.h"
 #include "kernel/handles.h"
 #include "kernel/report.h"
@@ -43,7 +45,7 @@ int verifie_suite(const word* b, long end, long count, int skip, long pos, int d
 int verifie_plat(const word* b, long n, long pos) {
   const long np = b[2], dimp = b[3];
   if (np < 0) return mal_forme(pos, b[0]);
-  if (dimp != 0) return 4 + np * (dimp < 0 ? -dimp : dimp) == n ? 0 : mal_forme(pos, b[0]);
+  if (dimp != 0) return 4 + np * std::labs(static_cast<long>(dimp)) == n ? 0 : mal_forme(pos, b[0]);
   long at = 4;
   for (long i = 0; i < np; i++) {
     if (at >= n || b[at] < 1 || at + b[at] > n) return mal_forme(pos + at, b[0]);
@@ -53,7 +55,7 @@ int verifie_plat(const word* b, long n, long pos) {
 }
 
 int verifie_liste(const word* b, long n, long pos, int depth) {
-  if (b[3] != 0 && static_cast<long>(b[2]) * (b[3] < 0 ? -b[3] : b[3]) > n - 4) return mal_forme(pos, b[0]);
+  if (b[3] != 0 && static_cast<long>(b[2]) * std::labs(static_cast<long>(b[3])) > n - 4) return mal_forme(pos, b[0]);
   int r = 0;
   const int walk = pour_chaque_slot(b, [&](int at) {
     if (b[at] == 0 || b[1] != T_PROPRIETES) return 0;
