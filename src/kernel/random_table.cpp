@@ -42,3 +42,5 @@ float random_table_at(int i) {
   if (t.empty()) return 0.0f;
   return wf(t[static_cast<size_t>(i) % t.size()]);
 }
+
+int random_table_size() { return static_cast<int>(kernel().random_table.size()); }

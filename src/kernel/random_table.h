@@ -6,6 +6,8 @@
 void random_table_fill(int n);
 // Number `i` of the table, in [0, 1); 0 when the table is empty.
 float random_table_at(int i);
+// Numbers in the table.
+int random_table_size();
 // The generator behind the table and `rand`: uniform in [0, 1).
 float random_uniform();
 void random_seed(unsigned seed);

@@ -44,8 +44,12 @@ int cree(word* s) {
 
 }  // namespace
 
+int formes_vol(word* s);
+
 int OBJ_b(word* s, const word* ob, word* st, const word* lim) {
-  if (ob || !item_value(first_item(s)) || second_vol_ou_vertex(s)) return bloc_0(s, ob, st, lim);
+  if (ob || !item_value(first_item(s))) return bloc_0(s, ob, st, lim);
+  if (int r = formes_vol(s); r != 1) return r;
+  if (second_vol_ou_vertex(s)) return bloc_0(s, ob, st, lim);
   return cree(s);
 }
 

@@ -45,9 +45,17 @@ const Row ROWS[] = {
     {{KW_yes, KW_no}, interprete<YES_NO_a>},
     {{KW_list, KW_LIST}, LIST_b},
     {{KW_vol}, OBJ_b},
-    {{KW_object, KW_brush, KW_device, KW_field, KW_fog, KW_genetic, KW_image, KW_light, KW_memory,
+    {{KW_object, KW_brush, KW_device, KW_field, KW_fog, KW_genetic, KW_image, KW_law, KW_light, KW_memory,
       KW_menu, KW_network, KW_traj, KW_scale, KW_stock, KW_audio},
      OBJET_b},
+    {{KW_cube}, CUBE_b, true},
+    {{KW_ball}, BALL_b},
+    {{KW_rev}, REV_b},
+    {{KW_prism}, PRISM_b},
+    {{KW_grid}, GRID_b},
+    {{KW_rand, KW_alex, KW_aley, KW_alez, KW_cutx, KW_cuty, KW_cutz, KW_dila, KW_dilx, KW_dily, KW_dilz, KW_hom,
+      KW_move, KW_rotx, KW_roty, KW_rotz, KW_syma, KW_symx, KW_symy, KW_symz, KW_tran, KW_distort, KW_alea, KW_rota},
+     MOD_b},
     // The window, the views and the display.
     {{KW_win}, WIN_b},
     {{KW_graphic}, GRAPHIC_b},
@@ -147,13 +155,15 @@ int special(word* s, int code, const word* ob, word* st, const word* lim, bool* 
     case KW_transp:
       if (n == 1) return valeur_transparence(s, ob, lim);
       break;
+    case KW_alea:
+      if (n == 1) return ALEA_b(s, ob, st, lim);
+      break;
     case KW_dynamic:
       if (n < 2) return set_get_val_com(s, lim, ob);
       break;
     default:
       break;
   }
-  (void)st;
   *done = false;
   return 0;
 }

@@ -40,3 +40,14 @@ int REM_PROPRIETE(word* s, int code);
 
 // The result `v` copied over the command (NIL for null); -12 past `lim`.
 int resultat(word* s, const word* v, const word* lim);
+
+// Primitives.
+int CUBE_b(word* s, const word* ob, word* st, const word* lim);
+int BALL_b(word* s, const word* ob, word* st, const word* lim);
+int REV_b(word* s, const word* ob, word* st, const word* lim);
+int PRISM_b(word* s, const word* ob, word* st, const word* lim);
+int GRID_b(word* s, const word* ob, word* st, const word* lim);
+
+// Transformations of vertices, and the seed of the random table.
+int MOD_b(word* s, const word* ob, word* st, const word* lim);
+int ALEA_b(word* s, const word* ob, word* st, const word* lim);

@@ -14,6 +14,7 @@
 #include "language/commands.h"
 #include "scene/object_store.h"
 #include "scene/selection.h"
+#include "scene/transform.h"
 
 namespace {
 
@@ -177,6 +178,7 @@ int set_propriete_vol_b(Objet* o, word* s) {
         if (v && tag(v) == T_CHAR) o->user_type = type_utilisateur_cree(text(v));
         break;
       default:
+        if (mot_transformation(item[2])) break;  // MOD_b's words, not properties
         if (ajou_propriete_simple(o, item) < 0) return -1;
     }
   }

@@ -1,0 +1,12 @@
+// Curves read as functions, and the laws of gradation along a list.
+#pragma once
+
+// The y of a curve of n points (x,y) of stride d at abscissa v: linear
+// between the two points around v, the first y before the curve, the
+// last after it. A step in x of 0.0001 or less uses the step itself as
+// the fraction, as the curves of older scenes expect.
+float read_law(const float* points, int n, int d, float v);
+
+// The laws of gradation: f(t) for t from 0 to 1, by keyword (`cos`,
+// `sin`, `acc`, `dec`, `pend`); 1 for any other code.
+float loi(int code, float t);

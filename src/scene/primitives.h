@@ -1,0 +1,34 @@
+// The commands that build a volume from nothing: `cube`, `ball`, `rev`,
+// `prism`, `grid`. Each makes one volume per identifier, replacing any
+// volume of that number, and keeps the words it does not use as
+// properties of the new volume.
+#pragma once
+#include <initializer_list>
+#include <vector>
+
+#include "kernel/objet.h"
+#include "kernel/word.h"
+#include "scene/vol_gen.h"
+
+// The floats of the first word `code` of the command; `*present` tells
+// whether the word is there (with or without values).
+std::vector<float> valeurs_mot(word* s, int code, bool* present = nullptr);
+// All the parameter lists of the word `code`, in order.
+std::vector<std::vector<float>> valeurs_mots(word* s, int code);
+
+// What a primitive builds: its geometry, sections and the part of the
+// transformation block it sets.
+struct Construction {
+  Sommets poi;
+  Facettes fac;
+  int secx = 0, secy = 0, secz = 0, close = 0;
+  bool transf = false;  // set tran, dila, rotx..rotz of the block below
+  float tran[3] = {0, 0, 0}, dila[3] = {1, 1, 1}, rot[3] = {0, 0, 0};
+};
+
+// Makes a volume of kind `subkind` for every identifier of the first
+// word, from `c`, and adds the words other than `used` as properties.
+// Without identifiers, prints the keyword and "(id)".
+int cree_volumes(word* s, int subkind, const Construction& c, std::initializer_list<int> used);
+// Puts vertices, facets and sections on an existing volume.
+int pose_geometrie(Objet* o, const Construction& c);
