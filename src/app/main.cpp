@@ -8,6 +8,7 @@
 #include "platform/console_io.h"
 #include "platform/process.h"
 #include "render/screen.h"
+#include "render/window.h"
 
 int main(int argc, char** argv) {
   KernelState& k = kernel();
@@ -17,9 +18,12 @@ int main(int argc, char** argv) {
   interrupt_clear();
   interrupt_install();
   in_set_interrupt_hook(interrupt_dialogue);
+  // With a window, the toolkit owns the thread and the console runs in
+  // its idle slices.
+  if (screen().gra && window_start()) window_main_loop();
   // With graphics off the interaction entry only says so, and the
   // launching text runs once.
-  if (!screen().gra) {
+  {
     voir_message(1, 95);
     if (k.Mode_idle == 0 && k.lan_state == 1 && !k.lan.empty()) {
       std::string launch = k.lan;

@@ -12,6 +12,7 @@
 #include "kernel/startup.h"
 #include "kernel/vocab.h"
 #include "platform/console_io.h"
+#include "platform/line_editor.h"
 #include "platform/process.h"
 
 ConsoleState& console() {
@@ -86,10 +87,17 @@ void end_of_line(int interactive) {
 }  // namespace
 
 void print_prompt(int message) {
+  // A line editor shows the prompt itself, on the line it edits.
+  std::string shown;
+  std::string* previous = line_editor_active() ? out_capture(&shown) : nullptr;
   if (message > 0) voir_message(0, message);
   else {
     print_stacked_commands();
     voir_message(0, 0);
+  }
+  if (line_editor_active()) {
+    out_capture(previous);
+    line_editor_prompt(shown.c_str());
   }
   flush_out();
 }
@@ -104,17 +112,20 @@ int lire_executer(int interactive, int message, word* eval_stack, int stop_after
   }
   int result = 0;
   for (;;) {
-    print_prompt(message);
+    if (con.prompt_shown) con.prompt_shown = 0;
+    else print_prompt(message);
     std::string line;
     Read r = read_line(line);
     if (r == Read::End) {
       // End of standard input ends the run as `bye abs`.
       bye(true);
     }
-    if (r != Read::Line) continue;
     const char* p = line.c_str();
     while (*p == ' ' || *p == '\t') p++;
-    if (!*p) continue;
+    if (r != Read::Line || !*p) {
+      if (con.nonblocking) return 0;
+      continue;
+    }
     if (escape_line(p)) {
       end_of_line(interactive);
       return 1;

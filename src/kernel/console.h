@@ -19,6 +19,11 @@ struct ConsoleState {
   LineRunner runner = nullptr;
   Objet* history = nullptr;  // the line history object
   std::string last_line;
+  // Set while the console runs inside the window's idle slices: a blank
+  // line returns instead of waiting for the next one, and a prompt
+  // already shown is not shown again.
+  int nonblocking = 0;
+  int prompt_shown = 0;
 };
 
 ConsoleState& console();

@@ -75,12 +75,6 @@ int initb(int argc, char** argv) {
   ScreenState& sc = screen();
   sc = ScreenState{};
   parse_graphic_options(argc, argv);
-  if (sc.gra) {
-    // The window toolkit is opened by the window subsystem; until a
-    // display is available the system runs as a console interpreter.
-    voir_texte("no graphic display available: running with gra=0\n");
-    sc.gra = 0;
-  }
   print_resolution();
   sc.image_width = sc.window_width = sc.width;
   sc.window_height = sc.height;

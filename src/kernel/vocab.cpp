@@ -109,7 +109,10 @@ static void refuse_sem(int code, int value) {
 
 // Switches with an effect beyond their sem word. `debug` moves the console
 // between states 1 and 2 once the message tables are in use.
+void (*sem_hook)(int code) = nullptr;
+
 static void sem_changed(int code) {
+  if (sem_hook) sem_hook(code);
   KernelState& k = kernel();
   if (code == KW_debug && k.etat_console > 0) k.etat_console = Yes(KW_debug) ? 2 : 1;
 }

@@ -66,6 +66,8 @@ float* val_com(int voc, int code, int* n);
 float* def_com(int voc, int code, int* n);
 void ini_com(int code);
 
+// Called after a switch changed, so that the window follows it in GL.
+extern void (*sem_hook)(int code);
 // yes / no on a list of keyword codes; returns 0, or -1 when one was refused.
 int set_sem(int code, int value);
 // ini yes / ini no / ini ini.

@@ -9,6 +9,7 @@
 #include "language/commands.h"
 #include "persist/object_file.h"
 #include "platform/process.h"
+#include "render/commands.h"
 #include "scene/chains.h"
 #include "scene/graphic.h"
 #include "scene/selection.h"
@@ -62,9 +63,10 @@ std::vector<Objet*> objets(word* item) {
 
 }  // namespace
 
+// Objects go to object files; `write image` is a picture.
 int WRITE_b(word* s, const word* ob, word* st, const word* lim) {
   word* item = item_fichier(s);
-  if (!item) return bloc_0(s, ob, st, lim);
+  if (!item) return WRITE_IMAGE_b(s, ob, st, lim);
   const char* file = nom_fichier(s, item[2]);
   if (!file) return -1;
   int limit = 0;

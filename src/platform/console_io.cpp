@@ -12,14 +12,40 @@ std::string* capture = nullptr;
 const std::string* input_text = nullptr;
 size_t input_pos = 0;
 void (*interrupt_hook)() = nullptr;
-char in_buf[4096];
-ssize_t in_len = 0, in_next = 0;
+// Bytes read ahead of the reader: whole reads, and the lines the line
+// editor hands over.
+std::string in_buf;
+size_t in_next = 0;
 bool in_ended = false;
+bool (*line_editor)(int) = nullptr;
+
+void buffer_compact() {
+  if (in_next > 0) {
+    in_buf.erase(0, in_next);
+    in_next = 0;
+  }
+}
+
+bool line_buffered() { return in_buf.find('\n', in_next) != std::string::npos; }
+
+// Appends what one read(2) of standard input gives; false at its end.
+bool read_some() {
+  char chunk[4096];
+  ssize_t n = read(0, chunk, sizeof chunk);
+  if (n < 0 && errno == EINTR) return true;
+  if (n <= 0) {
+    in_ended = true;
+    return false;
+  }
+  buffer_compact();
+  in_buf.append(chunk, static_cast<size_t>(n));
+  return true;
+}
 
 // One byte of standard input; a read broken by SIGINT runs the hook (the
 // interrupt dialogue), then reading goes on.
 int stdin_byte() {
-  while (in_next >= in_len) {
+  while (in_next >= in_buf.size()) {
     if (in_ended) return -1;
     if (interrupt_pending()) {
       if (interrupt_hook) interrupt_hook();
@@ -29,17 +55,8 @@ int stdin_byte() {
     pollfd fds[2] = {{0, POLLIN, 0}, {interrupt_fd(), POLLIN, 0}};
     int ready = poll(fds, interrupt_fd() >= 0 ? 2 : 1, -1);
     if (ready < 0 || (fds[1].revents & POLLIN) || !(fds[0].revents & (POLLIN | POLLHUP | POLLERR))) continue;
-    ssize_t n = read(0, in_buf, sizeof in_buf);
-    if (n < 0 && errno == EINTR) {
-      if (interrupt_hook) interrupt_hook();
-      continue;
-    }
-    if (n <= 0) {
-      in_ended = true;
-      return -1;
-    }
-    in_len = n;
-    in_next = 0;
+    if (line_editor) line_editor(0);
+    else read_some();
   }
   return static_cast<unsigned char>(in_buf[in_next++]);
 }
@@ -86,3 +103,23 @@ void in_from_string(const std::string* text) {
 void in_set_interrupt_hook(void (*hook)()) { interrupt_hook = hook; }
 
 bool in_at_end() { return !input_text && in_ended; }
+
+void in_push_text(const std::string& text, bool end) {
+  buffer_compact();
+  in_buf += text;
+  if (end) in_ended = true;
+}
+
+void in_set_line_editor(bool (*feed)(int timeout_ms)) { line_editor = feed; }
+
+bool in_wait_line(int timeout_ms) {
+  if (input_text || in_ended || line_buffered()) return true;
+  if (line_editor) {
+    line_editor(timeout_ms);
+    return in_ended || line_buffered();
+  }
+  pollfd fd = {0, POLLIN, 0};
+  if (poll(&fd, 1, timeout_ms) <= 0 || !(fd.revents & (POLLIN | POLLHUP | POLLERR))) return false;
+  read_some();
+  return in_ended || line_buffered();
+}

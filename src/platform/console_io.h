@@ -19,3 +19,14 @@ void in_from_string(const std::string* text);
 // Called when a read of standard input is broken by SIGINT.
 void in_set_interrupt_hook(void (*hook)());
 bool in_at_end();
+
+// Reading without blocking, for a console that shares the thread with a
+// window. True when a whole line (or the end of input) is buffered;
+// otherwise waits at most `timeout_ms` for standard input, takes what
+// came, and answers again.
+bool in_wait_line(int timeout_ms);
+// Text handed over by a line editor; `end` marks the end of input.
+void in_push_text(const std::string& text, bool end);
+// A line editor that owns the terminal: `feed(timeout_ms)` waits that
+// long for a key and passes it on; null reads standard input directly.
+void in_set_line_editor(bool (*feed)(int timeout_ms));

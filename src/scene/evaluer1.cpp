@@ -12,6 +12,7 @@
 #include "kernel/vocab.h"
 #include "language/commands.h"
 #include "language/handlers.h"
+#include "render/commands.h"
 #include "scene/graphic.h"
 #include "scene/selection.h"
 #include "scene/vol_commands.h"
@@ -46,7 +47,7 @@ const Row ROWS[] = {
     {{KW_list, KW_LIST}, LIST_b},
     {{KW_vol}, OBJ_b},
     {{KW_object, KW_brush, KW_device, KW_field, KW_fog, KW_genetic, KW_image, KW_law, KW_light, KW_memory,
-      KW_menu, KW_network, KW_traj, KW_view, KW_scale, KW_stock, KW_audio, KW_win},
+      KW_menu, KW_network, KW_traj, KW_scale, KW_stock, KW_audio},
      OBJET_b},
     {{KW_cube}, CUBE_b, true},
     {{KW_ball}, BALL_b},
@@ -56,8 +57,21 @@ const Row ROWS[] = {
     {{KW_rand, KW_alex, KW_aley, KW_alez, KW_cutx, KW_cuty, KW_cutz, KW_dila, KW_dilx, KW_dily, KW_dilz, KW_hom,
       KW_move, KW_rotx, KW_roty, KW_rotz, KW_syma, KW_symx, KW_symy, KW_symz, KW_tran, KW_distort, KW_alea, KW_rota},
      MOD_b},
-    {{KW_write}, WRITE_b},
     {{KW_read}, READ_b},
+    // The window, the views and the display.
+    {{KW_win}, WIN_b},
+    {{KW_graphic}, GRAPHIC_b},
+    {{KW_back}, BACK_b},
+    {{KW_screen}, SCREEN_b},
+    {{KW_zbuf}, ZBUF_b},
+    {{KW_view}, SET_VIEW_b},
+    {{KW_eye, KW_aim}, AIM_EYE_b},
+    {{KW_foc, KW_roll}, FOC_ROLL_b},
+    {{KW_pers}, PERS_b},
+    {{KW_stereo}, STEREO_b},
+    {{KW_depth}, DEPTH_b},
+    {{KW_displ}, DISPL_b},
+    {{KW_write}, WRITE_b},
     {{KW_camera}, [](word* s, const word* ob, word*, const word* lim) { return set_get_val_com(s, lim, ob); }},
     {{KW_debug}, interprete<DEBUG_a>, true},
     {{KW_system}, interprete<SYSTEM_a>, true},

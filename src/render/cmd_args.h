@@ -1,0 +1,25 @@
+// Reading a command's items: the value of a word, its floats with
+// defaults, its text. Shared by the window, view, light and display
+// commands.
+#pragma once
+#include <algorithm>
+#include <vector>
+
+#include "kernel/word.h"
+#include "language/cmd_util.h"
+#include "language/commands.h"
+
+// The value of the first item of that word, or null (also when absent).
+inline const word* arg_of(word* s, int code) {
+  word* it = find_item(s, code);
+  return it ? item_value(it) : nullptr;
+}
+inline bool has_word(word* s, int code) { return find_item(s, code) != nullptr; }
+
+// Up to n floats of a FLOAT or LONG value into out; the count read. The
+// entries past it keep what the caller put there.
+int floats_into(const word* v, float* out, int n);
+// The same for the first item of that word.
+inline int arg_floats(word* s, int code, float* out, int n) { return floats_into(arg_of(s, code), out, n); }
+// Of the value, element i as an integer, or `dflt`.
+int arg_int(word* s, int code, int i, int dflt);

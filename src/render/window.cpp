@@ -1,0 +1,206 @@
+#include "render/window.h"
+
+#include <GL/freeglut.h>
+
+#include <algorithm>
+
+#include "kernel/console.h"
+#include "kernel/interrupt.h"
+#include "kernel/kernel.h"
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "kernel/vocab.h"
+#include "language/console_runner.h"
+#include "platform/console_io.h"
+#include "platform/display.h"
+#include "platform/line_editor.h"
+#include "render/screen.h"
+#include "render/view.h"
+
+WindowState& win() {
+  static WindowState w;
+  return w;
+}
+
+float* Back() {
+  int n = 0;
+  static float fallback[6] = {0, 0, 0.75f, 0, 0, 191.25f};
+  float* v = val_com(KW_back / KW_PER_VOC, KW_back, &n);
+  return v && n >= 6 ? v : fallback;
+}
+
+namespace {
+
+void Display_Func() {}
+void Visibility_Func(int) {}
+
+void Keyboard_Func(unsigned char key, int x, int y) {
+  WindowState& w = win();
+  w.key = key;
+  w.mouse_x = x;
+  w.mouse_y = y;
+}
+
+void Mouse_Func(int button, int state, int x, int y) {
+  WindowState& w = win();
+  w.mouse_button = button;
+  w.mouse_state = state;
+  w.mouse_x = x;
+  w.mouse_y = y;
+}
+
+void Motion_Func(int x, int y) {
+  win().mouse_x = x;
+  win().mouse_y = y;
+}
+
+// Closing the window ends the run as `bye` does.
+void Close_Func() { in_push_text("bye\n", false); }
+
+void register_callbacks() {
+  glutIdleFunc(Idle_Func);
+  glutDisplayFunc(Display_Func);
+  glutReshapeFunc(Reshape_Func);
+  glutKeyboardFunc(Keyboard_Func);
+  glutMouseFunc(Mouse_Func);
+  glutMotionFunc(Motion_Func);
+  glutPassiveMotionFunc(Motion_Func);
+  glutVisibilityFunc(Visibility_Func);
+  glutCloseFunc(Close_Func);
+}
+
+// The launching text of the start-up pass, then the interpreter.
+void boot_pass() {
+  KernelState& k = kernel();
+  k.Mode_idle = 0;
+  if (k.lan_state == 1 && !k.lan.empty()) {
+    std::string launch = k.lan;
+    k.lan.clear();
+    try {
+      run_launch_text(launch);
+    } catch (const Abandon&) {
+    }
+  }
+}
+
+// The console's step: the prompt once, then a line when one is complete.
+// The wait is short so that the window keeps its events.
+void console_step() {
+  ConsoleState& con = console();
+  if (!con.prompt_shown) {
+    print_prompt(0);
+    con.prompt_shown = 1;
+  }
+  if (!in_wait_line(10)) return;
+  con.nonblocking = 1;
+  try {
+    lire_executer(1, 0, kernel().eval_stack, 0);
+  } catch (const Abandon&) {
+  }
+  con.nonblocking = 0;
+  con.prompt_shown = 0;
+}
+
+}  // namespace
+
+void Reshape_Func(int w, int h) {
+  if (w < 1 || h < 1) {
+    voir_int2("Warning Reshape_Func(%d, %d)\n", w, h);
+    return;
+  }
+  glViewport(0, 0, w, h);
+}
+
+void Idle_Func() {
+  KernelState& k = kernel();
+  if (k.Mode_idle == -276) boot_pass();
+  console_step();
+}
+
+bool window_start() {
+  WindowState& w = win();
+  ScreenState& sc = screen();
+  w.Graphique = sc.gra;
+  if (!w.Graphique) return false;
+  if (!display_available()) {
+    voir_texte("no graphic display available: running with gra=0\n");
+    w.Graphique = sc.gra = 0;
+    return false;
+  }
+  int argc = 1;
+  char name[] = "orvela";
+  char* argv[] = {name, nullptr};
+  glutInit(&argc, argv);
+  sem_hook = sem_gl;
+  glutSetOption(GLUT_ACTION_ON_WINDOW_CLOSE, GLUT_ACTION_CONTINUE_EXECUTION);
+  return init_ecran(0) == 0;
+}
+
+int init_ecran(int mode) {
+  WindowState& w = win();
+  if (!w.Graphique) return 0;
+  ScreenState& sc = screen();
+  if (mode == 0) {
+    w.Dimx_ecran = glutGet(GLUT_SCREEN_WIDTH);
+    w.Dimy_ecran = glutGet(GLUT_SCREEN_HEIGHT);
+    if (w.Dimx_ecran < 1) w.Dimx_ecran = sc.max_width;
+    if (w.Dimy_ecran < 1) w.Dimy_ecran = sc.max_height;
+    w.Dimy_ecran -= sc.dy;
+    if (sc.dy) w.Ory = -sc.dy;
+    w.Dimx = sc.width;
+    w.Dimy = sc.height;
+    if (w.Dimx == 0) w.Dimx = sc.frac_x > 0 ? static_cast<int>(sc.frac_x * w.Dimx_ecran) : w.Dimx_ecran;
+    if (w.Dimy == 0) w.Dimy = sc.frac_y > 0 ? static_cast<int>(sc.frac_y * w.Dimy_ecran) : w.Dimy_ecran;
+    if (w.Dimy < 0) w.Dimy += w.Dimy_ecran;
+    w.Orx = sc.orx;
+    w.Ory = sc.ory;
+    w.Dimx_sauve = w.Dimx;
+    w.Dimy_sauve = w.Dimy;
+    w.Orx_sauve = w.Orx;
+    w.Ory_sauve = w.Ory;
+  } else if (mode == 1) {
+    w.Dimx = w.Dimx_sauve;
+    w.Dimy = w.Dimy_sauve;
+    w.Orx = w.Orx_sauve;
+    w.Ory = w.Ory_sauve;
+  }
+  w.Dimx = std::clamp(w.Dimx, 1, w.Dimx_ecran);
+  w.Dimy = std::clamp(w.Dimy, 1, w.Dimy_ecran);
+  w.Coe_ecran_x = static_cast<float>(w.Dimx) / w.Dimx_ecran;
+  w.Coe_ecran_y = static_cast<float>(w.Dimy) / w.Dimy_ecran;
+  if (w.window) {
+    if (mode == 2) {
+      glutSetWindow(w.window);
+      glutReshapeWindow(w.Dimx, w.Dimy);
+      glutPositionWindow(std::max(w.Orx, 0), std::max(w.Ory, 0));
+      register_callbacks();
+      return 0;
+    }
+    glutDestroyWindow(w.window);
+    w.window = 0;
+  }
+  glutInitWindowSize(w.Dimx, w.Dimy);
+  glutInitDisplayMode(GLUT_DOUBLE | GLUT_DEPTH | GLUT_RGBA);
+  // With no window manager the toolkit's default place is off the screen.
+  glutInitWindowPosition(std::max(w.Orx, 0), std::max(w.Ory, 0));
+  w.window = glutCreateWindow("ORVELA");
+  register_callbacks();
+  glEnable(GL_DEPTH_TEST);
+  glDepthFunc(GL_LESS);
+  glDrawBuffer(GL_FRONT);
+  w.drawn_front = true;
+  const float* b = Back();
+  glClearColor(b[0], b[1], b[2], 1);
+  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  glFlush();
+  init_param_ortho();
+  return 0;
+}
+
+void window_main_loop() {
+  line_editor_start();
+  kernel().Mode_idle = -276;
+  glutMainLoop();
+  // The toolkit returns only when its last window went away.
+  for (;;) Idle_Func();
+}
