@@ -288,7 +288,8 @@ int DISPLAY_VOL_1(Objet* o, word* command) {
     if (r[L_message]) message_volume(o, r, mode);
   }
   if (affiche_suiveurs(o, r, command) < 0) result = -1;
-  glFlush();
+  // One flush ends the whole display (DISPLAY_VOL): a flush for each
+  // object would stop the renderer from batching its work.
   if (result < 0) TRACE_FAIL("DISPLAY_VOL_1()");
   return result;
 }

@@ -1,0 +1,40 @@
+#!/usr/bin/env bash
+# The display's speed against its floor: 50 lit balls of 64 x 32 facets
+# drawn by `displ` 100 times, and the same facets drawn by a plain program
+# with the same immediate-mode calls, both under xvfb-run.
+# Usage: bench/display_bench.sh [build folder]
+set -euo pipefail
+cd "$(dirname "$0")/.."
+build=${1:-build}
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+scene() {  # scene N: the balls, then N displays
+  echo "no edit"
+  for v in $(seq 1 50); do
+    echo "ball($v) dim(20) secx(64) secy(32)"
+    echo "tran($(( (v - 1) % 10 * 60 - 270 )),$(( (v - 1) / 10 * 60 - 120 )),0) vol($v)"
+  done
+  echo "col vol(1-50)=1,0,0"
+  echo "eye(0,0,-1000)"
+  echo "yes illum"
+  echo "displ"
+  if [ "$1" -gt 0 ]; then echo "for(i=0;i<$1;i++){displ}"; fi
+  echo "bye abs"
+}
+root=$PWD
+cd "$work"
+# The 100 displays cost the difference between a run with them and one
+# without (the same start-up, scene and first display).
+run() {
+  scene "$1" > scene.orv
+  local t0 t1
+  t0=$(date +%s.%N)
+  xvfb-run -a -s "-screen 0 1024x768x24" "$root/$build/orvela" < scene.orv > /dev/null 2>&1 || true
+  t1=$(date +%s.%N)
+  echo "$t1 - $t0" | bc -l
+}
+base=$(run 0)
+full=$(run 100)
+secs=$(echo "$full - $base" | bc -l)
+printf "orvela: %.3f s, %.0f facets a second\n" "$secs" "$(echo "100 * 50 * 2048 / $secs" | bc -l)"
+xvfb-run -a -s "-screen 0 1024x768x24" "$root/$build/bench/orvela_plain_balls"
