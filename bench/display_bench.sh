@@ -31,10 +31,9 @@ run() {
   t0=$(date +%s.%N)
   xvfb-run -a -s "-screen 0 1024x768x24" "$root/$build/orvela" < scene.orv > /dev/null 2>&1 || true
   t1=$(date +%s.%N)
-  echo "$t1 - $t0" | bc -l
+  awk -v a="$t0" -v b="$t1" 'BEGIN { print b - a }'
 }
 base=$(run 0)
 full=$(run 100)
-secs=$(echo "$full - $base" | bc -l)
-printf "orvela: %.3f s, %.0f facets a second\n" "$secs" "$(echo "100 * 50 * 2048 / $secs" | bc -l)"
+awk -v a="$base" -v b="$full" 'BEGIN { s = b - a; printf "orvela: %.3f s, %.0f facets a second\n", s, 100 * 50 * 2048 / s }'
 xvfb-run -a -s "-screen 0 1024x768x24" "$root/$build/bench/orvela_plain_balls"
