@@ -57,11 +57,28 @@ bloc bloc_image(int nx, int ny, int nz) {
   return b;
 }
 
-bloc pixels_bloc(Objet* o) {
+namespace {
+
+// Versions are unique across images: a record made again at the same
+// address never matches an old copy.
+void marque(Objet* o) {
+  static int version = 0;
+  o->work[IW_VERSION] = ++version;
+}
+
+}  // namespace
+
+const word* pixels_lecture(const Objet* o) {
   if (!o) return nullptr;
-  bloc b = get_val_1(o->local, KW_image);
+  const word* b = get_val_1(o->local, KW_image);
   const long long n = nombre_pixels(image_nx(o), image_ny(o), image_nz(o));
   return bloc_de_taille(b, T_IMAGE, n) ? b : nullptr;
+}
+
+bloc pixels_bloc(Objet* o) {
+  if (!pixels_lecture(o)) return nullptr;
+  marque(o);
+  return get_val_1(o->local, KW_image);
 }
 
 uint8_t* pixels_image(Objet* o) {
@@ -82,6 +99,7 @@ int SET_DIM_IMAGE(Objet* o, int nx, int ny, int nz) {
   o->work[IW_NX] = nx;
   o->work[IW_NY] = ny;
   o->work[IW_NZ] = nz;
+  marque(o);
   return 0;
 }
 

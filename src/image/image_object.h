@@ -9,7 +9,9 @@
 #include "kernel/word.h"
 
 // The owner words of an image record.
-enum ImageWord { IW_NX = 0, IW_NY = 1, IW_NZ = 2, IW_VISIBLE = 3, IW_DISPLAYED = 4 };
+// IW_VERSION changes at each access that may write the pixels, so that a
+// copy elsewhere (a texture) knows when to follow.
+enum ImageWord { IW_NX = 0, IW_NY = 1, IW_NZ = 2, IW_VISIBLE = 3, IW_DISPLAYED = 4, IW_VERSION = 6 };
 
 constexpr int IMAGE_DEFAULT_SIZE = 128;
 
@@ -27,9 +29,12 @@ inline uint8_t* octets(bloc b) { return reinterpret_cast<uint8_t*>(b + 4); }
 inline const uint8_t* octets(const word* b) { return reinterpret_cast<const uint8_t*>(b + 4); }
 
 // The pixel block of an image, or null when it has none of its size.
+// Both mark the pixels as changed.
 bloc pixels_bloc(Objet* o);
 // Its bytes, or null.
 uint8_t* pixels_image(Objet* o);
+// The pixel block for reading only: the pixels are not marked.
+const word* pixels_lecture(const Objet* o);
 
 // SET_DIM_IMAGE: a fresh zeroed pixel block of nx by ny (nz planes) in
 // place of the old one, and the size in the record. 0, or -1 after a

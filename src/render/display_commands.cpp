@@ -13,6 +13,7 @@
 
 int DISPL_b(word* s, const word* ob, word* st, const word* lim) {
   if (ob) return bloc_0(s, ob, st, lim);
+  if (has_word(s, KW_exec)) return DISPLAY_EXEC(s, lim);
   for (int code : {KW_view, KW_light, KW_fog})
     if (has_word(s, code)) return bloc_0(s, ob, st, lim);
   if (DISPLAY_VOL(s) < 0) {

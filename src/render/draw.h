@@ -17,9 +17,19 @@ void set_material(const float* col, float diffuse, float specular, float shinine
 
 // Wire frame, no lighting (mode 0).
 int DISPLAY_0(Objet* o, const DisplayRecord& r, bool generated);
+// What a textured pass adds to the lit polygons: texture coordinates,
+// two to a vertex; the pass's alpha (negative: the `illum` one); and for
+// `texture fac` the image of each facet, bound before its polygon.
+struct Texturage {
+  const float* uv = nullptr;
+  int nuv = 0;
+  float alpha = -1;
+  const word* images_fac = nullptr;
+};
+
 // Lit polygons: one normal to the facet for modes -1..1, one to the
-// vertex otherwise.
-int DISPLAY_1(Objet* o, const DisplayRecord& r, int mode, bool generated);
-// The textured members: 0 while no image can be bound, so that the
-// plain member draws.
+// vertex otherwise; textured when `tx` is given.
+int DISPLAY_1(Objet* o, const DisplayRecord& r, int mode, bool generated, const Texturage* tx = nullptr);
+// The textured members: 1 when drawn, 0 when the texture value names no
+// image (the plain member then draws), negative after a report.
 int DISPLAY_TEXTURE(Objet* o, const DisplayRecord& r, int mode, bool generated);

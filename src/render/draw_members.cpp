@@ -6,6 +6,7 @@
 #include "kernel/report.h"
 #include "render/draw.h"
 #include "render/normals.h"
+#include "render/textures.h"
 #include "scene/volume.h"
 
 namespace {
@@ -101,7 +102,7 @@ int DISPLAY_0(Objet* o, const DisplayRecord& r, bool generated) {
   return 0;
 }
 
-int DISPLAY_1(Objet* o, const DisplayRecord& r, int mode, bool generated) {
+int DISPLAY_1(Objet* o, const DisplayRecord& r, int mode, bool generated, const Texturage* tx) {
   Geometry g;
   if (!geometrie(o, r, generated, g)) return -1;
   glEnable(GL_LIGHTING);
@@ -135,7 +136,11 @@ int DISPLAY_1(Objet* o, const DisplayRecord& r, int mode, bool generated) {
   const word* ifac = r[R_illum_fac];
   const int ivd = iv ? std::max<int>(dimp(iv), 1) : 5;
 
-  if (!cf && !cv) set_material(col, il.diffuse, il.specular, il.shininess, 1 - il.transp, both);
+  // A textured pass sets its own alpha.
+  auto alpha = [&](const Illum& x) { return tx && tx->alpha >= 0 ? tx->alpha : 1 - x.transp; };
+  const float* uv = tx ? tx->uv : nullptr;
+  const int nuv = tx ? tx->nuv : 0;
+  if (!cf && !cv) set_material(col, il.diffuse, il.specular, il.shininess, alpha(il), both);
   int i = 0;
   float scratch[3];
   pour_chaque_facette(g.fac, [&](const word* v, int m) {
@@ -144,8 +149,9 @@ int DISPLAY_1(Objet* o, const DisplayRecord& r, int mode, bool generated) {
     if (cf) {
       Illum fi = il;
       if (ifac && (facet + 1) * 5 <= elements(ifac)) std::copy_n(fl(ifac) + facet * 5, 5, &fi.mode);
-      set_material(couleur(cf, facet), fi.diffuse, fi.specular, fi.shininess, 1 - fi.transp, both);
+      set_material(couleur(cf, facet), fi.diffuse, fi.specular, fi.shininess, alpha(fi), both);
     }
+    if (tx && tx->images_fac) lie_texture_facette(tx->images_fac, facet);
     glBegin(GL_POLYGON);
     if (!par_sommet || cf) {
       if (nf && facet < nfacets) glNormal3fv(nf + facet * 3);
@@ -162,14 +168,13 @@ int DISPLAY_1(Objet* o, const DisplayRecord& r, int mode, bool generated) {
         Illum vi = il;
         if (iv && s * ivd <= elements(iv)) std::copy_n(fl(iv) + (s - 1) * ivd, std::min(5, ivd), &vi.mode);
         const float* c = cv ? couleur(cv, s - 1) : cf ? couleur(cf, facet) : col;
-        set_material(c, vi.diffuse, vi.specular, vi.shininess, 1 - vi.transp, both);
+        set_material(c, vi.diffuse, vi.specular, vi.shininess, alpha(vi), both);
       }
       if (par_sommet && !cf && nv) glNormal3fv(nv + (s - 1) * nvd);
+      if (uv && s <= nuv) glTexCoord2fv(uv + (s - 1) * 2);
       glVertex3fv(g.p + (s - 1) * g.d);
     }
     glEnd();
   });
   return 0;
 }
-
-int DISPLAY_TEXTURE(Objet*, const DisplayRecord&, int, bool) { return 0; }

@@ -1,11 +1,13 @@
 #include "render/text.h"
 
 #include <GL/freeglut.h>
+#include <GL/glu.h>
 
 #include <cstring>
 
 #include "kernel/keywords.h"
 #include "render/cmd_args.h"
+#include "render/window.h"
 #include "scene/volume.h"
 
 namespace {
@@ -19,41 +21,109 @@ void rectangle(GLenum kind, float x0, float y0, float x1, float y1) {
   glEnd();
 }
 
+struct Police {
+  const char* name;
+  void* font;
+  float height;
+};
+
+const Police POLICES[] = {
+    {"8x13", GLUT_BITMAP_8_BY_13, 13},          {"9x15", GLUT_BITMAP_9_BY_15, 15},
+    {"times10", GLUT_BITMAP_TIMES_ROMAN_10, 10}, {"times24", GLUT_BITMAP_TIMES_ROMAN_24, 24},
+    {"helvetica10", GLUT_BITMAP_HELVETICA_10, 10}, {"helvetica12", GLUT_BITMAP_HELVETICA_12, 12},
+    {"helvetica18", GLUT_BITMAP_HELVETICA_18, 18},
+};
+
+const Police& de(void* font) {
+  for (const Police& p : POLICES)
+    if (p.font == font) return p;
+  return POLICES[1];
+}
+
 }  // namespace
 
-void message_volume(Objet* o, const DisplayRecord& r, int mode) {
+void* police(const word* font) {
+  if (const char* name = value_text(font)) {
+    for (const Police& p : POLICES)
+      if (std::strcmp(p.name, name) == 0) return p.font;
+  } else if (float n; floats_into(font, &n, 1) == 1 && n >= 0 && n < 7) {
+    return POLICES[static_cast<int>(n)].font;
+  }
+  return POLICES[1].font;
+}
+
+float largeur_texte(void* font, const char* text) {
+  return static_cast<float>(glutBitmapLength(de(font).font, reinterpret_cast<const unsigned char*>(text)));
+}
+
+float hauteur_texte(void* font) { return de(font).height; }
+
+void dessine_texte(const TextBox& box) {
+  void* font = de(box.font).font;
+  const float w = largeur_texte(font, box.text), h = hauteur_texte(font);
+  // The box reaches 4 pixels under the base line for descenders.
+  if (box.back) {
+    glColor3fv(box.back);
+    rectangle(GL_POLYGON, -2, -4, w + 2, h);
+  }
+  if (box.outline) {
+    glColor3fv(box.outline);
+    rectangle(GL_LINE_LOOP, -2, -4, w + 2, h);
+  }
+  if (box.frame) {
+    glColor3fv(box.frame);
+    rectangle(GL_LINE_LOOP, -4, -6, w + 4, h + 2);
+  }
+  glColor3fv(box.col);
+  glRasterPos2f(0, 0);
+  for (const char* c = box.text; *c; c++) glutBitmapCharacter(font, *c);
+}
+
+void repere_pixels(bool on) {
+  glMatrixMode(GL_PROJECTION);
+  if (on) {
+    glPushMatrix();
+    glLoadIdentity();
+    gluOrtho2D(0, win().Dimx, 0, win().Dimy);
+  } else {
+    glPopMatrix();
+  }
+  glMatrixMode(GL_MODELVIEW);
+  if (on) {
+    glPushMatrix();
+    glLoadIdentity();
+  } else {
+    glPopMatrix();
+  }
+}
+
+void message_volume(Objet*, const DisplayRecord& r, int mode) {
   const word* m = r[L_message];
   if (!m || tag(m) != T_CHAR) return;
-  const char* s = text(m);
   glDisable(GL_DEPTH_TEST);
   glDisable(GL_LIGHTING);
   float at[3] = {0, 0, 0};
   if (const word* poi = r[R_poi]; poi && np(poi) > 0)
     for (int i = 0; i < 3 && i < stride(poi); i++) at[i] = getf(poi, i);
-  // Text units: pixels of the window's font, standing up.
-  const float w = 9.0f * static_cast<float>(std::strlen(s)), h = 15.0f;
-  float back[3] = {0, 0, 0};
-  const bool has_back = floats_into(r[L_back_message], back, 3) > 0;
-  glPushMatrix();
-  glTranslatef(at[0], at[1], at[2]);
-  if (has_back) {
-    glColor3fv(back);
-    rectangle(GL_POLYGON, -2, 4, w + 2, -h);
+  TextBox box;
+  box.text = text(m);
+  box.font = police(r[L_font_message]);
+  float back[3] = {0, 0, 0}, white[3] = {1, 1, 1}, frame[3];
+  if (floats_into(r[L_back_message], back, 3) > 0) box.back = back;
+  if (mode == 0) box.outline = white;
+  if (floats_into(r[L_col_frame], frame, 3) == 3) box.frame = frame;
+  floats_into(r[L_col_message], box.col, 3);
+  // The box stands in window pixels where the point falls on the screen.
+  double model[16], proj[16], wx, wy, wz;
+  int viewport[4];
+  glGetDoublev(GL_MODELVIEW_MATRIX, model);
+  glGetDoublev(GL_PROJECTION_MATRIX, proj);
+  glGetIntegerv(GL_VIEWPORT, viewport);
+  if (gluProject(at[0], at[1], at[2], model, proj, viewport, &wx, &wy, &wz) == GL_TRUE) {
+    repere_pixels(true);
+    glTranslatef(static_cast<float>(wx), static_cast<float>(wy), 0);
+    dessine_texte(box);
+    repere_pixels(false);
   }
-  float col[3] = {1, 1, 1};
-  if (mode == 0) {
-    glColor3fv(col);
-    rectangle(GL_LINE_LOOP, -2, 4, w + 2, -h);
-  }
-  if (float frame[3]; floats_into(r[L_col_frame], frame, 3) == 3) {
-    glColor3fv(frame);
-    rectangle(GL_LINE_LOOP, -4, 6, w + 4, -h - 2);
-  }
-  floats_into(r[L_col_message], col, 3);
-  glColor3fv(col);
-  glRasterPos3f(0, 0, 0);
-  for (const char* c = s; *c; c++) glutBitmapCharacter(GLUT_BITMAP_9_BY_15, *c);
-  glPopMatrix();
   glEnable(GL_DEPTH_TEST);
-  (void)o;
 }

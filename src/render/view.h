@@ -43,6 +43,12 @@ void produit_4x4(const float a[16], const float b[16], float out[16]);
 // Finds or makes view `id` (or named `name`), displ 1, its ten properties
 // made from the defaults when missing.
 Objet* CRE_VIEW(int id, const char* name);
+// A wall of n x n sub-views: view `sel` of subkind write holding the
+// text of n*n items separated by semicolons. -1 after a report.
+int SET_VIEW_WRITE(const word* sel, int n, const char* text);
+// `eye poi(x,y,z) view(id)`, `eye vol(id) view(id)`, and the same for aim.
+int EYE_VOL_POI(word* s);
+int AIM_VOL_POI(word* s);
 // The start-up view: as CRE_VIEW, subkind aim, and current.
 Objet* CRE_VIEW_DEFAUT(int id);
 // Makes `v` the current view: the P_ pointers point at its values.

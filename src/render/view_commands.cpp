@@ -42,8 +42,9 @@ bool ecrit3(Objet* o, int code, const float* f) {
 
 int lit(Objet* o, int code, float* out, int n) { return floats_into(get_val_1(o->local, code), out, n); }
 
-// `eye poi(x,y,z) view(id)` and `eye vol(id) view(id)`, the same for aim.
-int EYE_VOL_POI(word* s, int code) {
+// `eye poi(x,y,z) view(id)` and `eye vol(id) view(id)`, the same for aim:
+// the named views' eye (or aim) moves to the point or the volume's place.
+int vers_vol_poi(word* s, int code) {
   float target[3] = {0, 0, 0};
   bool found = arg_floats(s, KW_poi, target, 3) > 0;
   if (const word* sel = arg_of(s, KW_vol); sel && !found) {
@@ -85,38 +86,45 @@ int EYE_VOL_POI(word* s, int code) {
 
 }  // namespace
 
+int SET_VIEW_WRITE(const word* sel, int n, const char* t) {
+  int items = 1;
+  for (const char* c = t; *c; c++) items += *c == ';';
+  if (n < 1 || items != n * n) {
+    voir_mot(KW_view);
+    voir_texte("(id) ");
+    voir_mot(KW_dim);
+    voir_int("%d ", n);
+    voir_mot(KW_write);
+    VOIR_CHAR("%s ", t);
+    voir_int2("%d != %d\n", items, n * n);
+    return -1;
+  }
+  int id = 0;
+  char name[256];
+  const int k = element_selection(sel, 0, &id, name);
+  if (k < 0) return -1;
+  Objet* v = CRE_VIEW(k == 0 ? id : 0, k == 1 ? name : nullptr);
+  if (!v) return -1;
+  v->subkind = KW_write;
+  v->work[0] = v->work[1] = n;
+  const size_t len = std::strlen(t);
+  std::vector<word> value(4 + (len + 4) / 4, 0);
+  value[0] = static_cast<word>(value.size());
+  value[1] = T_CHAR;
+  value[2] = static_cast<word>(len + 1);
+  value[3] = 1;
+  std::memcpy(value.data() + 4, t, len);
+  return set_propr_1(v, KW_write, value.data()) ? 0 : -1;
+}
+
+int EYE_VOL_POI(word* s) { return vers_vol_poi(s, KW_eye); }
+int AIM_VOL_POI(word* s) { return vers_vol_poi(s, KW_aim); }
+
 int SET_VIEW_b(word* s, const word* ob, word* st, const word* lim) {
   const word* sel = item_value(first_item(s));
   if (ob || !sel) return bloc_0(s, ob, st, lim);
   if (const char* t = value_text(arg_of(s, KW_write))) {
-    const int n = arg_int(s, KW_dim, 0, 2);
-    int items = 1;
-    for (const char* c = t; *c; c++) items += *c == ';';
-    if (n < 1 || items != n * n) {
-      voir_mot(KW_view);
-      voir_texte("(id) ");
-      voir_mot(KW_dim);
-      voir_int("%d ", n);
-      voir_mot(KW_write);
-      VOIR_CHAR("%s ", t);
-      voir_int2("%d != %d\n", items, n * n);
-      return -1;
-    }
-    int id = 0;
-    char name[256];
-    if (element_selection(sel, 0, &id, name) < 0) return -1;
-    Objet* v = CRE_VIEW(id, nullptr);
-    if (!v) return -1;
-    v->subkind = KW_write;
-    v->work[0] = v->work[1] = n;
-    const size_t len = std::strlen(t);
-    std::vector<word> value(4 + (len + 4) / 4, 0);
-    value[0] = static_cast<word>(value.size());
-    value[1] = T_CHAR;
-    value[2] = static_cast<word>(len + 1);
-    value[3] = 1;
-    std::memcpy(value.data() + 4, t, len);
-    if (!set_propr_1(v, KW_write, value.data())) return -1;
+    if (SET_VIEW_WRITE(sel, arg_int(s, KW_dim, 0, 2), t) < 0) return -1;
     return set_result_nil(s);
   }
   for (int i = 0; i < nb_selection(sel); i++) {
@@ -138,7 +146,7 @@ int SET_VIEW_b(word* s, const word* ob, word* st, const word* lim) {
 int AIM_EYE_b(word* s, const word* ob, word* st, const word* lim) {
   (void)st;
   const int code = first_item(s)[2];
-  if (has_word(s, KW_poi) || has_word(s, KW_vol)) return EYE_VOL_POI(s, code);
+  if (has_word(s, KW_poi) || has_word(s, KW_vol)) return code == KW_eye ? EYE_VOL_POI(s) : AIM_VOL_POI(s);
   const word* v = ob ? ob : item_value(first_item(s));
   float f[3] = {0, 0, 0};
   const int n = floats_into(v, f, 3);

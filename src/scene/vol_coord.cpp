@@ -48,6 +48,12 @@ void spherique(const word* poi, int nv, std::vector<float>& uv) {
 
 }  // namespace
 
+std::vector<float> coord_spheriques(const word* poi) {
+  std::vector<float> uv(2 * static_cast<size_t>(poi[2]), 0.0f);
+  spherique(poi, poi[2], uv);
+  return uv;
+}
+
 bloc gen_coord_vertex(Objet* o) {
   const word* poi = poi_requis(o, "gen_coord_vertex()");
   if (!poi) return nullptr;

@@ -43,6 +43,9 @@ const word* poi_requis(Objet* o, const char* name);
 bloc gen_normal_fac(Objet* o);
 bloc gen_normal_vertex(Objet* o);
 bloc gen_coord_vertex(Objet* o);
+// Texture coordinates of any vertex array mapped around its centre (the
+// generated vertices, which have no sections).
+std::vector<float> coord_spheriques(const word* poi);
 bloc gen_near_vertex(Objet* o, int which);  // KW_vertex or KW_dist
 bloc gen_radius_near(Objet* o);
 bloc gen_poi_anc(Objet* o);

@@ -1,0 +1,100 @@
+// The textured members of the drawing family. Each is a lit member with
+// texture coordinates: `texture` draws one pass for each image of its
+// list, `texture fac` one pass in which each facet binds its own image;
+// both on the plain or the generated geometry, with facet or vertex
+// normals by the mode, as the plain members do.
+#include <GL/gl.h>
+
+#include <vector>
+
+#include "kernel/keywords.h"
+#include "render/draw.h"
+#include "render/textures.h"
+#include "scene/vol_generate.h"
+
+namespace {
+
+int valeurs(const word* v) { return v ? np(v) * (dimp(v) > 0 ? dimp(v) : 1) : 0; }
+
+float valeur(const word* v, int i) {
+  if (!v || i >= valeurs(v)) return 0;
+  if (tag(v) == T_FLOAT) return getf(v, i);
+  if (tag(v) == T_LONG) return static_cast<float>(v[4 + i]);
+  return 0;
+}
+
+// The image numbers of a `texture` value; empty when they are all 0.
+std::vector<int> images_de(const word* v) {
+  std::vector<int> ids;
+  bool any = false;
+  for (int i = 0; i < valeurs(v); i++) {
+    ids.push_back(static_cast<int>(valeur(v, i)));
+    any = any || ids.back() > 0;
+  }
+  if (!any) ids.clear();
+  return ids;
+}
+
+// Texture coordinates, two to a vertex: the stored ones, or made from
+// the vertices (by sections, or around the centre for generated ones).
+struct Coordonnees {
+  std::vector<float> own;
+  const float* uv = nullptr;
+  int n = 0;
+};
+
+bool coordonnees(Objet* o, const DisplayRecord& r, bool generated, Coordonnees& c) {
+  const word* stored = generated ? r[R_coord_vertex_generate] : r[R_coord_vertex];
+  if (!stored || tag(stored) != T_FLOAT || dimp(stored) < 2) {
+    if (generated) {
+      const word* poi = r[R_poi_generate];
+      if (!poi || tag(poi) != T_FLOAT) return false;
+      c.own = coord_spheriques(poi);
+      c.uv = c.own.data();
+      c.n = np(poi);
+      return true;
+    }
+    stored = gen_coord_vertex(o);
+    if (!stored) return false;
+  }
+  if (dimp(stored) == 2) {
+    c.uv = reinterpret_cast<const float*>(stored + 4);
+  } else {  // a wider stride: the first two of each vertex
+    for (int k = 0; k < np(stored); k++) {
+      c.own.push_back(getf(stored, k * dimp(stored)));
+      c.own.push_back(getf(stored, k * dimp(stored) + 1));
+    }
+    c.uv = c.own.data();
+  }
+  c.n = np(stored);
+  return true;
+}
+
+}  // namespace
+
+int DISPLAY_TEXTURE(Objet* o, const DisplayRecord& r, int mode, bool generated) {
+  const word* fac_images = generated ? r[R_texture_fac_generate] : r[R_texture_fac];
+  const std::vector<int> passes = images_de(r[R_texture]);
+  if (images_de(fac_images).empty()) fac_images = nullptr;
+  if (!fac_images && passes.empty()) return 0;
+  Coordonnees c;
+  if (!coordonnees(o, r, generated, c)) return 0;
+  Texturage tx;
+  tx.uv = c.uv;
+  tx.nuv = c.n;
+  if (fac_images) {
+    tx.images_fac = fac_images;
+    const int res = DISPLAY_1(o, r, mode, generated, &tx);
+    return res < 0 ? res : 1;
+  }
+  // Passes after the first lie over it: no depth test among them.
+  int res = 0;
+  for (size_t p = 0; p < passes.size() && res >= 0; p++) {
+    if (p == 1) glDisable(GL_DEPTH_TEST);
+    if (!lie_texture(passes[p])) continue;
+    tx.alpha = r[R_transp_texture] ? 1 - valeur(r[R_transp_texture], static_cast<int>(p)) : -1;
+    res = DISPLAY_1(o, r, mode, generated, &tx);
+  }
+  if (passes.size() > 1) glEnable(GL_DEPTH_TEST);
+  return res < 0 ? res : 1;
+}
