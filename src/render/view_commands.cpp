@@ -183,6 +183,8 @@ int AIM_EYE_b(word* s, const word* ob, word* st, const word* lim) {
 
 int FOC_ROLL_b(word* s, const word* ob, word* st, const word* lim) {
   const int code = first_item(s)[2];
+  // `foc win("name")`: the focus goes to that window.
+  if (code == KW_foc && has_word(s, KW_win)) return WIN_b(s, ob, st, lim);
   if (has_word(s, KW_view) || has_word(s, KW_light) || has_word(s, KW_attach) || has_word(s, KW_win))
     return bloc_0(s, ob, st, lim);
   vue_active();

@@ -16,6 +16,7 @@
 #include "platform/line_editor.h"
 #include "render/screen.h"
 #include "render/view.h"
+#include "render/windows.h"
 
 WindowState& win() {
   static WindowState w;
@@ -174,6 +175,7 @@ int init_ecran(int mode) {
       glutReshapeWindow(w.Dimx, w.Dimy);
       glutPositionWindow(std::max(w.Orx, 0), std::max(w.Ory, 0));
       register_callbacks();
+      objet_fenetre_principale();
       return 0;
     }
     glutDestroyWindow(w.window);
@@ -185,6 +187,7 @@ int init_ecran(int mode) {
   glutInitWindowPosition(std::max(w.Orx, 0), std::max(w.Ory, 0));
   w.window = glutCreateWindow("ORVELA");
   register_callbacks();
+  objet_fenetre_principale();
   glEnable(GL_DEPTH_TEST);
   glDepthFunc(GL_LESS);
   glDrawBuffer(GL_FRONT);

@@ -13,6 +13,7 @@
 #include "render/commands.h"
 #include "render/view.h"
 #include "render/window.h"
+#include "render/windows.h"
 #include "scene/graphic.h"
 
 namespace {
@@ -124,6 +125,8 @@ int GRAPHIC_b(word* s, const word* ob, word* st, const word* lim) {
 
 int WIN_b(word* s, const word* ob, word* st, const word* lim) {
   if (ob) return bloc_0(s, ob, st, lim);
+  for (int code : {KW_win, KW_foc, KW_below})
+    if (const char* name = value_text(arg_of(s, code))) return SOUS_FENETRE(s, lim, name);
   WindowState& w = win();
   float d[2] = {static_cast<float>(w.Dimx), static_cast<float>(w.Dimy)};
   if (const char* t = value_text(arg_of(s, KW_dim))) {

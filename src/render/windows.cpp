@@ -1,0 +1,119 @@
+#include "render/windows.h"
+
+#include <GL/freeglut.h>
+
+#include <cstring>
+
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "render/cmd_args.h"
+#include "render/window.h"
+#include "scene/chains.h"
+#include "scene/lookup.h"
+
+namespace {
+
+Objet* chaine() { return chaine_classe(KW_win); }
+
+void note_taille(Objet* o, int w, int h, int x, int y) {
+  o->work[WW_W] = w;
+  o->work[WW_H] = h;
+  o->work[WW_X] = x;
+  o->work[WW_Y] = y;
+}
+
+// A fresh window shows the background.
+void efface(int number) {
+  glutSetWindow(number);
+  const float* b = Back();
+  glClearColor(b[0], b[1], b[2], 1);
+  glDrawBuffer(GL_FRONT);
+  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  glFlush();
+}
+
+void affichage_vide() {}
+
+void focus(Objet* o) {
+  Objet* main = objet_fenetre_principale();
+  if (main) main->work[WW_FOCUS] = o->work[WW_NUMBER];
+  glutSetWindow(o->work[WW_NUMBER]);
+}
+
+int usage() {
+  voir_mot(KW_win);
+  voir_texte("(\"name\") ");
+  voir_mot(KW_dim);
+  voir_texte("(w,h) ");
+  voir_mot(KW_poi);
+  voir_texte("(x,y)\n");
+  return -1;
+}
+
+}  // namespace
+
+Objet* objet_fenetre_principale() {
+  const WindowState& ws = win();
+  if (!ws.window) return nullptr;
+  Objet* o = fenetre_nommee("ORVELA");
+  if (!o) o = cre_objet_nom(chaine(), KW_win / 200, KW_win, 0, "ORVELA");
+  if (!o) return nullptr;
+  o->work[WW_NUMBER] = ws.window;
+  if (!o->work[WW_FOCUS]) o->work[WW_FOCUS] = ws.window;
+  note_taille(o, ws.Dimx, ws.Dimy, ws.Orx, ws.Ory);
+  return o;
+}
+
+Objet* fenetre_nommee(const char* name) { return get_objet_kind_nom(chaine(), KW_win, name); }
+
+int SOUS_FENETRE(word* s, const word* lim, const char* name) {
+  WindowState& ws = win();
+  Objet* o = fenetre_nommee(name);
+  const bool focus_asked = has_word(s, KW_foc), below_asked = has_word(s, KW_below);
+  if (focus_asked || below_asked) {
+    if (!o) {
+      VOIR_CHAR("%s: ", name);
+      voir_message(0, 65);
+      return -1;
+    }
+    if (!gl_on()) return set_result_nil(s);
+    if (focus_asked) focus(o);
+    if (below_asked) {
+      glutSetWindow(o->work[WW_NUMBER]);
+      glutPushWindow();
+      glutSetWindow(objet_fenetre_principale()->work[WW_FOCUS]);
+    }
+    return set_result_nil(s);
+  }
+  float d[2] = {o ? static_cast<float>(o->work[WW_W]) : ws.Dimx / 2.0f,
+                o ? static_cast<float>(o->work[WW_H]) : ws.Dimy / 2.0f};
+  const bool sized = arg_floats(s, KW_dim, d, 2) > 0;
+  float p[2] = {-d[0] / 2, -d[1] / 2};
+  const bool placed = arg_floats(s, KW_poi, p, 2) > 0;
+  if (o && !sized && !placed) {
+    const std::vector<float> now = {static_cast<float>(o->work[WW_W]), static_cast<float>(o->work[WW_H]),
+                                    static_cast<float>(o->work[WW_X]), static_cast<float>(o->work[WW_Y])};
+    return set_result_floats(s, lim, now);
+  }
+  if (d[0] < 1 || d[1] < 1) return usage();
+  const int w = static_cast<int>(d[0]), h = static_cast<int>(d[1]);
+  const int x = ws.Dimx / 2 + static_cast<int>(p[0]), y = ws.Dimy / 2 + static_cast<int>(p[1]);
+  if (!o) {
+    o = cre_objet_nom(chaine(), KW_win / 200, KW_win, 0, name);
+    if (!o) return -1;
+  }
+  note_taille(o, w, h, x, y);
+  if (!gl_on()) return set_result_nil(s);
+  Objet* main = objet_fenetre_principale();
+  if (!o->work[WW_NUMBER]) {
+    o->work[WW_NUMBER] = glutCreateSubWindow(ws.window, x, y, w, h);
+    glutDisplayFunc(affichage_vide);
+    efface(o->work[WW_NUMBER]);
+  } else {
+    glutSetWindow(o->work[WW_NUMBER]);
+    glutPositionWindow(x, y);
+    glutReshapeWindow(w, h);
+  }
+  glutSetWindow(main ? main->work[WW_FOCUS] : ws.window);
+  return set_result_nil(s);
+}

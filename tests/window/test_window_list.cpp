@@ -1,0 +1,26 @@
+// The list of windows: sub-windows made, answered, focused.
+#include "window/window_run.h"
+
+namespace {
+
+TEST(WindowList, SubWindowsAreMadeAnsweredAndTakeTheFocus) {
+  REQUIRE_XVFB();
+  WindowRun run(
+      "win(\"panel\") dim(200,100) poi(-384,-288)\nwin(\"panel\")\nwin(\"panel\") poi(-100,-50)\n"
+      "win(\"panel\")\nwin(\"ORVELA\")\nwin foc(\"nothere\")\nwin foc(\"panel\")\nback(0,1,0)\nscreen\n"
+      "win foc(\"ORVELA\")\ncube(1) dim(50)\neye(0,0,-1000)\ncol vol(1)=1,0,0\ndispl\n"
+      "write image name(\"main.bmp\")\nbye abs\n");
+  // Placed from the main window's centre: at the corner, then centred.
+  EXPECT_NE(run.out.find("200.000000 100.000000 0.000000 0.000000"), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find("200.000000 100.000000 284.000000 238.000000"), std::string::npos);
+  // The main window is in the list under its title.
+  EXPECT_NE(run.out.find("768.000000 576.000000"), std::string::npos);
+  EXPECT_NE(run.out.find("nothere:"), std::string::npos);
+  // The green `screen` cleared the panel alone, and with the focus back
+  // the cube is drawn in the main window.
+  Picture p = run.picture("main.bmp");
+  EXPECT_GT(p.count(340, 250, 430, 330, reddish), 100);
+  EXPECT_EQ(p.count([](Rgb c) { return c.g > 200; }), 0);
+}
+
+}  // namespace
