@@ -37,7 +37,15 @@ inline uint8_t arrondi(double v) { return v <= 0 ? 0 : v >= 254.5 ? 255 : static
 void lisse_boite(const uint8_t* src, uint8_t* dst, int nx, int ny, int n, int canaux) {
   const int h = n / 2;
   const size_t ligne = static_cast<size_t>(nx) * 4;
-  const double poids = 1.0 / (static_cast<double>(n) * n);
+  const uint32_t cells = static_cast<uint32_t>(n) * static_cast<uint32_t>(n);
+  // The rounded mean of every possible sum, in a table while it is small
+  // (a sum over n*n cells is never a half, n being odd).
+  std::vector<uint8_t> moyenne;
+  if (cells <= 4096) {
+    moyenne.resize(255 * cells + 1);
+    for (uint32_t t = 0; t < moyenne.size(); t++) moyenne[t] = static_cast<uint8_t>((2 * t + cells) / (2 * cells));
+  }
+  const double poids = 1.0 / cells;
   std::vector<uint32_t> col(ligne, 0);
   auto ajoute = [&](int y, int signe) {
     const uint8_t* p = src + static_cast<size_t>(y) * ligne;
@@ -55,7 +63,8 @@ void lisse_boite(const uint8_t* src, uint8_t* dst, int nx, int ny, int n, int ca
     for (int x = 0; x < nx; x++, q += 4) {
       if (x + h < nx) for (int c = 0; c < 4; c++) acc[c] += col[static_cast<size_t>(x + h) * 4 + c];
       if (x - h - 1 >= 0) for (int c = 0; c < 4; c++) acc[c] -= col[static_cast<size_t>(x - h - 1) * 4 + c];
-      for (int c = 0; c < canaux; c++) q[c] = arrondi(acc[c] * poids);
+      if (!moyenne.empty()) for (int c = 0; c < canaux; c++) q[c] = moyenne[acc[c]];
+      else for (int c = 0; c < canaux; c++) q[c] = arrondi(acc[c] * poids);
     }
   }
 }
@@ -109,17 +118,26 @@ int image_lisse_0(Objet* source, Objet* destination, const std::vector<float>* v
     return -1;
   }
   const size_t n = static_cast<size_t>(np(b)) * 4;
-  std::vector<uint8_t> src(octets(b), octets(b) + n);
-  if (copie_image(destination, source) < 0) {
-    TRACE_FAIL("image_lisse_0()");
-    return -1;
-  }
-  const Noyau k = noyau_lissage(values, nx, ny);
-  if (nx < TAILLE_MIN || ny < TAILLE_MIN || k.copie || image_nz(source) != 1) return 0;
+  // In place, the sums read a copy; otherwise the source itself, whose
+  // block stays where it is while the destination is re-made.
+  std::vector<uint8_t> tampon;
+  if (destination == source) tampon.assign(octets(b), octets(b) + n);
+  const uint8_t* src = tampon.empty() ? octets(b) : tampon.data();
+  if (image_nx(destination) != nx || image_ny(destination) != ny || image_nz(destination) != image_nz(source) ||
+      !pixels_bloc(destination))
+    if (SET_DIM_IMAGE(destination, nx, ny, image_nz(source)) < 0) {
+      TRACE_FAIL("image_lisse_0()");
+      return -1;
+    }
   uint8_t* dst = pixels_image(destination);
+  const Noyau k = noyau_lissage(values, nx, ny);
   const int canaux = flags & LISSE_RGB ? 3 : 4;
-  if (k.uniforme) lisse_boite(src.data(), dst, nx, ny, k.side, canaux);
-  else lisse_noyau(src.data(), dst, nx, ny, k, canaux);
+  if (nx < TAILLE_MIN || ny < TAILLE_MIN || k.copie || image_nz(source) != 1 || canaux < 4) {
+    if (dst != src) std::memcpy(dst, src, n);
+    if (nx < TAILLE_MIN || ny < TAILLE_MIN || k.copie || image_nz(source) != 1) return 0;
+  }
+  if (k.uniforme) lisse_boite(src, dst, nx, ny, k.side, canaux);
+  else lisse_noyau(src, dst, nx, ny, k, canaux);
   return 0;
 }
 
