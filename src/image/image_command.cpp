@@ -24,8 +24,6 @@ int usage(int code, const char* text) {
   return -1;
 }
 
-int entier(float f) { return static_cast<int>(std::floor(f)); }
-
 // The values of the option `code`, and whether there are at least `n`.
 bool au_moins(word* s, int code, size_t n, std::vector<float>& v) {
   v = valeurs_mot(s, code);

@@ -1,6 +1,7 @@
 // What the image commands share: finding their operands, reading their
 // options, the random sources, and copies between images.
 #pragma once
+#include <cmath>
 #include <cstdint>
 #include <vector>
 
@@ -50,6 +51,13 @@ int copie_image(Objet* dst, Objet* src);
 // "image(a) nx,ny image(b) nx,ny" and the incoherence message: two images
 // that should have the same size do not.
 void err_tailles(Objet* a, Objet* b);
+
+// A float as an int, NaN as 0 and the rest held within +-1e9, so that any
+// number a user gives converts safely.
+inline int entier(float f) {
+  if (!(f == f)) return 0;
+  return f < -1e9f ? -1000000000 : f > 1e9f ? 1000000000 : static_cast<int>(std::floor(f));
+}
 
 // A value from 0 to 255 as a byte, rounded and clamped.
 inline uint8_t octet255(float v) {

@@ -38,6 +38,13 @@ std::vector<std::vector<Poids>> contributions(int n, int m) {
 int REDIM_IMAGE(Objet* o, int nx, int ny) {
   const int sx = image_nx(o), sy = image_ny(o);
   if (nx == sx && ny == sy) return 0;
+  // The row pass holds nx by sy pixels of floats: both it and the result
+  // must stay within what a pixel block may hold.
+  constexpr long long MAX = 1LL << 28;
+  if (static_cast<long long>(nx) * ny > MAX || static_cast<long long>(nx) * sy > MAX) {
+    err_malloc("REDIM_IMAGE()", static_cast<long>(static_cast<long long>(nx) * std::max(ny, sy) * 16));
+    return -1;
+  }
   if (nx <= 0 || ny <= 0) {
     voir_int2("%d,%d ", nx, ny);
     err_illegal("REDIM_IMAGE()");

@@ -152,6 +152,21 @@ TEST_F(ImageCommand, Resampling) {
   EXPECT_EQ(r[4], (80 * 1 + 160 * 3 + 240 * 3 + 240 * 1) / 8);
 }
 
+TEST_F(ImageCommand, BadSizesAndNumbersAreRefusedAndNothingIsLost) {
+  const auto px = hasard(6, 5, 9);
+  pose(1, 6, 5, px);
+  for (const char* line : {"image(1) dim(-5)", "image(1) dim(1e20,1e20)", "dim image(1)=0,3", "dim image(1)=100000,100000",
+                           "image(1) cut(10,10,20,20)", "image(1) rectangle(1,2)"})
+    EXPECT_FALSE(fails(line).empty()) << line;
+  EXPECT_EQ(octets_de(1), px);
+  // Huge or negative numbers are held to what the operations can take.
+  ok("smooth(1e20) image(1,2)");
+  EXPECT_EQ(octets_de(2), px);  // the box is cut to nothing: a copy
+  ok("near image(1) dup(-3)");
+  ok("disk image(1) poi(-1e30,1e30) radius(1e30) precision(1e9)");
+  EXPECT_EQ(image_nx(image_numero(1)), 6);
+}
+
 TEST_F(ImageCommand, OtherWordsBecomeProperties) {
   ok("image(1) dim(2) name(\"sky\") mass(3)");
   EXPECT_EQ(image_ou_cree(0, "sky"), image_numero(1));
