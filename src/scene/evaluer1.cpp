@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 
+#include "image/image_command.h"
 #include "kernel/console.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
@@ -46,7 +47,7 @@ const Row ROWS[] = {
     {{KW_yes, KW_no}, interprete<YES_NO_a>},
     {{KW_list, KW_LIST}, LIST_b},
     {{KW_vol}, OBJ_b},
-    {{KW_object, KW_brush, KW_device, KW_field, KW_fog, KW_genetic, KW_image, KW_law, KW_light, KW_memory,
+    {{KW_object, KW_brush, KW_device, KW_field, KW_fog, KW_genetic, KW_law, KW_light, KW_memory,
       KW_menu, KW_network, KW_traj, KW_scale, KW_stock, KW_audio},
      OBJET_b},
     {{KW_cube}, CUBE_b, true},
@@ -58,6 +59,11 @@ const Row ROWS[] = {
       KW_move, KW_rotx, KW_roty, KW_rotz, KW_syma, KW_symx, KW_symy, KW_symz, KW_tran, KW_distort, KW_alea, KW_rota},
      MOD_b},
     {{KW_read}, READ_b},
+    // Images.
+    {{KW_image}, IMAGE_1},
+    {{KW_smooth}, SMOOTH_b},
+    {{KW_disk}, DISK_IMAGE},
+    {{KW_interpol}, INTERPOL_b},
     // The window, the views and the display.
     {{KW_win}, WIN_b},
     {{KW_graphic}, GRAPHIC_b},
@@ -169,6 +175,18 @@ int special(word* s, int code, const word* ob, word* st, const word* lim, bool* 
       break;
     case KW_dynamic:
       if (n < 2) return set_get_val_com(s, lim, ob);
+      break;
+    case KW_dim:
+      if (commande_image(s)) return DIM_IMAGE(s, ob, st, lim);
+      break;
+    case KW_near:
+      if (!commande_image(s)) break;
+      if (n > 1 && (next_item(first_item(s))[2] == KW_matrix || next_item(first_item(s))[2] == KW_number))
+        return NEAR_IMAGE_EG(s, ob, st, lim);
+      return NEAR_IMAGE(s, ob, st, lim);
+    case KW_generate:
+      if (n > 1 && next_item(first_item(s))[2] == KW_speed && commande_image(s))
+        return GENERATE_SPEED_IMAGE(s, ob, st, lim);
       break;
     default:
       break;
