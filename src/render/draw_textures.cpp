@@ -5,6 +5,7 @@
 // normals by the mode, as the plain members do.
 #include <GL/gl.h>
 
+#include <algorithm>
 #include <vector>
 
 #include "kernel/keywords.h"
@@ -75,7 +76,10 @@ bool coordonnees(Objet* o, const DisplayRecord& r, bool generated, Coordonnees& 
 int DISPLAY_TEXTURE(Objet* o, const DisplayRecord& r, int mode, bool generated) {
   const word* fac_images = generated ? r[R_texture_fac_generate] : r[R_texture_fac];
   const std::vector<int> passes = images_de(r[R_texture]);
-  if (images_de(fac_images).empty()) fac_images = nullptr;
+  bool any_facet = false;
+  for (int i = 0; fac_images && i < np(fac_images) * std::max<int>(dimp(fac_images), 1) && !any_facet; i++)
+    any_facet = image_facette(fac_images, i) > 0;
+  if (!any_facet) fac_images = nullptr;
   if (!fac_images && passes.empty()) return 0;
   Coordonnees c;
   if (!coordonnees(o, r, generated, c)) return 0;
