@@ -15,4 +15,3 @@ int PERS_b(word* s, const word* ob, word* st, const word* lim);
 int STEREO_b(word* s, const word* ob, word* st, const word* lim);
 int DEPTH_b(word* s, const word* ob, word* st, const word* lim);
 int DISPL_b(word* s, const word* ob, word* st, const word* lim);
-int WRITE_IMAGE_b(word* s, const word* ob, word* st, const word* lim);
