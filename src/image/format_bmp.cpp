@@ -34,7 +34,7 @@ Bytes bmp_bytes(const ImageView& p, const FormatOptions& o) {
   const char* format = o.order ? o.order : "BGR";
   int order[3];
   if (!ordre(format, order)) {
-    VOIR_CHAR("%s ", format);
+    VOIR_CHAR("%s", format);
     voir_message(0, 66);
     return {};
   }

@@ -96,7 +96,7 @@ int READ_IMAGE_b(word* s, const word*, word*, const word*) {
   name = nom_lu(name);
   const ImageFormat* f = format_of(name);
   if (!f) {
-    VOIR_CHAR("%s ", extension_of(name).c_str());
+    VOIR_CHAR("%s", extension_of(name).c_str());
     voir_message(0, 65);
     return -1;
   }

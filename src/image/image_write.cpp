@@ -89,13 +89,13 @@ int WRITE_IMAGE_b(word* s, const word* ob, word* st, const word* lim) {
     return -1;
   }
   if (name.find('.') == std::string::npos) {
-    VOIR_CHAR("%s ", name.c_str());
+    VOIR_CHAR("%s", name.c_str());
     voir_message(0, 60);
     return -1;
   }
   const ImageFormat* f = format_of(name);
   if (!f) {
-    VOIR_CHAR("%s ", extension_of(name).c_str());
+    VOIR_CHAR("%s", extension_of(name).c_str());
     voir_message(0, 65);
     return -1;
   }
