@@ -3,13 +3,14 @@
 #include <cmath>
 #include <cstring>
 
+#include "image/image_commands.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "language/cmd_util.h"
 #include "language/commands.h"
 #include "persist/object_file.h"
 #include "platform/process.h"
-#include "render/commands.h"
+#include "render/cmd_args.h"
 #include "scene/chains.h"
 #include "scene/graphic.h"
 #include "scene/selection.h"
@@ -63,7 +64,7 @@ std::vector<Objet*> objets(word* item) {
 
 }  // namespace
 
-// Objects go to object files; `write image` is a picture.
+// Objects go to object files; `write image` and `read image` are pictures.
 int WRITE_b(word* s, const word* ob, word* st, const word* lim) {
   word* item = item_fichier(s);
   if (!item) return WRITE_IMAGE_b(s, ob, st, lim);
@@ -92,7 +93,7 @@ int WRITE_b(word* s, const word* ob, word* st, const word* lim) {
 
 int READ_b(word* s, const word* ob, word* st, const word* lim) {
   word* item = item_fichier(s);
-  if (!item) return bloc_0(s, ob, st, lim);
+  if (!item) return has_word(s, KW_image) ? READ_IMAGE_b(s, ob, st, lim) : bloc_0(s, ob, st, lim);
   const char* file = nom_fichier(s, item[2]);
   if (!file) return -1;
   std::string bytes;

@@ -13,8 +13,12 @@ OsFile* os_open(const char* path, FileMode mode) {
   if (!path || !*path) return nullptr;
   // Only regular files may be read: a fifo or a device could block for ever.
   std::error_code ec;
-  if (mode == FileMode::read && !std::filesystem::is_regular_file(path, ec)) return nullptr;
-  const char* how = mode == FileMode::read ? "rb" : mode == FileMode::write ? "wb" : "ab";
+  if ((mode == FileMode::read || mode == FileMode::update) && !std::filesystem::is_regular_file(path, ec))
+    return nullptr;
+  const char* how = mode == FileMode::read    ? "rb"
+                    : mode == FileMode::write ? "wb"
+                    : mode == FileMode::update ? "r+b"
+                                               : "ab";
   FILE* s = fopen(path, how);
   if (!s) return nullptr;
   return new OsFile{s};
@@ -26,6 +30,10 @@ size_t os_read(OsFile* f, char* buf, size_t n) { return fread(buf, 1, n, f->stre
 
 bool os_write(OsFile* f, const char* s, size_t n) {
   return fwrite(s, 1, n, f->stream) == n && fflush(f->stream) == 0;
+}
+
+bool os_seek(OsFile* f, long long offset) {
+  return offset >= 0 && fseeko(f->stream, static_cast<off_t>(offset), SEEK_SET) == 0;
 }
 
 void os_close(OsFile* f) {

@@ -5,7 +5,8 @@
 
 struct OsFile;
 
-enum class FileMode { read, write, append };
+// update: an existing file, read and written in place.
+enum class FileMode { read, write, append, update };
 
 // Null when the file cannot be opened in that mode.
 OsFile* os_open(const char* path, FileMode mode);
@@ -15,6 +16,8 @@ int os_getc(OsFile* f);
 size_t os_read(OsFile* f, char* buf, size_t n);
 // False when not every byte could be written.
 bool os_write(OsFile* f, const char* s, size_t n);
+// Moves to byte `offset` from the start; false when it cannot.
+bool os_seek(OsFile* f, long long offset);
 void os_close(OsFile* f);
 
 // Milliseconds of a monotonic clock.

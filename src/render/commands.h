@@ -15,6 +15,5 @@ int PERS_b(word* s, const word* ob, word* st, const word* lim);
 int STEREO_b(word* s, const word* ob, word* st, const word* lim);
 int DEPTH_b(word* s, const word* ob, word* st, const word* lim);
 int DISPL_b(word* s, const word* ob, word* st, const word* lim);
-int WRITE_IMAGE_b(word* s, const word* ob, word* st, const word* lim);
 // A text button of the `exec` menu (`displ exec("text") ...`).
 int DISPLAY_EXEC(word* s, const word* lim);

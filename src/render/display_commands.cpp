@@ -1,15 +1,12 @@
-// `displ` as a command, and `write image` of the window.
-#include <string>
+// `displ` as a command: the display, the displ words of objects, and
+// the exec menu's buttons.
 #include <vector>
 
-#include "image/picture_files.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
-#include "platform/files.h"
 #include "render/cmd_args.h"
 #include "render/commands.h"
 #include "render/display.h"
-#include "render/picture.h"
 #include "scene/chains.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
@@ -55,55 +52,6 @@ int DISPL_b(word* s, const word* ob, word* st, const word* lim) {
   if (has_word(s, KW_exec)) return DISPLAY_EXEC(s, lim);
   if (DISPLAY_VOL(s) < 0) {
     TRACE_FAIL("DISPLAY_VOL()");
-    return -1;
-  }
-  return set_result_nil(s);
-}
-
-int WRITE_IMAGE_b(word* s, const word* ob, word* st, const word* lim) {
-  if (!has_word(s, KW_image)) return bloc_0(s, ob, st, lim);
-  const char* name = value_text(arg_of(s, KW_name));
-  if (!name) {
-    err_syntaxe(97, KW_write, " image name(\"file.bmp\")\n");
-    return -1;
-  }
-  if (arg_of(s, KW_image)) {
-    // Image objects are not kept yet: only the window can be written.
-    voir_mot(KW_image);
-    voir_message(0, 65);
-    return -1;
-  }
-  const std::string file = name;
-  if (file.find('.') == std::string::npos) {
-    VOIR_CHAR("%s ", name);
-    voir_message(0, 60);
-    return -1;
-  }
-  const char kind = writer_of(file);
-  if (!kind) {
-    VOIR_CHAR("%s ", file.substr(file.rfind('.') + 1).c_str());
-    voir_message(0, 65);
-    return -1;
-  }
-  int w = 0, h = 0;
-  std::vector<uint8_t> px = pixels_fenetre(&w, &h);
-  if (px.empty()) return set_result_nil(s);  // no window: nothing to picture
-  std::vector<uint8_t> bytes =
-      kind == 'b' ? bmp_bytes(px.data(), w, h, value_text(arg_of(s, KW_format))) : tga_bytes(px.data(), w, h);
-  if (bytes.empty()) {
-    VOIR_CHAR("%s ", value_text(arg_of(s, KW_format)));
-    voir_message(0, 66);
-    return -1;
-  }
-  OsFile* f = os_open(name, FileMode::write);
-  if (!f) {
-    err_ecriture(name);
-    return -1;
-  }
-  const bool ok = os_write(f, reinterpret_cast<const char*>(bytes.data()), bytes.size());
-  os_close(f);
-  if (!ok) {
-    voir_message(0, 67);
     return -1;
   }
   return set_result_nil(s);

@@ -19,3 +19,33 @@ std::vector<uint8_t> pixels_fenetre(int* w, int* h) {
   glReadPixels(0, 0, ws.Dimx, ws.Dimy, GL_RGBA, GL_UNSIGNED_BYTE, px.data());
   return px;
 }
+
+void dessine_pixels(const uint8_t* px, int w, int h, int x, int y) {
+  if (!gl_on() || !px || w <= 0 || h <= 0) return;
+  const WindowState& ws = win();
+  glPushAttrib(GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT | GL_PIXEL_MODE_BIT);
+  glMatrixMode(GL_PROJECTION);
+  glPushMatrix();
+  glLoadIdentity();
+  glOrtho(0, ws.Dimx, 0, ws.Dimy, -1, 1);
+  glMatrixMode(GL_MODELVIEW);
+  glPushMatrix();
+  glLoadIdentity();
+  glDisable(GL_DEPTH_TEST);
+  glDisable(GL_LIGHTING);
+  glEnable(GL_BLEND);
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  glDrawBuffer(ws.drawn_front ? GL_FRONT : GL_BACK);
+  // A raster position outside the window would be invalid: start from
+  // the origin and move by a null bitmap.
+  glRasterPos2i(0, 0);
+  glBitmap(0, 0, 0, 0, static_cast<GLfloat>(x), static_cast<GLfloat>(y), nullptr);
+  glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+  glDrawPixels(w, h, GL_RGBA, GL_UNSIGNED_BYTE, px);
+  glFlush();
+  glPopMatrix();
+  glMatrixMode(GL_PROJECTION);
+  glPopMatrix();
+  glMatrixMode(GL_MODELVIEW);
+  glPopAttrib();
+}

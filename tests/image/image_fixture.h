@@ -1,10 +1,18 @@
-// Images filled from the test's own data, and their bytes read back.
+// Images filled from the test's own data or with known pixels, their
+// bytes read back, and a fresh folder for the files the tests write.
 #pragma once
+#include <unistd.h>
+
 #include <cstdint>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <random>
+#include <string>
 #include <vector>
 
+#include "image/image_files.h"
 #include "image/image_object.h"
 #include "scene/scene_fixture.h"
 
@@ -30,4 +38,39 @@ class ImageTest : public SceneTest {
     if (!p) return {};
     return {p, p + static_cast<size_t>(image_nx(o)) * image_ny(o) * 4};
   }
+
+ protected:
+  std::filesystem::path dir;
+  void SetUp() override {
+    SceneTest::SetUp();
+    static int n = 0;
+    dir = std::filesystem::temp_directory_path() / ("orvela_img_" + std::to_string(getpid()) + "_" + std::to_string(++n));
+    std::filesystem::create_directories(dir);
+  }
+  void TearDown() override {
+    SceneTest::TearDown();
+    std::filesystem::remove_all(dir);
+  }
+  std::string at(const std::string& name) const { return (dir / name).string(); }
+  static Bytes file(const std::string& path) {
+    std::ifstream f(path, std::ios::binary);
+    return Bytes((std::istreambuf_iterator<char>(f)), {});
+  }
+  static void put(const std::string& path, const Bytes& b) {
+    std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(b.data()), static_cast<long>(b.size()));
+  }
 };
+
+// Pixels that differ from one byte to the next, in an image `id`.
+inline Objet* motif(int id, int w, int h) {
+  Objet* o = image_ou_cree(id, nullptr);
+  if (!o || SET_DIM_IMAGE(o, w, h) < 0) return nullptr;
+  uint8_t* px = pixels_image(o);
+  for (int i = 0; i < w * h * 4; i++) px[i] = static_cast<uint8_t>(i * 7 + id * 13 + 1);
+  return o;
+}
+inline ImageView view_of(Objet* o) { return {pixels_image(o), image_nx(o), image_ny(o), image_nz(o)}; }
+inline Bytes bytes_of(Objet* o) {
+  const uint8_t* px = pixels_image(o);
+  return Bytes(px, px + static_cast<size_t>(image_nx(o)) * image_ny(o) * image_nz(o) * 4);
+}

@@ -153,3 +153,18 @@ TEST(WindowPicture, OrthographicModePutsTheOriginMidWindowInPixels) {
 }
 
 }  // namespace
+
+TEST(WindowPicture, AFileReadWithNoImageIsDrawnInTheWindow) {
+  REQUIRE_XVFB();
+  WindowRun run(
+      "back(1,0,0)\nscreen\nwrite image name(\"red.png\")\nback(0,0,1)\nscreen\n"
+      "read image name(\"red.png\") dim(100,50) poi(0,0)\nread image name(\"red.png\") dim(40,30)\n"
+      "write image name(\"after.bmp\")\nbye abs\n");
+  Picture p = run.picture("after.bmp");
+  ASSERT_EQ(p.w, 768) << run.out;
+  const auto red = [](Rgb c) { return c.r == 255 && c.g == 0 && c.b == 0; };
+  // 100 x 50 at the bottom left, 40 x 30 at the top left, blue elsewhere.
+  EXPECT_EQ(p.count(0, p.h - 50, 100, p.h, red), 100 * 50) << run.out;
+  EXPECT_EQ(p.count(0, 0, 40, 30, red), 40 * 30);
+  EXPECT_EQ(p.count(red), 100 * 50 + 40 * 30);
+}

@@ -1,0 +1,119 @@
+// `write image name("file") image(id)`: an image, or the window when no
+// image is named, to a picture file of the format its extension names.
+#include <string>
+
+#include "image/image_commands.h"
+#include "image/image_io.h"
+#include "image/image_object.h"
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "render/cmd_args.h"
+#include "render/picture.h"
+#include "scene/graphic.h"
+
+namespace {
+
+int usage_line() {
+  voir_mot(KW_read);
+  voir_mot(KW_image);
+  voir_texte("(id) name(\"nnn.raw\") ");
+  voir_mot(KW_line);
+  voir_texte("(current,number)\a\n");
+  return -1;
+}
+
+// The flo writer names its file with ".flo" when a name of more than four
+// characters does not end so.
+std::string nom_ecrit(const std::string& name, const ImageFormat* f) {
+  if (f->encode != WRITE_IMAGE_FLO || name.size() <= 4 || name.ends_with(".flo")) return name;
+  return name + ".flo";
+}
+
+// The pixels to write: the image named, or the window. `held` keeps
+// them when they are a copy. False after a report; an empty picture
+// (no window) is not a failure.
+bool source(word* s, ImageData& held, ImageView& p) {
+  if (const word* id = arg_of(s, KW_image)) {
+    const int n = arg_entier(s, KW_image, 0, 0);
+    Objet* o = image_numero(n);
+    if (!o) {
+      err_objet(KW_image, id, 0, 0, nullptr);
+      return false;
+    }
+    p = picture_of(o);
+    if (!p.px) {
+      err_vide("WRITE_IMAGE()", o);
+      return false;
+    }
+    return true;
+  }
+  held.px = pixels_fenetre(&held.w, &held.h);
+  held.valid = held.px.size();
+  p = ImageView{held.px.data(), held.w, held.h, 1};
+  return true;
+}
+
+// `win(x, y, nx, ny)` crops, `dim(nx, ny)` resizes, into `work`.
+bool transforme(word* s, ImageView& p, ImageData& work) {
+  if (has_word(s, KW_win)) {
+    ImageData crop;
+    if (!decoupe(p, arg_entier(s, KW_win, 0, 0), arg_entier(s, KW_win, 1, 0), arg_entier(s, KW_win, 2, p.w),
+                 arg_entier(s, KW_win, 3, p.h), crop)) {
+      voir_mot(KW_win);
+      voir_message(0, 66);
+      return false;
+    }
+    work = std::move(crop);
+    p = ImageView{work.px.data(), work.w, work.h, 1};
+  }
+  if (has_word(s, KW_dim)) {
+    const int nx = arg_entier(s, KW_dim, 0, p.w), ny = arg_entier(s, KW_dim, 1, nx);
+    if (size_refused(nx, ny, 1, "dim")) return false;
+    Bytes resized = reechantillonne(p, nx, ny);
+    work.px = std::move(resized);
+    work.w = nx;
+    work.h = ny;
+    p = ImageView{work.px.data(), nx, ny, 1};
+  }
+  return true;
+}
+
+}  // namespace
+
+int WRITE_IMAGE_b(word* s, const word* ob, word* st, const word* lim) {
+  if (!has_word(s, KW_image)) return bloc_0(s, ob, st, lim);
+  std::string name;
+  if (!nom_fichier_image(s, 0, name)) return -1;
+  if (name.empty()) {
+    err_syntaxe(97, KW_write, " image name(\"file.bmp\")\n");
+    return -1;
+  }
+  if (name.find('.') == std::string::npos) {
+    VOIR_CHAR("%s", name.c_str());
+    voir_message(0, 60);
+    return -1;
+  }
+  const ImageFormat* f = format_of(name);
+  if (!f) {
+    VOIR_CHAR("%s", extension_of(name).c_str());
+    voir_message(0, 65);
+    return -1;
+  }
+  ImageData held, work;
+  ImageView p;
+  if (!source(s, held, p)) return -1;
+  if (!p.px || p.w <= 0 || p.h <= 0) return set_result_nil(s);  // no window: nothing to picture
+  if (!transforme(s, p, work)) return -1;
+  if (has_word(s, KW_line) && f->encode == WRITE_IMAGE_RAW) {
+    float band[2];
+    if (arg_floats(s, KW_line, band, 2) < 2) return usage_line();
+    const int r = WRITE_IMAGE_RAW_LINE(name, p, arg_entier(s, KW_line, 0, 0), arg_entier(s, KW_line, 1, 0));
+    return r < 0 ? -1 : set_result_nil(s);
+  }
+  const Bytes bytes = f->encode(p, options_format(s));
+  if (bytes.empty() || !ecrit_image_fichier(nom_ecrit(name, f), bytes)) {
+    TRACE_FAIL("WRITE_IMAGE()");
+    return -1;
+  }
+  return set_result_nil(s);
+}

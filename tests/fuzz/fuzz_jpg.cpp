@@ -1,0 +1,4 @@
+// libFuzzer target: any bytes read as a jpg file.
+#include "fuzz_image.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) { return fuzz_decoder(jpg_read, data, size); }
