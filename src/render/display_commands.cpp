@@ -6,7 +6,9 @@
 #include "kernel/report.h"
 #include "render/cmd_args.h"
 #include "render/commands.h"
+#include "image/image_object.h"
 #include "render/display.h"
+#include "render/image_display.h"
 #include "scene/chains.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
@@ -22,13 +24,16 @@ std::vector<Objet*> nommes(word* s, int kind) {
   return out;
 }
 
-// `displ vol(1)=n` (also of `object`, `light`, `view`) writes the
-// objects' displ word; `displ light(2)` and `displ view(2)` answer it.
+// The displ word of an object: an image's Visible word, else `valid`.
+int& mot(Objet* o) { return o->kind == KW_image ? o->work[IW_VISIBLE] : o->valid; }
+
+// `displ vol(1)=n` (also of `object`, `light`, `view`, `image`) writes
+// the objects' displ word; `displ light(2)` and `displ view(2)` answer it.
 int mot_displ(word* s, const word* ob, const word* lim, int kind) {
   std::vector<Objet*> objs = nommes(s, kind);
   if (!ob) {
     std::vector<float> words;
-    for (Objet* o : objs) words.push_back(static_cast<float>(o->valid));
+    for (Objet* o : objs) words.push_back(static_cast<float>(mot(o)));
     return words.empty() ? set_result_nil(s) : set_result_floats(s, lim, words);
   }
   float n = 0;
@@ -36,7 +41,7 @@ int mot_displ(word* s, const word* ob, const word* lim, int kind) {
     err_illegal("displ");
     return -1;
   }
-  for (Objet* o : objs) o->valid = static_cast<int>(n);
+  for (Objet* o : objs) mot(o) = static_cast<int>(n);
   return set_result_nil(s);
 }
 
@@ -46,13 +51,20 @@ int DISPL_b(word* s, const word* ob, word* st, const word* lim) {
   if (has_word(s, KW_fog)) return bloc_0(s, ob, st, lim);
   for (int kind : {KW_view, KW_light})
     if (has_word(s, kind)) return mot_displ(s, ob, lim, kind);
-  for (int kind : {KW_vol, KW_object})
+  for (int kind : {KW_vol, KW_object, KW_image})
     if (ob && has_word(s, kind)) return mot_displ(s, ob, lim, kind);
   if (ob) return bloc_0(s, ob, st, lim);
   if (has_word(s, KW_exec)) return DISPLAY_EXEC(s, lim);
+  // `displ image(1,2)` draws those images now.
+  if (has_word(s, KW_image)) {
+    DISPLAY_IMAGE(nommes(s, KW_image));
+    return set_result_nil(s);
+  }
   if (DISPLAY_VOL(s) < 0) {
     TRACE_FAIL("DISPLAY_VOL()");
     return -1;
   }
+  // The visible images lie over the scene, as at each image.
+  DISPLAY_IMAGE_VISIBLES();
   return set_result_nil(s);
 }

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 
+#include "render/text.h"
 #include "render/window.h"
 
 std::vector<uint8_t> pixels_fenetre(int* w, int* h) {
@@ -24,13 +25,7 @@ void dessine_pixels(const uint8_t* px, int w, int h, int x, int y) {
   if (!gl_on() || !px || w <= 0 || h <= 0) return;
   const WindowState& ws = win();
   glPushAttrib(GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT | GL_PIXEL_MODE_BIT);
-  glMatrixMode(GL_PROJECTION);
-  glPushMatrix();
-  glLoadIdentity();
-  glOrtho(0, ws.Dimx, 0, ws.Dimy, -1, 1);
-  glMatrixMode(GL_MODELVIEW);
-  glPushMatrix();
-  glLoadIdentity();
+  repere_pixels(true);
   glDisable(GL_DEPTH_TEST);
   glDisable(GL_LIGHTING);
   glEnable(GL_BLEND);
@@ -43,9 +38,6 @@ void dessine_pixels(const uint8_t* px, int w, int h, int x, int y) {
   glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
   glDrawPixels(w, h, GL_RGBA, GL_UNSIGNED_BYTE, px);
   glFlush();
-  glPopMatrix();
-  glMatrixMode(GL_PROJECTION);
-  glPopMatrix();
-  glMatrixMode(GL_MODELVIEW);
+  repere_pixels(false);
   glPopAttrib();
 }
