@@ -7,14 +7,10 @@
 #include "kernel/kernel.h"
 #include "kernel/report.h"
 
-namespace {
-
-std::string dans(const std::string& folder, const std::string& name) {
+std::string dans_dossier(const std::string& folder, const std::string& name) {
   if (folder.empty()) return name;
   return folder.back() == '/' ? folder + name : folder + "/" + name;
 }
-
-}  // namespace
 
 OsFile* ouvre_image(const std::string& name, FileMode mode, std::string* path) {
   if (mode == FileMode::write || mode == FileMode::append) {
@@ -24,7 +20,7 @@ OsFile* ouvre_image(const std::string& name, FileMode mode, std::string* path) {
     return f;
   }
   const KernelState& k = kernel();
-  for (const std::string& p : {name, dans(k.ima, name), dans(k.env, name), dans(k.exe, name)})
+  for (const std::string& p : {name, dans_dossier(k.ima, name), dans_dossier(k.env, name), dans_dossier(k.exe, name)})
     if (OsFile* f = os_open(p.c_str(), mode)) {
       if (path) *path = p;
       return f;

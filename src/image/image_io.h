@@ -8,6 +8,9 @@
 #include "kernel/objet.h"
 #include "platform/files.h"
 
+// `name` inside `folder` (as given when the folder is empty).
+std::string dans_dossier(const std::string& folder, const std::string& name);
+
 // Opens an image file. For reading (and update) the name is searched as
 // given, then in the `ima=`, `env=` and `exe=` folders, and the path
 // found is left in *path; a name found nowhere reports "name: NOT FOUND".

@@ -5,6 +5,7 @@
 #include "image/image_commands.h"
 #include "image/image_io.h"
 #include "image/image_object.h"
+#include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "render/cmd_args.h"
@@ -78,6 +79,16 @@ bool transforme(word* s, ImageView& p, ImageData& work) {
   return true;
 }
 
+// A jpg leaves, in the `exe=` folder when there is one, the files that
+// the converters of the first versions passed it through: the picture as
+// tmp.bmp and the compressed file as tmp.jpg.
+bool etapes_jpg(const ImageView& p, const Bytes& jpg) {
+  const std::string& exe = kernel().exe;
+  if (!os_is_folder(exe.empty() ? "." : exe.c_str())) return true;
+  return ecrit_image_fichier(dans_dossier(exe, "tmp.bmp"), bmp_bytes(p, FormatOptions{})) &&
+         ecrit_image_fichier(dans_dossier(exe, "tmp.jpg"), jpg);
+}
+
 }  // namespace
 
 int WRITE_IMAGE_b(word* s, const word* ob, word* st, const word* lim) {
@@ -111,6 +122,7 @@ int WRITE_IMAGE_b(word* s, const word* ob, word* st, const word* lim) {
     return r < 0 ? -1 : set_result_nil(s);
   }
   const Bytes bytes = f->encode(p, options_format(s));
+  if (!bytes.empty() && f->encode == jpg_bytes && !etapes_jpg(p, bytes)) return -1;
   if (bytes.empty() || !ecrit_image_fichier(nom_ecrit(name, f), bytes)) {
     TRACE_FAIL("WRITE_IMAGE()");
     return -1;

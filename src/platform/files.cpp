@@ -46,3 +46,8 @@ long long clock_ms() {
   using namespace std::chrono;
   return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
 }
+
+bool os_is_folder(const char* path) {
+  std::error_code ec;
+  return std::filesystem::is_directory(path, ec);
+}

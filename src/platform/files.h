@@ -19,6 +19,8 @@ bool os_write(OsFile* f, const char* s, size_t n);
 // Moves to byte `offset` from the start; false when it cannot.
 bool os_seek(OsFile* f, long long offset);
 void os_close(OsFile* f);
+// True when the path names an existing folder.
+bool os_is_folder(const char* path);
 
 // Milliseconds of a monotonic clock.
 long long clock_ms();

@@ -31,6 +31,25 @@ TEST_F(ImageCommands, EveryFormatRoundTripsThroughTheCommands) {
   EXPECT_EQ(image_ny(image_numero(21)), 3);
 }
 
+TEST_F(ImageCommands, AJpegLeavesItsStagesInTheExecutablesFolder) {
+  ASSERT_NE(motif(1, 4, 4), nullptr);
+  const std::string exe = kernel().exe;
+  kernel().exe = dir.string() + "/";
+  ok("write image(1) name(\"" + at("b.jpg") + "\")");
+  kernel().exe = exe;
+  // tmp.jpg is the file written; tmp.bmp the picture it came from.
+  EXPECT_EQ(file(at("tmp.jpg")), file(at("b.jpg")));
+  ok("read image(2) name(\"" + at("tmp.bmp") + "\")");
+  Objet* staged = image_numero(2);
+  ASSERT_NE(staged, nullptr);
+  const Bytes a = bytes_of(image_numero(1)), b = bytes_of(staged);
+  ASSERT_EQ(a.size(), b.size());
+  for (size_t i = 0; i < a.size(); i++)
+    if (i % 4 != 3) {
+      EXPECT_EQ(a[i], b[i]) << i;
+    }
+}
+
 TEST_F(ImageCommands, NumbersGoBetweenBaseAndExtension) {
   ASSERT_NE(motif(1, 2, 2), nullptr);
   ok("write image(1) name(\"" + at("a.bmp") + "\") number(\"4D\",7)");
