@@ -56,4 +56,14 @@ TEST(WindowTexture, ATextureFollowsTheChangesOfItsImage) {
   EXPECT_EQ(green.count(pure_red), 0);
 }
 
+TEST(WindowTexture, GeneratedFacetsAreTexturedToo) {
+  REQUIRE_XVFB();
+  WindowRun run(std::string("image(1) dim(8,8) col(1,0,0)\n") + TURNED_CUBE +
+                "texture vol(1)=1\nfrac vol(1)=1\ngenerate frac vol(1)\nyes frac\ndispl\n"
+                "write image name(\"gen.bmp\")\nbye abs\n");
+  Picture p = run.picture("gen.bmp");
+  EXPECT_GT(p.count(pure_red), 10000) << run.out;
+  EXPECT_EQ(p.count(290, 210, 470, 370, grey), 0);
+}
+
 }  // namespace
