@@ -110,4 +110,11 @@ TEST_F(Views, TheBackgroundKeepsItsImageRangeHalf) {
   expect_floats(floats("back"), {0, 0, 0.75f}, "back ini");
 }
 
+TEST_F(Views, AReshapeToNothingIsReportedAndIgnored) {
+  Capture out;
+  Reshape_Func(0, 0);
+  Reshape_Func(640, -3);
+  EXPECT_EQ(out.take(), "Warning Reshape_Func(0, 0)\nWarning Reshape_Func(640, -3)\n");
+}
+
 }  // namespace

@@ -24,3 +24,21 @@ TEST(WindowList, SubWindowsAreMadeAnsweredAndTakeTheFocus) {
 }
 
 }  // namespace
+
+namespace {
+
+// The window's size as `win` answers it: width, height, x, y.
+std::string taille(const std::string& options) {
+  WindowRun run("win\nbye abs\n", options);
+  const size_t at = run.out.find(" ?");
+  return at == std::string::npos ? run.out : run.out.substr(at + 2, run.out.find('\n', at) - at - 2);
+}
+
+TEST(WindowList, TheWindowIsClippedToTheScreenAndShortenedByANegativeHeight) {
+  REQUIRE_XVFB();
+  EXPECT_EQ(taille("x=5000 y=5000"), "1024.000000 768.000000 0.000000 0.000000 ");
+  EXPECT_EQ(taille("x=500 y=-100"), "500.000000 668.000000 0.000000 0.000000 ");
+  EXPECT_EQ(taille("x=0.5 y=0.5"), "512.000000 384.000000 0.000000 0.000000 ");
+}
+
+}  // namespace

@@ -61,7 +61,8 @@ struct WindowRun {
   std::string out;
   std::filesystem::path dir;
   bool ran = false;
-  WindowRun(const std::string& script) {
+  // `options` go on the command line.
+  explicit WindowRun(const std::string& script, const std::string& options = "") {
     static int runs = 0;
     runs++;
     dir = std::filesystem::temp_directory_path() /
@@ -71,7 +72,7 @@ struct WindowRun {
     // A server number of our own: parallel tests do not race for one.
     const int server = 100 + (getpid() * 16 + runs) % 4000;
     const std::string cmd = "cd '" + dir.string() + "' && timeout 60 xvfb-run -a -n " + std::to_string(server) +
-                            " -s '-screen 0 1024x768x24' " ORVELA_BINARY " < script.orv > out.txt 2>&1";
+                             " -s '-screen 0 1024x768x24' " ORVELA_BINARY " " + options + " < script.orv > out.txt 2>&1";
     ran = std::system(cmd.c_str()) == 0;
     std::ifstream f(dir / "out.txt");
     out.assign(std::istreambuf_iterator<char>(f), {});
