@@ -48,4 +48,20 @@ TEST(WindowDisplay, LightsPastTheLimitAreRefusedAndNoDisplDrawsNothing) {
   EXPECT_EQ(p.count(drawn), 0);
 }
 
+TEST(WindowDisplay, FogSwitchedOnByGraphicStaysUntilNoFog) {
+  REQUIRE_XVFB();
+  WindowRun run(
+      "cube(1) dim(50)\neye(0,0,-1000)\ncol vol(1)=1,0,0\nyes illum\ngraphic(\"glEnable(GL_FOG)\")\n"
+      "displ\nwrite image name(\"on.bmp\")\nscreen\ndispl\nwrite image name(\"still.bmp\")\n"
+      "no fog\nscreen\ndispl\nwrite image name(\"off.bmp\")\nbye abs\n");
+  // GL's own fog covers the whole depth: the face takes its black.
+  auto fogged = [](Rgb c) { return c.r < 10 && c.g < 10 && c.b < 10; };
+  for (const char* name : {"on.bmp", "still.bmp"}) {
+    Picture p = run.picture(name);
+    EXPECT_GT(p.count(370, 275, 400, 300, fogged), 700) << name << run.out;
+  }
+  Picture off = run.picture("off.bmp");
+  EXPECT_GT(off.count(370, 275, 400, 300, reddish), 700);
+}
+
 }  // namespace
