@@ -17,8 +17,9 @@ class Views : public SceneTest {
     ok("foc(1)");
     ok("roll(0)");
   }
+  // Every view goes: the next command makes the start-up view again.
   void TearDown() override {
-    run("rem view(2,3,4)");
+    rem_tous(chaine_classe(KW_view), 0, 0);
     SceneTest::TearDown();
   }
 };
