@@ -128,7 +128,10 @@ int lire_image_tga(const uint8_t* d, size_t n, const FormatOptions& o, ImageData
   }
   const TgaHeader t = lit_entete(d);
   if (o.debug >= 2) montre_entete(t);
-  if (!entete_lisible(t)) return -1;
+  if (!entete_lisible(t)) {
+    out.clear = true;  // a header of another kind leaves the image cleared
+    return -1;
+  }
   if (!prepare_image(out, t.width, t.height, 1, "lire_image_tga()")) return -1;
   const size_t skip = static_cast<size_t>(t.id_length) + static_cast<size_t>(t.map_type) * t.map_length;
   const size_t at = TGA_HEADER + skip;

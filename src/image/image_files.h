@@ -17,6 +17,7 @@ struct ImageData {
   int w = 0, h = 0, nz = 1;
   Bytes px;
   size_t valid = 0;
+  bool clear = false;  // a failed read leaves the image it was for black
 };
 
 // Pixels to encode: w*h*nz pixels at px.

@@ -2,6 +2,7 @@
 // with no image number, drawn in the window and then thrown away.
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 #include "image/image_commands.h"
 #include "image/image_io.h"
@@ -78,6 +79,12 @@ void dans_fenetre(word* s, const ImageData& d) {
   dessine_pixels(d.px.data(), d.w, d.h, x, y);
 }
 
+// The pixels of an image, all to 0.
+void efface_image(Objet* o) {
+  if (uint8_t* px = o ? pixels_image(o) : nullptr)
+    std::memset(px, 0, static_cast<size_t>(image_nx(o)) * image_ny(o) * image_nz(o) * 4);
+}
+
 }  // namespace
 
 int READ_IMAGE_b(word* s, const word*, word*, const word*) {
@@ -110,6 +117,7 @@ int READ_IMAGE_b(word* s, const word*, word*, const word*) {
   FormatOptions o = options_format(s);
   ImageData d;
   if (f->decode(bytes.data(), bytes.size(), o, d) < 0 || redimensionne(s, d) < 0) {
+    if (d.clear && nids >= 1) efface_image(image_numero(ids[0]));
     TRACE_FAIL("READ_IMAGE()");
     return -1;
   }

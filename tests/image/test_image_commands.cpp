@@ -50,6 +50,29 @@ TEST_F(ImageCommands, AJpegLeavesItsStagesInTheExecutablesFolder) {
     }
 }
 
+TEST_F(ImageCommands, ATargaOfAnotherKindClearsTheImageAndAShortOneKeepsIt) {
+  Objet* o = motif(5, 2, 2);
+  ASSERT_NE(o, nullptr);
+  const Bytes before = bytes_of(o);
+  // 18 header bytes: type 1, 24 bits, 2 x 2.
+  Bytes head(18, 0);
+  head[2] = 1;
+  head[12] = head[14] = 2;
+  head[16] = 24;
+  put(at("kind.tga"), head);
+  EXPECT_NE(fails("read image(5) name(\"" + at("kind.tga") + "\")").find("Can only handle image type 2 and 10"),
+            std::string::npos);
+  EXPECT_EQ(bytes_of(image_numero(5)), Bytes(16, 0));
+  // A right header with its pixels cut short: the image stays as it was.
+  ASSERT_NE(motif(5, 2, 2), nullptr);
+  head[2] = 2;
+  head.insert(head.end(), {1, 2, 3});
+  put(at("short.tga"), head);
+  EXPECT_NE(fails("read image(5) name(\"" + at("short.tga") + "\")").find("Unexpected end of file at pixel 1"),
+            std::string::npos);
+  EXPECT_EQ(bytes_of(image_numero(5)), before);
+}
+
 TEST_F(ImageCommands, NumbersGoBetweenBaseAndExtension) {
   ASSERT_NE(motif(1, 2, 2), nullptr);
   ok("write image(1) name(\"" + at("a.bmp") + "\") number(\"4D\",7)");
