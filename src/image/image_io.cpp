@@ -50,7 +50,9 @@ bool ecrit_image_fichier(const std::string& name, const Bytes& bytes) {
 
 ImageView picture_of(Objet* o) {
   ImageView p;
-  p.px = pixels_image(o);
+  // Read only: a texture of the image need not be sent again.
+  const word* b = pixels_lecture(o);
+  p.px = b ? octets(b) : nullptr;
   if (p.px) {
     p.w = image_nx(o);
     p.h = image_ny(o);
