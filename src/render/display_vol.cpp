@@ -16,6 +16,7 @@
 #include "render/draw.h"
 #include "render/lights.h"
 #include "render/text.h"
+#include "render/textures.h"
 #include "render/view.h"
 #include "render/window.h"
 #include "scene/chains.h"
@@ -323,6 +324,7 @@ int DISPLAY_VOL(word* command) {
   WindowState& w = win();
   if (mode == 0 || !gl_on()) return 0;
   if (mode == 2 || w.Mode_soft == 2 || w.Mode_soft == 0) return 0;  // no software path
+  textures_orphelines();
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
   glEnable(GL_DEPTH_TEST);

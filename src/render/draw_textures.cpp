@@ -91,14 +91,17 @@ int DISPLAY_TEXTURE(Objet* o, const DisplayRecord& r, int mode, bool generated) 
     const int res = DISPLAY_1(o, r, mode, generated, &tx);
     return res < 0 ? res : 1;
   }
-  // Passes after the first lie over it: no depth test among them.
-  int res = 0;
+  // Passes after the first lie over it: no depth test among them. An
+  // image that is gone makes no pass; with none, the plain member draws.
+  int res = 0, drawn = 0;
   for (size_t p = 0; p < passes.size() && res >= 0; p++) {
-    if (p == 1) glDisable(GL_DEPTH_TEST);
     if (!lie_texture(passes[p])) continue;
+    if (drawn == 1) glDisable(GL_DEPTH_TEST);
     tx.alpha = r[R_transp_texture] ? 1 - valeur(r[R_transp_texture], static_cast<int>(p)) : -1;
     res = DISPLAY_1(o, r, mode, generated, &tx);
+    drawn++;
   }
-  if (passes.size() > 1) glEnable(GL_DEPTH_TEST);
-  return res < 0 ? res : 1;
+  if (drawn > 1) glEnable(GL_DEPTH_TEST);
+  if (res < 0) return res;
+  return drawn > 0 ? 1 : 0;
 }

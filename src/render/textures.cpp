@@ -3,6 +3,7 @@
 #include <GL/gl.h>
 
 #include <unordered_map>
+#include <unordered_set>
 
 #include "image/image_object.h"
 #include "kernel/handles.h"
@@ -68,3 +69,18 @@ bool lie_texture(int id) {
 void lie_texture_facette(const word* images, int facet) { lie_texture(image_facette(images, facet)); }
 
 void textures_oubliees() { table().clear(); }
+
+void textures_orphelines() {
+  auto& t = table();
+  if (t.empty()) return;
+  std::unordered_set<const Objet*> vivantes;
+  for (const Objet* o = chaine_images()->next; o; o = o->next) vivantes.insert(o);
+  for (auto it = t.begin(); it != t.end();) {
+    if (vivantes.count(it->first)) {
+      ++it;
+      continue;
+    }
+    glDeleteTextures(1, &it->second.name);
+    it = t.erase(it);
+  }
+}

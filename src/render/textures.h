@@ -15,3 +15,5 @@ int image_facette(const word* images, int facet);
 void lie_texture_facette(const word* images, int facet);
 // Forgets the names (the window that held them is gone).
 void textures_oubliees();
+// Gives back the names of images that are no longer in the image list.
+void textures_orphelines();

@@ -47,13 +47,21 @@ TEST(WindowTexture, ATextureFollowsTheChangesOfItsImage) {
   REQUIRE_XVFB();
   WindowRun run(std::string("image(1) dim(8,8) col(1,0,0)\n") + TURNED_CUBE +
                 "texture vol(1)=1\ndispl\nwrite image name(\"red.bmp\")\n"
-                "image(1) col(0,1,0)\nscreen\ndispl\nwrite image name(\"green.bmp\")\nbye abs\n");
+                "image(1) col(0,1,0)\nscreen\ndispl\nwrite image name(\"green.bmp\")\n"
+                "rem image(1)\nscreen\ndispl\nwrite image name(\"gone.bmp\")\n"
+                "image(1) dim(4,4) col(1,0,0)\nscreen\ndispl\nwrite image name(\"again.bmp\")\nbye abs\n");
   Picture red = run.picture("red.bmp");
   Picture green = run.picture("green.bmp");
   EXPECT_GT(red.count(pure_red), 10000) << run.out;
   EXPECT_EQ(red.count(greenish), 0);
   EXPECT_GT(green.count(greenish), 10000);
   EXPECT_EQ(green.count(pure_red), 0);
+  // With its image gone the cube is drawn plain; a new image 1 is used.
+  Picture gone = run.picture("gone.bmp");
+  EXPECT_GT(gone.count(290, 210, 470, 370, grey), 10000);
+  EXPECT_EQ(gone.count(greenish), 0);
+  Picture again = run.picture("again.bmp");
+  EXPECT_GT(again.count(pure_red), 10000);
 }
 
 TEST(WindowTexture, GeneratedFacetsAreTexturedToo) {
