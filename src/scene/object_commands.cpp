@@ -288,13 +288,15 @@ int LIST_b(word* s, const word* ob, word* st, const word* lim) {
   (void)ob;
   (void)st;
   const int first = first_item(s)[2];
-  if (!objet_item(s, mot_objet_rem)) {
+  // Windows are listed though `rem` does not take them.
+  auto listable = [](int code) { return code == KW_win || mot_objet_rem(code); };
+  if (!objet_item(s, listable)) {
     if (first == KW_status) return a_status(s, lim);
     err_syntaxe(97, first, "func, var, (\"define\") or an object word: vol, vol(id)...\n");
     return -1;
   }
   const bool full = first != KW_list;
-  for (Objet* o : objets_de(s, mot_objet_rem)) {
+  for (Objet* o : objets_de(s, listable)) {
     voir_objet(o);
     if (!full || !o->local || tag(o->local) != T_PROPRIETES) continue;
     for (int i = 0; i < o->local[2]; i++)

@@ -6,7 +6,7 @@ namespace {
 TEST(WindowList, SubWindowsAreMadeAnsweredAndTakeTheFocus) {
   REQUIRE_XVFB();
   WindowRun run(
-      "win(\"panel\") dim(200,100) poi(-384,-288)\nwin(\"panel\")\nwin(\"panel\") poi(-100,-50)\n"
+      "win(\"panel\") dim(200,100) poi(-384,-288)\nlist win\nwin(\"panel\")\nwin(\"panel\") poi(-100,-50)\n"
       "win(\"panel\")\nwin(\"ORVELA\")\nwin foc(\"nothere\")\nwin foc(\"panel\")\nback(0,1,0)\nscreen\n"
       "win foc(\"ORVELA\")\ncube(1) dim(50)\neye(0,0,-1000)\ncol vol(1)=1,0,0\ndispl\n"
       "write image name(\"main.bmp\")\nbye abs\n");
@@ -16,6 +16,7 @@ TEST(WindowList, SubWindowsAreMadeAnsweredAndTakeTheFocus) {
   // The main window is in the list under its title.
   EXPECT_NE(run.out.find("768.000000 576.000000"), std::string::npos);
   EXPECT_NE(run.out.find("nothere:"), std::string::npos);
+  EXPECT_NE(run.out.find("win (0)(ORVELA)\n win (0)(panel)"), std::string::npos);
   // The green `screen` cleared the panel alone, and with the focus back
   // the cube is drawn in the main window.
   Picture p = run.picture("main.bmp");
