@@ -33,7 +33,7 @@ bool au_moins(word* s, int code, size_t n, std::vector<float>& v) {
 int opt_dim(Objet* o, word* s) {
   std::vector<float> v;
   if (!au_moins(s, KW_dim, 1, v)) return usage(KW_dim, "(nx,ny)\a\n");
-  const int nx = entier(v[0]), ny = v.size() > 1 ? entier(v[1]) : nx;
+  const int nx = entier_borne(v[0]), ny = v.size() > 1 ? entier_borne(v[1]) : nx;
   bool adjust = false;
   if (valeurs_mot(s, KW_adjust, &adjust).empty() && adjust) return REDIM_IMAGE(o, nx, ny);
   if (nx == image_nx(o) && ny == image_ny(o) && image_nz(o) == 1) return 0;
@@ -52,7 +52,7 @@ int opt_adjust(Objet* o, word* s) {
 int opt_cut(Objet* o, word* s) {
   std::vector<float> v;
   if (!au_moins(s, KW_cut, 4, v)) return usage(KW_cut, "(x1,y1,x2,y2)\a\n");
-  return IMAGE_CUT(o, entier(v[0]), entier(v[1]), entier(v[2]), entier(v[3]));
+  return IMAGE_CUT(o, entier_borne(v[0]), entier_borne(v[1]), entier_borne(v[2]), entier_borne(v[3]));
 }
 
 int opt_ini(Objet* o, word*) { return IMAGE_INI(o); }
@@ -79,7 +79,7 @@ int opt_rectangle(Objet* o, word* s) {
   uint8_t rgba[4] = {255, 255, 255, 255};
   if (au_moins(s, KW_col, 3, c))
     for (int k = 0; k < 3; k++) rgba[k] = octet(c[static_cast<size_t>(k)]);
-  RECTANGLE_IMAGE(o, entier(v[0]), entier(v[1]), entier(v[2]), entier(v[3]), rgba);
+  RECTANGLE_IMAGE(o, entier_borne(v[0]), entier_borne(v[1]), entier_borne(v[2]), entier_borne(v[3]), rgba);
   return 0;
 }
 
@@ -207,7 +207,7 @@ int DIM_IMAGE(word* s, const word* ob, word* st, const word* lim) {
     std::vector<float> v;
     value_floats(ob, v);
     if (v.empty()) return usage(KW_dim, "image(id)=nx,ny\a\n");
-    const int nx = entier(v[0]), ny = v.size() > 1 ? entier(v[1]) : nx;
+    const int nx = entier_borne(v[0]), ny = v.size() > 1 ? entier_borne(v[1]) : nx;
     return pour_chaque_image(sel, "DIM_IMAGE()", [&](Objet* o) { return REDIM_IMAGE(o, nx, ny); });
   }
   std::vector<float> f;

@@ -60,8 +60,8 @@ static int DISK_IMAGE_1(Objet* o, Disque d) {
     d.cx = std::clamp(d.cx, d.r, std::max(d.r, static_cast<float>(nx - 1) - d.r));
     d.cy = std::clamp(d.cy, d.r, std::max(d.r, static_cast<float>(ny - 1) - d.r));
   }
-  const int x0 = std::max(0, entier(d.cx - d.r - 1)), x1 = std::min(nx - 1, entier(d.cx + d.r + 2));
-  const int y0 = std::max(0, entier(d.cy - d.r - 1)), y1 = std::min(ny - 1, entier(d.cy + d.r + 2));
+  const int x0 = std::max(0, entier_borne(d.cx - d.r - 1)), x1 = std::min(nx - 1, entier_borne(d.cx + d.r + 2));
+  const int y0 = std::max(0, entier_borne(d.cy - d.r - 1)), y1 = std::min(ny - 1, entier_borne(d.cy + d.r + 2));
   uint8_t* px = pixels_image(o);
   for (int y = y0; y <= y1; y++)
     for (int x = x0; x <= x1; x++) {
@@ -102,7 +102,7 @@ int DISK_IMAGE(word* s, const word* ob, word* st, const word* lim) {
   if (find_item(s, KW_transp)) d.alpha = 1 - option_1(s, KW_transp, 0);
   d.normal = find_item(s, KW_normal) != nullptr;
   if (find_item(s, KW_limit)) d.bord = option_1(s, KW_limit, 1);
-  d.precision = std::clamp(entier(option_1(s, KW_precision, 1)), 1, 16);
+  d.precision = std::clamp(entier_borne(option_1(s, KW_precision, 1)), 1, 16);
   d.inside = find_item(s, KW_inside) != nullptr;
   if (d.rayon && d.r <= 0) {
     voir_mot(KW_radius);

@@ -50,8 +50,8 @@ int INTERPOL_b(word* s, const word* ob, word* st, const word* lim) {
     voir_texte("(n) image(id1,id2,...) number(destination)\a\n");
     return -1;
   }
-  const int n = std::clamp(entier(option_1(s, KW_interpol, 0)), 0, 100000);
-  const int d = std::clamp(entier(option_1(s, KW_number, static_cast<float>(std::max(0, num_max(1, KW_image)) + 1))), -100000000, 100000000);
+  const int n = std::clamp(entier_borne(option_1(s, KW_interpol, 0)), 0, 100000);
+  const int d = std::clamp(entier_borne(option_1(s, KW_number, static_cast<float>(std::max(0, num_max(1, KW_image)) + 1))), -100000000, 100000000);
   for (int k = 0; k + 1 < m; k++)
     if (INTERPOL_IMAGE_1(ids, d + k * (n + 1), k, n) < 0) {
       TRACE_FAIL("INTERPOL_IMAGE_1()");

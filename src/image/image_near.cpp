@@ -105,7 +105,7 @@ int NEAR_IMAGE(word* s, const word* ob, word* st, const word* lim) {
   bool number = false;
   std::vector<float> num = valeurs_mot(s, KW_number, &number);
   if (number && num.size() < 2) num.assign(NUMBER_DEFAUT, NUMBER_DEFAUT + 2);
-  r.passes = entier(option_1(s, KW_dup, 1));
+  r.passes = entier_borne(option_1(s, KW_dup, 1));
   r.limite = option_1(s, KW_limit, 0.5f);
   for (int code : {KW_rand, KW_alea})
     if (find_item(s, code)) {

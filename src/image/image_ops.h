@@ -52,9 +52,10 @@ int copie_image(Objet* dst, Objet* src);
 // that should have the same size do not.
 void err_tailles(Objet* a, Objet* b);
 
-// A float as an int, NaN as 0 and the rest held within +-1e9, so that any
-// number a user gives converts safely.
-inline int entier(float f) {
+// A float as an int, rounded down, NaN as 0 and the rest held within
+// +-1e9, so that any number a user gives converts safely and sums of two
+// of them do not overflow (the kernel's `entier` truncates instead).
+inline int entier_borne(float f) {
   if (!(f == f)) return 0;
   return f < -1e9f ? -1000000000 : f > 1e9f ? 1000000000 : static_cast<int>(std::floor(f));
 }

@@ -94,7 +94,7 @@ void lisse_noyau(const uint8_t* src, uint8_t* dst, int nx, int ny, const Noyau& 
 Noyau noyau_lissage(const std::vector<float>* values, int nx, int ny) {
   if (!values || values->empty()) return boite(3);
   if (values->size() == 1) {
-    int n = entier((*values)[0]);
+    int n = entier_borne((*values)[0]);
     if (n < 2) return boite(1);
     if (n % 2 == 0) n++;
     if (n >= nx / 2 - 1) n = nx / 2 - 2;

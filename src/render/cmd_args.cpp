@@ -1,5 +1,9 @@
 #include "render/cmd_args.h"
 
+#include "kernel/access.h"
+#include "scene/chains.h"
+#include "scene/lookup.h"
+
 int floats_into(const word* v, float* out, int n) {
   if (!v) return 0;
   const int count = std::min(value_elements(v), n);
@@ -17,5 +21,20 @@ int floats_into(const word* v, float* out, int n) {
 int arg_int(word* s, int code, int i, int dflt) {
   float f[16];
   if (i >= 16) return dflt;
-  return arg_floats(s, code, f, 16) > i ? static_cast<int>(f[i]) : dflt;
+  return arg_floats(s, code, f, 16) > i ? entier(f[i]) : dflt;
+}
+
+float value_at(const word* v, int i, float dflt) {
+  if (!v || i < 0 || i >= value_elements(v) || i >= size(v) - 4) return dflt;
+  if (tag(v) == T_FLOAT) return getf(v, i);
+  if (tag(v) == T_LONG) return static_cast<float>(v[4 + i]);
+  return dflt;
+}
+
+std::vector<Objet*> nommes(word* s, int kind) {
+  std::vector<Objet*> out;
+  const word* sel = arg_of(s, kind);
+  for (int i = 0; sel && i < nb_selection(sel); i++)
+    if (Objet* o = get_objet_simple(chaine_classe(kind), sel, i)) out.push_back(o);
+  return out;
 }

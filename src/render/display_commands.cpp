@@ -2,27 +2,16 @@
 // the exec menu's buttons.
 #include <vector>
 
+#include "image/image_object.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "render/cmd_args.h"
 #include "render/commands.h"
-#include "image/image_object.h"
 #include "render/display.h"
 #include "render/image_display.h"
-#include "scene/chains.h"
 #include "scene/graphic.h"
-#include "scene/lookup.h"
 
 namespace {
-
-// The objects that the items of one kind word name.
-std::vector<Objet*> nommes(word* s, int kind) {
-  std::vector<Objet*> out;
-  const word* sel = arg_of(s, kind);
-  for (int i = 0; sel && i < nb_selection(sel); i++)
-    if (Objet* o = get_objet_simple(chaine_classe(kind), sel, i)) out.push_back(o);
-  return out;
-}
 
 // The displ word of an object: an image's Visible word, else `valid`.
 int& mot(Objet* o) { return o->kind == KW_image ? o->work[IW_VISIBLE] : o->valid; }

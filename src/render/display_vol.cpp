@@ -127,14 +127,8 @@ int affiche_suiveurs(Objet* o, const DisplayRecord& r, word* command) {
 
 // The objects named by `vol(id)` or `object(id)` of the command.
 std::vector<Objet*> objets_nommes(word* command) {
-  std::vector<Objet*> out;
-  for (int code : {KW_vol, KW_object}) {
-    const word* sel = arg_of(command, code);
-    if (!sel) continue;
-    Objet* head = chaine_classe(code);
-    for (int i = 0; i < nb_selection(sel); i++)
-      if (Objet* o = get_objet_simple(head, sel, i)) out.push_back(o);
-  }
+  std::vector<Objet*> out = nommes(command, KW_vol);
+  for (Objet* o : nommes(command, KW_object)) out.push_back(o);
   return out;
 }
 

@@ -5,31 +5,22 @@
 // normals by the mode, as the plain members do.
 #include <GL/gl.h>
 
-#include <algorithm>
 #include <vector>
 
 #include "kernel/keywords.h"
+#include "render/cmd_args.h"
 #include "render/draw.h"
 #include "render/textures.h"
 #include "scene/vol_generate.h"
 
 namespace {
 
-int valeurs(const word* v) { return v ? np(v) * (dimp(v) > 0 ? dimp(v) : 1) : 0; }
-
-float valeur(const word* v, int i) {
-  if (!v || i >= valeurs(v)) return 0;
-  if (tag(v) == T_FLOAT) return getf(v, i);
-  if (tag(v) == T_LONG) return static_cast<float>(v[4 + i]);
-  return 0;
-}
-
 // The image numbers of a `texture` value; empty when they are all 0.
 std::vector<int> images_de(const word* v) {
   std::vector<int> ids;
   bool any = false;
-  for (int i = 0; i < valeurs(v); i++) {
-    ids.push_back(static_cast<int>(valeur(v, i)));
+  for (int i = 0; v && i < value_elements(v); i++) {
+    ids.push_back(static_cast<int>(value_at(v, i)));
     any = any || ids.back() > 0;
   }
   if (!any) ids.clear();
@@ -77,7 +68,7 @@ int DISPLAY_TEXTURE(Objet* o, const DisplayRecord& r, int mode, bool generated) 
   const word* fac_images = generated ? r[R_texture_fac_generate] : r[R_texture_fac];
   const std::vector<int> passes = images_de(r[R_texture]);
   bool any_facet = false;
-  for (int i = 0; fac_images && i < np(fac_images) * std::max<int>(dimp(fac_images), 1) && !any_facet; i++)
+  for (int i = 0; fac_images && i < value_elements(fac_images) && !any_facet; i++)
     any_facet = image_facette(fac_images, i) > 0;
   if (!any_facet) fac_images = nullptr;
   if (!fac_images && passes.empty()) return 0;
@@ -97,7 +88,7 @@ int DISPLAY_TEXTURE(Objet* o, const DisplayRecord& r, int mode, bool generated) 
   for (size_t p = 0; p < passes.size() && res >= 0; p++) {
     if (!lie_texture(passes[p])) continue;
     if (drawn == 1) glDisable(GL_DEPTH_TEST);
-    tx.alpha = r[R_transp_texture] ? 1 - valeur(r[R_transp_texture], static_cast<int>(p)) : -1;
+    tx.alpha = r[R_transp_texture] ? 1 - value_at(r[R_transp_texture], static_cast<int>(p)) : -1;
     res = DISPLAY_1(o, r, mode, generated, &tx);
     drawn++;
   }

@@ -7,6 +7,7 @@
 
 #include "image/image_object.h"
 #include "kernel/handles.h"
+#include "render/cmd_args.h"
 
 namespace {
 
@@ -22,22 +23,15 @@ std::unordered_map<const Objet*, Texture>& table() {
   return t;
 }
 
-int premier(const word* v, int i) {
-  if (!v || i < 0 || i >= np(v) * (dimp(v) > 0 ? dimp(v) : 1) || i >= size(v) - 4) return 0;
-  if (tag(v) == T_FLOAT) return static_cast<int>(getf(v, i));
-  if (tag(v) == T_LONG) return v[4 + i];
-  return 0;
-}
-
 }  // namespace
 
 int image_facette(const word* images, int facet) {
   // A table of one block a facet, as `texture fac vol(1)=n` makes it.
   if (images && tag(images) == T_PROPRIETES) {
     if (facet < 0 || facet >= np(images) || facet >= size(images) - 4) return 0;
-    return premier(handle_bloc(images[4 + facet]), 0);
+    return static_cast<int>(value_at(handle_bloc(images[4 + facet]), 0));
   }
-  return premier(images, facet);
+  return static_cast<int>(value_at(images, facet));
 }
 
 bool lie_texture(int id) {

@@ -12,8 +12,24 @@
 #include "scene/chains.h"
 #include "scene/lookup.h"
 
+namespace {
+
+// The orthographic camera of a window of w x h pixels: the scene's
+// origin in the middle of the window.
+void param_ortho(int* p, int w, int h) {
+  const int q[9] = {-w / 2, h / 2, -1000, -w / 2, h / 2, 0, 0, -1, 0};
+  std::memcpy(p, q, sizeof q);
+}
+
+}  // namespace
+
 ViewState& views() {
-  static ViewState v;
+  // Until a window sets it, the camera of the window's start-up size.
+  static ViewState v = [] {
+    ViewState s;
+    param_ortho(s.Param_ortho, win().Dimx, win().Dimy);
+    return s;
+  }();
   return v;
 }
 
@@ -160,11 +176,7 @@ int CAL_VIEW(Objet* v, int flag) {
   return 0;
 }
 
-void init_param_ortho() {
-  const WindowState& w = win();
-  const int p[9] = {-w.Dimx / 2, w.Dimy / 2, -1000, -w.Dimx / 2, w.Dimy / 2, 0, 0, -1, 0};
-  std::memcpy(views().Param_ortho, p, sizeof p);
-}
+void init_param_ortho() { param_ortho(views().Param_ortho, win().Dimx, win().Dimy); }
 
 bool projette_point(const float p[3], float out[3]) {
   Objet* v = vue_active();

@@ -17,9 +17,7 @@ struct ViewState {
   float* P_foc = nullptr;
   float* P_roll = nullptr;
   float* P_cut = nullptr;        // near and far planes
-  // Eye, aim and up of the orthographic camera; init_param_ortho of the
-  // 768 x 576 window until a window sets them.
-  int Param_ortho[9] = {-384, 288, -1000, -384, 288, 0, 0, -1, 0};
+  int Param_ortho[9] = {};       // eye, aim and up of the orthographic camera
   float Dist_eye_aim = 0;
   float Coe_pers = 0;
   float Coe_foc = 0;             // 0: the focal is used as it is

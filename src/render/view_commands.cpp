@@ -23,15 +23,6 @@
 namespace {
 
 // The objects of `view(...)` or `light(...)` in the command.
-std::vector<Objet*> nommes(word* s, int code) {
-  std::vector<Objet*> out;
-  const word* sel = arg_of(s, code);
-  if (!sel) return out;
-  for (int i = 0; i < nb_selection(sel); i++)
-    if (Objet* o = get_objet_simple(chaine_classe(code), sel, i)) out.push_back(o);
-  return out;
-}
-
 // A 3-float property written from `f` (missing coordinates 0).
 bool ecrit3(Objet* o, int code, const float* f) {
   bloc b = set_val_1(o, code, 3);
