@@ -20,12 +20,24 @@ struct SceneEvents {
   void (*vol_release)(Objet*) = nullptr;
 };
 
+// The pointer of the window, kept up to date by the interaction's mouse
+// callbacks, for the mouse factors of MOD_b: pixels from the window's
+// centre, y down.
+struct ScenePointer {
+  bool on = false;        // a window gives positions
+  float x = 0, y = 0;
+  bool down = false;      // a button is held
+  int presses = 0;        // presses so far
+  int window_w = 0, window_h = 0;
+};
+
 struct SceneState {
   Objet* sphere = nullptr;  // the shared unit sphere, once built
   SceneEvents events;
   // Objects whose local functions are running: their list is held apart
   // meanwhile and may not change.
   std::vector<Objet*> locales_en_cours;
+  ScenePointer pointeur;
 };
 
 SceneState& scene();
