@@ -81,8 +81,7 @@ int queue(const char** label) {
   if (L.exec_menu && Yes(KW_menu) > 0 && (*label = "EXEC_MENU", L.exec_menu() < 0)) return -1;
   souris_image();
   *label = "exec_fonc_obj";
-  if (L.F[5] && L.F[5]() < 0) return -1;
-  if (L.avance && run_slot(5) < 0) return -1;
+  if (run_hook(5) < 0 || (L.avance && run_user(5) < 0)) return -1;
   point_de_controle();
   if (L.echelles && (*label = "scale", L.echelles() < 0)) return -1;
   if (L.exec_brush && Yes(KW_brush) > 0 && (*label = "EXEC_BRUSH", L.exec_brush() < 0)) return -1;
@@ -197,5 +196,7 @@ void interaction_Idle_Func() {
     echec("STOCK_AUDIO");
     return;
   }
+  // What the image's functions printed shows at once, also through a pipe.
+  flush_out();
   cadence();
 }

@@ -6,13 +6,17 @@
 // Slots: _F<n> then P_fonc<n> with the count of images as argument. A
 // failure prints the function's name; negative.
 int run_slot(int n);
+// The two halves: the hook _F<n>, the slot P_fonc<n>.
+int run_hook(int n);
+int run_user(int n);
 // The Raz_fonc check point: all seven slots cleared when it is set.
 void point_de_controle();
 // `interaction func(...)`.
 int INTERACTION_FUNC(word* s, const word* lim);
 // A function named by text, or 0 after the report of an unknown name.
 word fonction_nommee(const char* name);
-// Runs a function by handle with no argument; 0 when there is none.
+// Runs a function by handle with the count of images as its argument; 0
+// when there is none.
 int run_fonction(word h);
 
 // The options of init_interaction over the command's items; negative when

@@ -38,35 +38,39 @@ void centre(int x, int y, int out[2]) {
   out[1] = y - w.Dimy / 2;
 }
 
-// A point of the scene on the screen, in the frame of the mouse.
+// A point of the scene on the screen, in the frame of the mouse (the
+// projection counts y down from the top, as the toolkit does).
 bool ecran(const float p[3], float out[2]) {
   float w[3];
   if (!projette_point(p, w)) return false;
   out[0] = w[0] - win().Dimx * 0.5f;
-  out[1] = win().Dimy * 0.5f - w[1];
+  out[1] = w[1] - win().Dimy * 0.5f;
   return true;
 }
 
-// The displacement of the scene, least in length, that moves the point p
-// by (dx, dy) pixels on the screen.
+// The displacement of the scene parallel to the screen that moves the
+// point p by (dx, dy) pixels on it: along the view's right and up.
 bool deplacement(const float p[3], float dx, float dy, float d[3]) {
-  float s0[2], j[2][3];
-  if (!ecran(p, s0)) return false;
-  for (int a = 0; a < 3; a++) {
-    float q[3] = {p[0], p[1], p[2]}, s[2];
-    q[a] += 1;
-    if (!ecran(q, s)) return false;
-    j[0][a] = s[0] - s0[0];
-    j[1][a] = s[1] - s0[1];
-  }
-  // d = J' (J J')^-1 (dx, dy)
-  const float a = j[0][0] * j[0][0] + j[0][1] * j[0][1] + j[0][2] * j[0][2];
-  const float b = j[0][0] * j[1][0] + j[0][1] * j[1][1] + j[0][2] * j[1][2];
-  const float c = j[1][0] * j[1][0] + j[1][1] * j[1][1] + j[1][2] * j[1][2];
-  const float det = a * c - b * b;
-  if (std::fabs(det) < 1e-12f) return false;
-  const float u = (c * dx - b * dy) / det, v = (a * dy - b * dx) / det;
-  for (int k = 0; k < 3; k++) d[k] = j[0][k] * u + j[1][k] * v;
+  const ViewState& vs = views();
+  if (!vs.P_eye || !vs.P_aim) return false;
+  float v[3], up[3] = {0, 1, 0}, r[3], u[3];
+  for (int k = 0; k < 3; k++) v[k] = vs.P_aim[k] - vs.P_eye[k];
+  if (vs.P_axis && (vs.P_axis[0] != 0 || vs.P_axis[1] != 0 || vs.P_axis[2] != 0))
+    for (int k = 0; k < 3; k++) up[k] = vs.P_axis[k];
+  r[0] = v[1] * up[2] - v[2] * up[1], r[1] = v[2] * up[0] - v[0] * up[2], r[2] = v[0] * up[1] - v[1] * up[0];
+  u[0] = r[1] * v[2] - r[2] * v[1], u[1] = r[2] * v[0] - r[0] * v[2], u[2] = r[0] * v[1] - r[1] * v[0];
+  const float nr = std::sqrt(r[0] * r[0] + r[1] * r[1] + r[2] * r[2]);
+  const float nu = std::sqrt(u[0] * u[0] + u[1] * u[1] + u[2] * u[2]);
+  if (nr == 0 || nu == 0) return false;
+  float s0[2], sr[2], su[2], pr[3], pu[3];
+  for (int k = 0; k < 3; k++) pr[k] = p[k] + r[k] / nr, pu[k] = p[k] + u[k] / nu;
+  if (!ecran(p, s0) || !ecran(pr, sr) || !ecran(pu, su)) return false;
+  // (dx, dy) = a J_r + b J_u
+  const float a11 = sr[0] - s0[0], a21 = sr[1] - s0[1], a12 = su[0] - s0[0], a22 = su[1] - s0[1];
+  const float det = a11 * a22 - a12 * a21;
+  if (std::fabs(det) < 1e-9f) return false;
+  const float a = (dx * a22 - a12 * dy) / det, b = (a11 * dy - a21 * dx) / det;
+  for (int k = 0; k < 3; k++) d[k] = a * r[k] / nr + b * u[k] / nu;
   return true;
 }
 

@@ -28,7 +28,7 @@ void dessine_panneau() {
   const float sep[4] = {x + 8 * u, y, x + 8 * u, y + HAUT};
   line_segment(sep, L.panneau_cadre[0] >= 0 ? L.panneau_cadre : L.panneau_col);
   const float rouge[3] = {1, 0, 0};
-  text_at("CONTINUE", x + 2, y + 15, L.panneau_col);
+  text_at("CONTINUE", x + 1, y + 15, L.panneau_col);
   text_at("X", x + 8 * u + u / 2, y + 15, rouge);
 }
 

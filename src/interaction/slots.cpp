@@ -41,19 +41,27 @@ word fonction_nommee(const char* name) {
 int run_fonction(word h) {
   Objet* f = fonction(h);
   if (!f) return 0;
-  if (run_function_apart(f) < 0) {
+  const float images = static_cast<float>(loop().images);
+  if (run_function_apart(f, &images) < 0) {
     VOIR_CHAR("%s\n", f->name ? f->name : "");
     return -1;
   }
   return 0;
 }
 
-int run_slot(int n) {
+int run_hook(int n) {
   InteractionState& L = loop();
   if (n < 6 && L.F[n] && L.F[n]() < 0) {
     voir_int("_F%d()\n", n);
     return -1;
   }
+  return 0;
+}
+
+int run_slot(int n) { return run_hook(n) < 0 ? -1 : run_user(n); }
+
+int run_user(int n) {
+  InteractionState& L = loop();
   Objet* f = fonction(L.P_fonc[n]);
   if (!f) {
     L.P_fonc[n] = 0;

@@ -1,0 +1,93 @@
+// The loop driven in its window with xdotool: the keys that end it, a
+// command typed in the window, the menu of the right button, a volume
+// dragged in "tran" mode, a key binding, the CONTINUE/X panel.
+#include "window/window_run.h"
+
+namespace {
+
+// A scene whose loop says when it runs (at image 3), then waits for the
+// driver; what follows the loop is read after it stops.
+std::string scene(const std::string& before, const std::string& after) {
+  return "no edit\n" + before +
+         "func=\"mark(n){if(n==3){print(\\\"LOOP RUNNING\\\")}}\"\n"
+         "interaction func(1,\"mark\")\ninteraction period(25)\ninteraction\nprint(\"BACK\")\n" +
+         after + "bye abs\n";
+}
+
+bool has(const std::string& out, const std::string& text) { return out.find(text) != std::string::npos; }
+
+TEST(WindowInteraction, EscapeAndLeftBracketEndTheLoop) {
+  REQUIRE_XVFB();
+  for (const char* k : {"Escape", "bracketleft"}) {
+    WindowRun run(scene("", ""), "ID", std::string("wait_text 'LOOP RUNNING'\nkey ") + k + "\n");
+    EXPECT_TRUE(has(run.out, "BACK")) << k << "\n" << run.out;
+  }
+}
+
+TEST(WindowInteraction, ALineOpenedByABangRunsAsACommand) {
+  REQUIRE_XVFB();
+  WindowRun run(scene("", ""), "ID",
+                "wait_text 'LOOP RUNNING'\ntype_text '!print(\"typed in the window\")'\nkey Return\n"
+                "wait_text 'typed in the window'\nkey Escape\n");
+  EXPECT_TRUE(has(run.out, "typed in the window\n")) << run.out;
+  EXPECT_TRUE(has(run.out, "BACK"));
+}
+
+TEST(WindowInteraction, TheMenuEntryQuitterGoesBackToTheInterpreter) {
+  REQUIRE_XVFB();
+  // The right button opens the menu at the pointer; released on its first
+  // entry, it selects "quitter".
+  WindowRun run(scene("", ""), "ID",
+                "wait_text 'LOOP RUNNING'\nw=$(window_id)\nxdotool mousemove --window $w 200 200 sleep 0.2 "
+                "mousedown 3 sleep 0.5 mousemove --window $w 215 208 sleep 0.3 mouseup 3\n"
+                "wait_text 'interaction -> interpreter' 5 || key Escape\n");
+  EXPECT_TRUE(has(run.out, "interaction -> interpreter\n")) << run.out;
+  EXPECT_TRUE(has(run.out, "BACK"));
+}
+
+TEST(WindowInteraction, ALeftDragInTranModeMovesTheVolumeUnderThePointer) {
+  REQUIRE_XVFB();
+  WindowRun run(scene("cube(1) dim(50)\ncol vol(1)=1,0,0\nyes illum\neye(0,0,-1000)\ninteraction interaction(\"tran\")\n",
+                      "screen\ndispl\nwrite image name(\"moved.bmp\")\n"),
+                "ID", "wait_text 'LOOP RUNNING'\ndrag 384 288 504 218\nsleep 0.3\nkey Escape\n");
+  Picture p = run.picture("moved.bmp");
+  // The cube's face, about 70 pixels wide, went from the middle to where the
+  // pointer was released.
+  EXPECT_EQ(p.count(354, 258, 414, 318, reddish), 0) << run.out;
+  EXPECT_GT(p.count(484, 198, 524, 238, reddish), 1500);
+}
+
+TEST(WindowInteraction, AKeyBoundByAsciiRunsItsFunction) {
+  REQUIRE_XVFB();
+  WindowRun run(scene("func=\"bound(n){print(\\\"BOUND \\\",n>3)}\"\ninteraction ascii(\"a\") func(\"bound\")\n", ""),
+                "ID", "wait_text 'LOOP RUNNING'\nkey a\nwait_text BOUND 5\nkey Escape\n");
+  EXPECT_TRUE(has(run.out, "BOUND \n1.000000")) << run.out;
+  EXPECT_TRUE(has(run.out, "BACK"));
+}
+
+TEST(WindowInteraction, TheContinuePanelAdvancesOneImageAClickAndXEndsIt) {
+  REQUIRE_XVFB();
+  // While the panel holds the images slot 5 does not run; each click on
+  // CONTINUE gives one image that advances. X takes the panel away and the
+  // images run on. The panel sits at (20, 20) from the top left corner:
+  // CONTINUE is 72 pixels wide, then X.
+  WindowRun run(
+      "no edit\nfunc=\"adv(n){print(\\\"ADVANCE\\\")}\"\nfunc=\"shown(n){if(n==3){print(\\\"SHOWN\\\")}}\"\n"
+      "interaction func(5,\"adv\")\ninteraction func(3,\"shown\")\ninteraction period(25)\ninteraction mouse\n"
+      "interaction format(\"ORVELA 0.1 for\")\nprint(\"BACK\")\ninteraction mouse validate\nbye abs\n",
+      "ID",
+      "wait_text SHOWN\nsleep 0.5\nclick 50 30\nsleep 0.5\nclick 50 30\nsleep 0.5\n"
+      "type_text '!print(\"MARK\")'\nkey Return\nwait_text MARK\nclick 100 30\nsleep 0.5\nkey Escape\n");
+  const size_t mark = run.out.find("MARK\n");
+  ASSERT_NE(mark, std::string::npos) << run.out;
+  auto count = [&](size_t from, size_t to) {
+    int n = 0;
+    for (size_t p = run.out.find("ADVANCE", from); p < to; p = run.out.find("ADVANCE", p + 1)) n++;
+    return n;
+  };
+  EXPECT_EQ(count(0, mark), 2) << run.out;
+  EXPECT_GT(count(mark, run.out.size()), 3) << run.out;
+  EXPECT_TRUE(has(run.out, "BACK\n ?0.000000")) << "X switched the panel off";
+}
+
+}  // namespace
