@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "animation/stages.h"
+#include "kernel/access.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "scene/chains.h"
@@ -10,12 +11,24 @@
 
 namespace {
 
-// Sets the first `n` floats (all with n < 0) of a FLOAT value to 0.
+// Sets the first `n` floats of a plain FLOAT value to 0.
 void zero(bloc v, int n) {
-  if (!v || tag(v) != T_FLOAT) return;
-  const int count = std::min(np(v) * std::max(dimp(v), 1), size(v) - 4);
-  const int k = n < 0 ? count : std::min(n, count);
+  if (!v || tag(v) != T_FLOAT || dimp(v) < 0) return;
+  const int k = std::min({n, np(v) * std::max(dimp(v), 1), size(v) - 4});
   for (int i = 0; i < k; i++) setf(v, i, 0.0f);
+}
+
+// Sets every float of every point of a FLOAT value to 0, whatever its
+// layout (plain, entries opening with their length, slots of a table).
+void zero_points(bloc v) {
+  if (!v || tag(v) != T_FLOAT) return;
+  for (int i = 1; i <= np(v); i++) {
+    int kind = 0, d = 0;
+    const word* p = nullptr;
+    if (get_point(v, i, &kind, &d, &p) < 0) return;
+    word* w = const_cast<word*>(p);
+    for (int k = 0; k < d; k++) w[k] = fw(0.0f);
+  }
 }
 
 template <class F>
@@ -39,10 +52,10 @@ int efface_forces_volumes() {
 int ZER_FORCE() {
   for (int kind : {KW_fog, KW_light, KW_brush, KW_traj, KW_vol, KW_view})
     each(kind, [](Objet* o) {
-      zero(get_val_2(o->local, KW_force, KW_add), -1);
-      zero(get_val_2(o->local, KW_force, KW_rota), -1);
-      zero(get_val_3(o->local, KW_force, KW_rota, KW_add), -1);
-      zero(get_val_2(o->local, KW_force, KW_vertex), -1);
+      zero_points(get_val_2(o->local, KW_force, KW_add));
+      zero_points(get_val_2(o->local, KW_force, KW_rota));
+      zero_points(get_val_3(o->local, KW_force, KW_rota, KW_add));
+      zero_points(get_val_2(o->local, KW_force, KW_vertex));
     });
   return 0;
 }
