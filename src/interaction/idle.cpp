@@ -14,6 +14,7 @@
 #include "render/frame.h"
 #include "render/window.h"
 #include "scene/graphic.h"
+#include "scene/scene_state.h"
 
 namespace {
 
@@ -112,5 +113,6 @@ void install_interaction() {
   h.button = bouton_souris;
   h.drag = glisse_souris;
   h.hover = survol_souris;
+  scene().pointeur.dessine_cadre = cadre_souris;
   install_cycle();
 }

@@ -35,6 +35,10 @@ void touche(unsigned char key, int x, int y);
 void bouton_souris(int button, int state, int x, int y);
 void glisse_souris(int x, int y);
 void survol_souris(int x, int y);
+// The pointer handed to the scene for MOD_b's mouse factors, and the
+// outline of their frame (y up).
+void pointeur_scene();
+void cadre_souris(const float frame[4]);
 // Step 25 of an image: clicks, drag and hover brought up to date.
 void souris_image();
 // Empties the keyboard line.

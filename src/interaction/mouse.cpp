@@ -192,6 +192,8 @@ void applique(float dx, float dy) {
     bouge_objet(dx, dy);
 }
 
+}  // namespace
+
 // The pointer as MOD_b's mouse factors read it.
 void pointeur_scene() {
   const InteractionState& L = loop();
@@ -204,7 +206,10 @@ void pointeur_scene() {
   p.on = gl_on();
 }
 
-}  // namespace
+void cadre_souris(const float f[4]) {
+  const float r[4] = {f[0], -f[3], f[2], -f[1]}, blanc[3] = {1, 1, 1};
+  outline_rectangle(r, blanc);
+}
 
 void bouton_souris(int button, int state, int x, int y) {
   InteractionState& L = loop();

@@ -167,5 +167,6 @@ void interaction_demarrage(int mode) {
     voir_message(1, 95);
     return;
   }
+  pointeur_scene();
   init_interaction(nullptr, mode);
 }

@@ -28,7 +28,11 @@ struct ScenePointer {
   float x = 0, y = 0;
   bool down = false;      // a button is held
   int presses = 0;        // presses so far
+  int presses_taken = 0;  // the presses that `mouse(1)` has acted on
   int window_w = 0, window_h = 0;
+  // Outlines a `frame` given to a transformation, in white (pixels from
+  // the window's centre, y up); set by the window's side.
+  void (*dessine_cadre)(const float frame[4]) = nullptr;
 };
 
 struct SceneState {

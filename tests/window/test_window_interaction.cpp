@@ -90,4 +90,18 @@ TEST(WindowInteraction, TheContinuePanelAdvancesOneImageAClickAndXEndsIt) {
   EXPECT_TRUE(has(run.out, "BACK\n ?0.000000")) << "X switched the panel off";
 }
 
+TEST(WindowInteraction, MouseFactorsOfATransformationReadThePointer) {
+  REQUIRE_XVFB();
+  // The pointer 100 pixels right of the centre and 50 up: mouse(2) scales
+  // tran(1,1,0) to (100,50,0); mouse(0) wants a button held and does
+  // nothing; out of the frame nothing either.
+  WindowRun run(scene("cube(1) dim(50)\n", "CG matrix vol(1)\n"), "ID",
+                "wait_text 'LOOP RUNNING'\nxdotool mousemove --window $(window_id) 484 238\nsleep 0.3\n"
+                "type_text '!tran(1,1,0) mouse(2) matrix vol(1)'\nkey Return\n"
+                "type_text '!tran(1,1,0) mouse(0) matrix vol(1)'\nkey Return\n"
+                "type_text '!tran(1,1,0) mouse(2) frame(-50,-50,50,50) matrix vol(1)'\nkey Return\n"
+                "sleep 0.3\nkey Escape\n");
+  EXPECT_TRUE(has(run.out, "BACK\n ?1: 100.000000 50.000000 0.000000")) << run.out;
+}
+
 }  // namespace
