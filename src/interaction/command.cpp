@@ -82,18 +82,18 @@ int periode_ecran(word* s, const word* lim) {
   InteractionState& L = loop();
   const word* f = arg_of(s, KW_func);
   if (!arg_of(s, KW_screen) && !f) return set_result_float(s, lim, static_cast<float>(L.periode));
+  // The functions are found first: a name of nothing changes nothing.
+  word h[2] = {0, 0};
+  char name[256];
+  for (int i = 0; f && i < 2; i++) {
+    int n = 0;
+    if (i > 0 && !(tag(f) == T_HYBRIDE && np(f) > 1) && !(tag(f) == T_CHAR && mot_i(text(f), 1, name, sizeof name) > 0))
+      break;
+    if (get_ind(f, i, &n, name, sizeof name) != 1 || !(h[i] = fonction_nommee(name))) return -1;
+  }
   L.periode = std::max(0, arg_int(s, KW_screen, 0, L.periode));
   L.cpt_periode = 0;
   if (f) {
-    char name[256];
-    int n = 0;
-    word h[2] = {0, 0};
-    for (int i = 0; i < 2; i++) {
-      if (i > 0 && !(tag(f) == T_HYBRIDE && np(f) > 1) && !(tag(f) == T_CHAR && mot_i(text(f), 1, name, sizeof name) > 0))
-        break;
-      if (get_ind(f, i, &n, name, sizeof name) != 1) return -1;
-      if (!(h[i] = fonction_nommee(name))) return -1;
-    }
     L.fonction_periode = h[0];
     L.fonction_apres = h[1];
   }

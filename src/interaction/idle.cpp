@@ -41,10 +41,12 @@ void lance_suivant() {
   run_launch_text(text);
 }
 
-// A mode whose subsystem is not built goes back to the interpreter.
+// A mode whose subsystem is not built goes back to the interpreter (the
+// loop that asked for it stops).
 void mode_absent() {
   voir_mot(kernel().Mode_idle);
   voir_message(0, 104);
+  if (loop().Mode_graphique) fin_interaction("NOT IMPLEMENTED");
   kernel().Mode_idle = 0;
 }
 

@@ -58,11 +58,6 @@ void echappement() {
   else k.Mode_idle = 0;
 }
 
-bool dans_capture(int x, int y) {
-  const InteractionState& L = loop();
-  return x > L.capture[0] && x < L.capture[2] && y > L.capture[1] && y < L.capture[3];
-}
-
 Liaison* liaison(char c) {
   for (Liaison& b : loop().liaisons)
     if (b.car == c) return &b;
@@ -103,18 +98,15 @@ void efface_ligne() {
 
 int execute_ligne(const char* text) { return run_launch_text(text); }
 
-void touche(unsigned char key, int x, int y) {
+void touche(unsigned char key, int, int) {
   InteractionState& L = loop();
   KernelState& k = kernel();
   L.derniere_touche = key;
   note_touche(key);
-  const WindowState& w = win();
-  if (L.capture_on && dans_capture(x - w.Dimx / 2, y - w.Dimy / 2)) L.touche_capturee = key;
   if (!L.entree_clavier && key != ESCAPE) return;
   switch (key) {
     case BACKSPACE: case DELETE:
       if (L.longueur > 0) L.Ligne_clavier[--L.longueur] = 0;
-      L.edition = 1;
       return;
     case ESCAPE:
       L.attend_saisie = 0;

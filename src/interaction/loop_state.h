@@ -31,9 +31,8 @@ struct Bouton {
 // An `ascii` binding: a character and what it runs.
 struct Liaison {
   char car = 0;                // 0: a binding without a character
-  int kind = 0;                // KW_func, KW_stock, KW_write, KW_interpol
+  int kind = 0;                // KW_func
   word function = 0;           // handle of the function object
-  int codes[2] = {0, 0};       // the two codes of a binding without a character
 };
 
 struct InteractionState {
@@ -46,7 +45,7 @@ struct InteractionState {
   long long t0 = 0;            // the clock at the head of the idle call
   int Periode_image = 75;      // images a second; 0: no pacing
   float Images_par_seconde = 0;
-  int no_pacing = 0;           // pacing disabled (video output)
+  int no_pacing = 0;           // pacing disabled (set by a video output)
   int Nb_anim = 0;             // cleared at the start of each image
   int images = 0;              // images since the loop started
 
@@ -103,14 +102,10 @@ struct InteractionState {
   char Ligne_validee[LIGNE_CLAVIER_MAX + 1] = {};
   char Car_prompt = '<';
   int entree_clavier = 1;      // the key input is on
-  int edition = 0;             // set by Backspace
   int voir = 0;                // the console view (see mode)
   int attend_saisie = 0;       // a line is awaited in a box (`ascii poi`)
   int derniere_touche = 0;
   std::vector<Liaison> liaisons;
-  float capture[4] = {0, 0, 0, 0};   // key capture rectangle, pixels from the centre
-  int capture_on = 0;
-  int touche_capturee = 0;
 
   // Mouse, in pixels from the window centre, y up.
   int bouton = -1;             // 0 left, 1 middle, 2 right, -1 none
@@ -145,7 +140,6 @@ struct InteractionState {
   std::string fichier_enregistrement;
   int mode_enregistrement = 0;
   int image_enregistrement = 0;
-  int attente = 0, attente_limite = 0;  // a wait (116) counts images up to its limit
   int mode_play = 0;
 
   // The recorded mouse path of `line`: three numbers an image.
@@ -156,11 +150,6 @@ struct InteractionState {
   // DATE.log.
   int log_mode = 0;            // 0 off; below 1 "wb", else "ab"
   int debut_h = 0, debut_m = 0, debut_s = 0;
-
-  // The Beep note table.
-  std::vector<float> notes;
-  float note_pos = 0, note_pas = 0;
-  int note_duree = 0;
 
   // `network`: the learning screen instead of the loop.
   int reseau = 0;

@@ -107,11 +107,6 @@ int jauges() {
   InteractionState& L = loop();
   if (!L.mode_enregistrement) return 0;
   const float blanc[3] = {1, 1, 1};
-  if (L.attente) {
-    text_at("WAIT ", -200, 5, blanc);
-    if (++L.attente >= L.attente_limite) L.attente = L.attente_limite = L.image_enregistrement = 0;
-    return 0;
-  }
   if (L.mode_enregistrement < 0) {
     if (static_cast<int>(L.relecture) >= L.nb_touches) L.mode_enregistrement = 0;
     else L.image_enregistrement++;

@@ -13,6 +13,7 @@
 #include "platform/files.h"
 #include "render/frame.h"
 #include "render/lights.h"
+#include "render/screen.h"
 #include "render/view.h"
 #include "render/window.h"
 
@@ -168,5 +169,8 @@ void interaction_demarrage(int mode) {
     return;
   }
   pointeur_scene();
+  // `see` at start-up: the first idle call starts the loop with its
+  // console view.
+  if (screen().see) loop().lance_flag = 1;
   init_interaction(nullptr, mode);
 }

@@ -37,6 +37,25 @@ TEST(WindowLoop, PicturesAtChosenImagesShowTheMotion) {
   EXPECT_GT(b.count(550, 260, 610, 310, reddish), 2500);
 }
 
+TEST(WindowLoop, TheImagePeriodPaintsOverImagesBetweenClears) {
+  REQUIRE_XVFB();
+  // The cube steps 30 to the right at each image; with `screen(6)` the
+  // images 1 to 5 are painted over one another, with `screen(1)` only the
+  // last one stays.
+  auto trail = [](int period) {
+    WindowRun run(
+        "cube(1) dim(20)\ncol vol(1)=1,0,0\nyes illum\neye(0,0,-1000)\ntran(-200,0,0) matrix vol(1)\n"
+        "func=\"pas(n){tran(30,0,0) matrix vol(1); if(n==1){interaction screen(" + std::to_string(period) + ")}}\"\n"
+        "func=\"pic(n){if(n==5){write image name(\\\"trail.bmp\\\")}}\"\n"
+        "interaction func(1,\"pas\")\ninteraction func(5,\"pic\")\ninteraction period(0)\ninteraction time(6)\nbye abs\n");
+    Picture p = run.picture("trail.bmp");
+    return p.count(reddish);
+  };
+  const int one = trail(1), six = trail(6);
+  EXPECT_GT(one, 400);
+  EXPECT_GT(six, 3 * one) << "the cubes of five images stay";
+}
+
 TEST(WindowLoop, AnImageAllocatesNothingOnceTheSceneIsBuilt) {
   REQUIRE_XVFB();
   // Lit balls, one following the other, a light, user functions in three
