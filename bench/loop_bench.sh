@@ -15,6 +15,7 @@ cd "$(dirname "$0")/.."
 build=${1:-build}
 n=${2:-300}
 root=$PWD
+source bench/balls_scene.sh
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work"
@@ -26,14 +27,7 @@ chrono() {  # the function that times images 11 to 10+n
   echo "bye abs"
 }
 {
-  echo "no edit"
-  for v in $(seq 1 50); do
-    echo "ball($v) dim(20) secx(64) secy(32)"
-    echo "tran($(( (v - 1) % 10 * 60 - 270 )),$(( (v - 1) / 10 * 60 - 120 )),0) vol($v)"
-  done
-  echo "col vol(1-50)=1,0,0"
-  echo "eye(0,0,-1000)"
-  echo "yes illum"
+  balls_scene
   chrono balls
 } > balls.orv
 {

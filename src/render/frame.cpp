@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "platform/process.h"
+#include "render/text.h"
 #include "render/window.h"
 
 WindowHooks& window_hooks() {
@@ -72,6 +73,7 @@ namespace {
 // the former matrices and switches come back with `false`.
 void centre_frame(bool on) {
   const WindowState& w = win();
+  const double centre[4] = {-w.Dimx / 2.0, w.Dimx / 2.0, w.Dimy / 2.0, -w.Dimy / 2.0};
   if (on) {
     glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT);
     glDisable(GL_DEPTH_TEST);
@@ -80,22 +82,8 @@ void centre_frame(bool on) {
     glDisable(GL_CULL_FACE);
     glDisable(GL_FOG);
   }
-  glMatrixMode(GL_PROJECTION);
-  if (on) {
-    glPushMatrix();
-    glLoadIdentity();
-    glOrtho(-w.Dimx / 2.0, w.Dimx / 2.0, w.Dimy / 2.0, -w.Dimy / 2.0, -1, 1);
-  } else {
-    glPopMatrix();
-  }
-  glMatrixMode(GL_MODELVIEW);
-  if (on) {
-    glPushMatrix();
-    glLoadIdentity();
-  } else {
-    glPopMatrix();
-    glPopAttrib();
-  }
+  repere_plan(on, centre);
+  if (!on) glPopAttrib();
 }
 
 void rectangle(GLenum kind, const float r[4], const float col[3]) {
