@@ -19,8 +19,9 @@
 namespace {
 
 // The next command file of the launch list, run as console text; the list
-// wraps to its first file after the last. A file that cannot be read ends
-// the list.
+// wraps to its first file after the last. Its lines run one by one as
+// console lines. A file that cannot be read, or a line that fails, ends
+// the list: the console is read again.
 void lance_suivant() {
   InteractionState& L = loop();
   if (L.lance_pos >= L.lance.size()) L.lance_pos = 0;
@@ -38,7 +39,24 @@ void lance_suivant() {
   char buf[4096];
   for (size_t n; (n = os_read(f, buf, sizeof buf)) > 0;) text.append(buf, n);
   os_close(f);
-  run_launch_text(text);
+  // Line by line, as typed at the console.
+  size_t p = 0;
+  while (p < text.size()) {
+    size_t e = text.find('\n', p);
+    if (e == std::string::npos) e = text.size();
+    const std::string line = text.substr(p, e - p);
+    p = e + 1;
+    if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
+    int r = -1;
+    try {
+      r = run_launch_text(line);
+    } catch (const Abandon&) {
+    }
+    if (r < 0) {
+      L.lance.clear();
+      return;
+    }
+  }
 }
 
 // A mode whose subsystem is not built goes back to the interpreter (the

@@ -33,6 +33,10 @@ int entrees() {
   if (L.chemin_pos + 3 <= L.chemin.size()) {
     for (int i = 0; i < 3; i++) L.souris_chemin[i] = L.chemin[L.chemin_pos + i];
     L.chemin_pos += 3;
+    // The path stands for the pointer.
+    L.survol[0] = static_cast<int>(L.souris_chemin[0]);
+    L.survol[1] = static_cast<int>(L.souris_chemin[1]);
+    pointeur_scene();
   }
   return 0;
 }
