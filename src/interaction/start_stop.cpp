@@ -121,6 +121,8 @@ void fin_interaction(const char* raison) {
   if (L.arret_en_cours) return;  // slot 6 stopping again
   L.arret_en_cours = 1;
   if (Yes(KW_debug) > 0) VOIR_CHAR("%s\n", raison);
+  // The loop makes no scene objects of its own: its buttons, menus and
+  // panel are its state, freed below; the user's objects stay.
   libere_tampons();
   depth_test_off();
   kernel().Mode_idle = 0;
