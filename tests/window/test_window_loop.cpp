@@ -2,6 +2,7 @@
 // motion, an image allocates nothing once the scene is built, and the
 // pacing keeps the rate asked for.
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <thread>
 
@@ -35,6 +36,29 @@ TEST(WindowLoop, PicturesAtChosenImagesShowTheMotion) {
   EXPECT_EQ(a.count(480, 0, 768, 576, reddish), 0);
   EXPECT_EQ(b.count(0, 0, 530, 576, reddish), 0);
   EXPECT_GT(b.count(550, 260, 610, 310, reddish), 2500);
+}
+
+TEST(WindowLoop, AnImageOfTheLoopIsThePictureThatDisplDraws) {
+  REQUIRE_XVFB();
+  // The loop loads the identity on the model-view and its own projection:
+  // the scene comes out as the console's `displ` draws it.
+  WindowRun run(
+      "cube(1) dim(60)\nrotx(0.5) vol(1)\nroty(0.7) vol(1)\ncol vol(1)=1,0,0\nyes illum\nball(2) dim(30)\n"
+      "tran(150,80,0) vol(2)\neye(0,0,-1000)\nscreen\ndispl\nwrite image name(\"console.bmp\")\n"
+      "func=\"pic(n){if(n==2){write image name(\\\"loop.bmp\\\")}}\"\ninteraction func(5,\"pic\")\n"
+      "interaction period(0)\ninteraction time(2)\nbye abs\n");
+  Picture a = run.picture("console.bmp");
+  Picture b = run.picture("loop.bmp");
+  ASSERT_EQ(a.w, b.w);
+  ASSERT_EQ(a.h, b.h);
+  int differ = 0;
+  for (int y = 0; y < a.h; y++)
+    for (int x = 0; x < a.w; x++) {
+      const Rgb p = a.at(x, y), q = b.at(x, y);
+      differ += std::abs(p.r - q.r) + std::abs(p.g - q.g) + std::abs(p.b - q.b) > 6 ? 1 : 0;
+    }
+  EXPECT_GT(a.count(reddish), 3000) << run.out;
+  EXPECT_EQ(differ, 0) << run.out;
 }
 
 TEST(WindowLoop, TheImagePeriodPaintsOverImagesBetweenClears) {
