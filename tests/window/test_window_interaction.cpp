@@ -104,4 +104,14 @@ TEST(WindowInteraction, MouseFactorsOfATransformationReadThePointer) {
   EXPECT_TRUE(has(run.out, "BACK\n ?1: 100.000000 50.000000 0.000000")) << run.out;
 }
 
+TEST(WindowInteraction, ALineIsAskedForInABoxOfTheWindow) {
+  REQUIRE_XVFB();
+  // `interaction ascii poi(...) rectangle(...) frame(...) col(...)` waits
+  // for a line typed in the window and answers it.
+  WindowRun run("no edit\nprint(\"TYPE\")\nx=interaction ascii poi(-100,0) rectangle(0,0,0) frame(1,1,1) col(1,1,0)\n"
+                "print(\"got \",x)\nbye abs\n",
+                "ID", "wait_text TYPE\nsleep 0.5\ntype_text 'hello'\nkey BackSpace\ntype_text 'p'\nkey Return\n");
+  EXPECT_TRUE(has(run.out, "got hellp")) << run.out;
+}
+
 }  // namespace
