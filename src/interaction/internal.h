@@ -70,6 +70,8 @@ int generate_image();
 // gauges of step 31; negative on failure.
 int enregistre(const char* name);
 int relit(const char* name);
+// The record or replay asked for before the loop, started with it.
+int enregistrement_du();
 void note_touche(unsigned char key);
 void rejoue_touches();
 int jauges();

@@ -138,6 +138,7 @@ struct InteractionState {
   int nb_touches = 0;          // pairs held
   size_t relecture = 0;        // the next pair to replay
   std::string fichier_enregistrement;
+  int enregistrement_du = 0;   // asked for before the loop: 242 or -242 at its start
   int mode_enregistrement = 0;
   int image_enregistrement = 0;
   int mode_play = 0;

@@ -256,11 +256,13 @@ void survol_souris(int x, int y) {
   pointeur_scene();
 }
 
+// A press is taken at the next image even when the button was released
+// before it: a quick click counts.
 void souris_image() {
   InteractionState& L = loop();
-  if (L.enfonce && L.premier_appui) {
-    L.clic[0] = L.glisse[0];
-    L.clic[1] = L.glisse[1];
+  if (L.premier_appui) {
+    L.clic[0] = L.appui[0];
+    L.clic[1] = L.appui[1];
     L.premier_appui = 0;
     L.clic_pris[0] = 1;
   }

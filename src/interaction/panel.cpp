@@ -88,7 +88,9 @@ int dessine_boutons() {
     const float w = text_width(b.texte.c_str());
     const bool dessous = L.survol[0] >= b.x && L.survol[0] <= b.x + w && L.survol[1] >= b.y - 15 && L.survol[1] <= b.y + 4;
     text_at(b.texte.c_str(), b.x, b.y, dessous ? rouge : b.col);
-    if (dessous && L.clic_pris[0]) {
+    const bool clic = L.clic_pris[0] && L.clic[0] >= b.x && L.clic[0] <= b.x + w && L.clic[1] >= b.y - 15 &&
+                      L.clic[1] <= b.y + 4;
+    if (clic) {
       const std::string t = b.texte;  // the text may remove the buttons
       if (execute_ligne(t.c_str()) < 0) return -1;
     }

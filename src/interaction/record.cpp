@@ -2,6 +2,7 @@
 //   interaction ascii write("name")   records, from now on, the keys with
 //                                     the number of the image they came in
 //   interaction ascii read("name")    replays such a record
+// Asked for before the loop runs, they start with it.
 // While recording, a gauge "NUM " counts the images and a "STOP" button
 // under it writes the record ("gare stocker name") and ends recording.
 #include <cstdio>
@@ -40,6 +41,11 @@ int ecrit_enregistrement() {
 
 int enregistre(const char* name) {
   InteractionState& L = loop();
+  if (L.Mode_graphique != KW_interaction) {
+    L.fichier_enregistrement = name;
+    L.enregistrement_du = RECORD;
+    return 0;
+  }
   if (L.enregistrement_touches.empty()) {
     err_debordement(nullptr);
     return -1;
@@ -53,6 +59,11 @@ int enregistre(const char* name) {
 
 int relit(const char* name) {
   InteractionState& L = loop();
+  if (L.Mode_graphique != KW_interaction) {
+    L.fichier_enregistrement = name;
+    L.enregistrement_du = -RECORD;
+    return 0;
+  }
   OsFile* f = os_open(name, FileMode::read);
   if (!f) {
     err_lecture(name);
@@ -79,6 +90,15 @@ int relit(const char* name) {
   return 0;
 }
 
+int enregistrement_du() {
+  InteractionState& L = loop();
+  const int du = L.enregistrement_du;
+  L.enregistrement_du = 0;
+  if (du == RECORD) return enregistre(L.fichier_enregistrement.c_str());
+  if (du == -RECORD) return relit(L.fichier_enregistrement.c_str());
+  return 0;
+}
+
 void note_touche(unsigned char key) {
   InteractionState& L = loop();
   if (L.mode_enregistrement != RECORD) return;
@@ -92,11 +112,14 @@ void note_touche(unsigned char key) {
   L.nb_touches++;
 }
 
+// A key typed after n images was seen by image n + 1. Replayed during
+// image n (whose number the counter gives once the image ends), it is
+// seen by image n + 1 as well.
 void rejoue_touches() {
   InteractionState& L = loop();
   if (L.mode_enregistrement != -RECORD) return;
   while (static_cast<int>(L.relecture) < L.nb_touches &&
-         L.enregistrement_touches[2 * L.relecture] <= L.image_enregistrement) {
+         L.enregistrement_touches[2 * L.relecture] <= L.image_enregistrement + 1) {
     const unsigned char key = static_cast<unsigned char>(L.enregistrement_touches[2 * L.relecture + 1]);
     L.relecture++;
     touche(key, 0, 0);
@@ -119,7 +142,7 @@ int jauges() {
   text_at(num.c_str(), -195, 5, blanc);
   const float w = text_width("STOP");
   text_at("STOP", -200, 25, blanc);
-  const bool dessus = L.appui[0] >= -200 && L.appui[0] <= -200 + w && L.appui[1] >= 10 && L.appui[1] <= 29;
+  const bool dessus = L.clic[0] >= -200 && L.clic[0] <= -200 + w && L.clic[1] >= 10 && L.clic[1] <= 29;
   if (L.clic_pris[0] && dessus) {
     L.mode_enregistrement = 0;
     return ecrit_enregistrement();

@@ -93,6 +93,7 @@ int init_interaction(word* block, int titre) {
     k.Mode_idle = KW_interaction;
     L.Mode_graphique = KW_interaction;
     SET_LIGHT_1(nullptr, 0, nullptr);
+    if (enregistrement_du() < 0) return echec_init();
     if (!L.chemin.empty()) L.Nb_image_max = L.Nb_image_reste = static_cast<int>(L.chemin.size() / 3);
     if (L.menus) generer_menu_interaction();
   } else {

@@ -1,6 +1,8 @@
 // The loop driven in its window with xdotool: the keys that end it, a
 // command typed in the window, the menu of the right button, a volume
 // dragged in "tran" mode, a key binding, the CONTINUE/X panel.
+#include <cstdio>
+
 #include "window/window_run.h"
 
 namespace {
@@ -112,6 +114,30 @@ TEST(WindowInteraction, ALineIsAskedForInABoxOfTheWindow) {
                 "print(\"got \",x)\nbye abs\n",
                 "ID", "wait_text TYPE\nsleep 0.5\ntype_text 'hello'\nkey BackSpace\ntype_text 'p'\nkey Return\n");
   EXPECT_TRUE(has(run.out, "got hellp")) << run.out;
+}
+
+TEST(WindowInteraction, KeysRecordedAreReplayedAtTheirImages) {
+  REQUIRE_XVFB();
+  // While recording, the key "a" (bound to a function that prints the
+  // image) is typed; STOP, under the gauge, writes the record. Replayed in
+  // a second run, the key comes again at the same image of the record.
+  WindowRun run(
+      scene("func=\"bound(n){print(\\\"BOUND \\\",n)}\"\ninteraction ascii(\"a\") func(\"bound\")\n"
+            "interaction ascii write(\"keys.rec\")\n",
+            "print(\"REPLAY\")\ninteraction ascii read(\"keys.rec\")\ninteraction func(1,\"mark\")\n"
+            "interaction period(0)\ninteraction time(60)\n"),
+      "ID", "wait_text 'LOOP RUNNING'\nsleep 0.4\nkey a\nwait_text BOUND 5\nclick 200 313\nwait_text 'gare stocker' 5\nkey Escape\n");
+  EXPECT_TRUE(has(run.out, "gare stocker keys.rec\n")) << run.out;
+  const size_t first = run.out.find("BOUND \n"), replay = run.out.find("REPLAY");
+  ASSERT_NE(first, std::string::npos) << run.out;
+  ASSERT_NE(replay, std::string::npos) << run.out;
+  const size_t again = run.out.find("BOUND \n", replay);
+  ASSERT_NE(again, std::string::npos) << run.out;
+  float n1 = 0, n2 = 0;
+  std::sscanf(run.out.c_str() + first + 7, "%f", &n1);
+  std::sscanf(run.out.c_str() + again + 7, "%f", &n2);
+  EXPECT_GT(n1, 3.0f);
+  EXPECT_EQ(n1, n2) << "the image numbers of the record and of the replay start together";
 }
 
 }  // namespace
