@@ -1,0 +1,70 @@
+// The window resized or uncovered from outside: the picture follows the
+// window's size, comes back when the window is exposed, and `write image`
+// writes what the window shows. Pictures are checked both as GL reads
+// them (`write image`) and as the X server shows them (a grab).
+#include "window/live_session.h"
+
+namespace {
+
+std::string size_answer(int w, int h) { return std::to_string(w) + ".000000 " + std::to_string(h) + ".000000"; }
+
+struct Resized : ::testing::Test {
+  LiveSession s;
+  std::string id;
+  void SetUp() override {
+    REQUIRE_LIVE_TOOLS();
+    ASSERT_TRUE(s.run(RED_CUBE)) << s.output();
+    id = s.window_id();
+    ASSERT_FALSE(id.empty()) << s.output();
+  }
+  bool resize(int w, int h) {
+    return s.x("xdotool windowsize --sync " + id + " " + std::to_string(w) + " " + std::to_string(h)) == 0;
+  }
+  // Until the program has taken the new size.
+  bool taken(int w, int h) {
+    return LiveSession::wait_until([&] { return s.answer("win").rfind(size_answer(w, h), 0) == 0; });
+  }
+};
+
+TEST_F(Resized, ThePictureFollowsTheWindowsSize) {
+  for (auto [w, h] : {std::pair{400, 300}, std::pair{900, 700}}) {
+    ASSERT_TRUE(resize(w, h));
+    ASSERT_TRUE(taken(w, h)) << s.output();
+    // Drawn again at the new size, the scene centred, without a command.
+    EXPECT_TRUE(LiveSession::wait_until([&] { return shows_red_cube(s.grab("shown.bmp"), w, h); }, 20))
+        << w << "x" << h << s.output();
+    const std::string name = "w" + std::to_string(w) + ".bmp";
+    ASSERT_TRUE(s.run("write image name(\"" + name + "\")")) << s.output();
+    EXPECT_TRUE(shows_red_cube(s.picture(name), w, h)) << name;
+    // The perspective follows the window's proportions: the square stays square.
+    ASSERT_TRUE(s.run("screen\ndispl\nwrite image name(\"again.bmp\")")) << s.output();
+    EXPECT_TRUE(shows_red_cube(s.picture("again.bmp"), w, h)) << w << "x" << h;
+  }
+  EXPECT_EQ(s.answer("1+1"), "2");
+}
+
+TEST_F(Resized, TheFirstScreenAfterAResizeStays) {
+  ASSERT_TRUE(resize(640, 480));
+  ASSERT_TRUE(s.run("screen(0,1,0)")) << s.output();
+  ASSERT_TRUE(taken(640, 480)) << s.output();
+  ASSERT_TRUE(s.run("write image name(\"green.bmp\")")) << s.output();
+  auto green = [](Rgb c) { return c.r < 20 && c.g > 230 && c.b < 20; };
+  Picture written = s.picture("green.bmp");
+  EXPECT_EQ(written.w, 640);
+  EXPECT_EQ(written.count(green), 640 * 480);
+  Picture shown = s.grab("green_shown.bmp");
+  EXPECT_EQ(shown.w, 640);
+  EXPECT_EQ(shown.count(green), 640 * 480);
+}
+
+TEST_F(Resized, AnUncoveredWindowShowsItsPictureAgain) {
+  ASSERT_TRUE(LiveSession::wait_until([&] { return shows_red_cube(s.grab("before.bmp"), 768, 576); }, 20));
+  ASSERT_EQ(s.x("xdotool windowunmap --sync " + id), 0);
+  ASSERT_EQ(s.x("xdotool windowmap --sync " + id), 0);
+  EXPECT_TRUE(LiveSession::wait_until([&] { return shows_red_cube(s.grab("after.bmp"), 768, 576); }, 20))
+      << s.output();
+  ASSERT_TRUE(s.run("write image name(\"after.bmp\")")) << s.output();
+  EXPECT_TRUE(shows_red_cube(s.picture("after.bmp"), 768, 576));
+}
+
+}  // namespace
