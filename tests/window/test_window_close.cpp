@@ -34,7 +34,7 @@ TEST(WindowClose, StayingAfterTheQuestionReopensTheWindowWithItsScene) {
   EXPECT_EQ(p.w, 640);
   EXPECT_EQ(p.h, 480);
   EXPECT_TRUE(shows_red_cube(p, 640, 480));
-  EXPECT_EQ(s.answer("1+1"), "2");
+  EXPECT_EQ(s.answer("1+1"), "2.000000");
   EXPECT_EQ(s.output().find("freeglut"), std::string::npos) << s.output();
   EXPECT_EQ(s.output().find("NOT FOUND"), std::string::npos) << s.output();
 

@@ -40,7 +40,7 @@ TEST_F(Resized, ThePictureFollowsTheWindowsSize) {
     ASSERT_TRUE(s.run("screen\ndispl\nwrite image name(\"again.bmp\")")) << s.output();
     EXPECT_TRUE(shows_red_cube(s.picture("again.bmp"), w, h)) << w << "x" << h;
   }
-  EXPECT_EQ(s.answer("1+1"), "2");
+  EXPECT_EQ(s.answer("1+1"), "2.000000");
 }
 
 TEST_F(Resized, TheFirstScreenAfterAResizeStays) {
