@@ -38,6 +38,12 @@ void toolkit_handlers() {
   glutInitWarningFunc(toolkit_warning);
 }
 
+// So do the X server's errors on the window (a size it refuses...).
+void x_error(const char* text) {
+  voir_texte(text);
+  voir_texte("\a\n");
+}
+
 // A window manager may take a moment to show a new window.
 constexpr double SHOW_WAIT_SECONDS = 2.0;
 
@@ -48,6 +54,7 @@ bool toolkit_start() {
     voir_texte("no graphic display available: running with gra=0\n");
     return false;
   }
+  display_errors_to(x_error);
   toolkit_handlers();
   int argc = 1;
   char name[] = "orvela";

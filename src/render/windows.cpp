@@ -102,7 +102,8 @@ int SOUS_FENETRE(word* s, const word* lim, const char* name) {
                                     static_cast<float>(o->work[WW_X]), static_cast<float>(o->work[WW_Y])};
     return set_result_floats(s, lim, now);
   }
-  if (d[0] < 1 || d[1] < 1) return usage();
+  // The X server takes sides of 1 to 32767 pixels.
+  if (!(d[0] >= 1 && d[1] >= 1 && d[0] <= 32767 && d[1] <= 32767)) return usage();
   const int w = static_cast<int>(d[0]), h = static_cast<int>(d[1]);
   const int x = ws.Dimx / 2 + static_cast<int>(p[0]), y = ws.Dimy / 2 + static_cast<int>(p[1]);
   if (!o) {

@@ -24,6 +24,58 @@ inline bool have_live_tools() {
 #define REQUIRE_LIVE_TOOLS() \
   if (!have_live_tools()) GTEST_SKIP() << "Xvfb, xvfb-run and xdotool are needed (apt-get install xvfb xdotool)"
 
+// A private X server: Xvfb chooses a free display number and writes it to
+// -displayfd once it accepts clients.
+struct XServer {
+  std::string display;  // ":n", empty when it did not start
+  pid_t pid = -1;
+  XServer() {
+    if (!start()) display.clear();
+  }
+  ~XServer() {
+    if (pid > 0) {
+      kill(pid, SIGTERM);
+      waitpid(pid, nullptr, 0);
+    }
+  }
+  XServer(const XServer&) = delete;
+  XServer& operator=(const XServer&) = delete;
+
+ private:
+  bool start() {
+    int fds[2];
+    if (pipe(fds) != 0) return false;
+    pid = fork();
+    if (pid == 0) {
+      close(fds[0]);
+      const int quiet = open("/dev/null", O_WRONLY);
+      dup2(quiet, 1);
+      dup2(quiet, 2);
+      const std::string fd = std::to_string(fds[1]);
+      execlp("Xvfb", "Xvfb", "-displayfd", fd.c_str(), "-screen", "0", "1024x768x24", "-nolisten", "tcp",
+             static_cast<char*>(nullptr));
+      _exit(127);
+    }
+    close(fds[1]);
+    std::string number;
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    fcntl(fds[0], F_SETFL, O_NONBLOCK);
+    while (number.empty() || number.back() != '\n') {
+      char c;
+      const ssize_t n = ::read(fds[0], &c, 1);
+      if (n == 1) number.push_back(c);
+      else if (n == 0 || std::chrono::steady_clock::now() > end) break;
+      else std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    close(fds[0]);
+    if (number.empty() || number.back() != '\n') return false;
+    number.pop_back();
+    display = ":" + number;
+    return true;
+  }
+
+};
+
 // A scene that shows where the window's picture stands: a red wire-frame
 // cube, 100 wide, seen from the front.
 inline const char* const RED_CUBE = "cube(1) dim(100)\neye(0,0,-1000)\ncol vol(1)=1,0,0\ndispl";
@@ -50,8 +102,9 @@ inline bool shows_red_cube(const Picture& p, int w, int h) {
 
 struct LiveSession {
   std::filesystem::path dir;
-  std::string display;
-  pid_t xvfb = -1, prog = -1;
+  XServer server;
+  const std::string& display = server.display;
+  pid_t prog = -1;
   int to_prog = -1;
   int status = -1;  // the program's exit status once it ended
   int marks = 0;
@@ -62,7 +115,7 @@ struct LiveSession {
     dir = std::filesystem::temp_directory_path() /
           ("orvela_live_" + std::to_string(getpid()) + "_" + std::to_string(++sessions));
     std::filesystem::create_directories(dir);
-    if (start_server()) start_program(options);
+    if (!display.empty()) start_program(options);
   }
 
   ~LiveSession() {
@@ -70,10 +123,6 @@ struct LiveSession {
     if (prog > 0 && status < 0) {
       kill(prog, SIGKILL);
       waitpid(prog, nullptr, 0);
-    }
-    if (xvfb > 0) {
-      kill(xvfb, SIGTERM);
-      waitpid(xvfb, nullptr, 0);
     }
     std::filesystem::remove_all(dir);
   }
@@ -179,39 +228,6 @@ struct LiveSession {
   }
 
  private:
-  // Xvfb writes the number it chose to -displayfd once it accepts clients.
-  bool start_server() {
-    int fds[2];
-    if (pipe(fds) != 0) return false;
-    xvfb = fork();
-    if (xvfb == 0) {
-      close(fds[0]);
-      const int quiet = open("/dev/null", O_WRONLY);
-      dup2(quiet, 1);
-      dup2(quiet, 2);
-      const std::string fd = std::to_string(fds[1]);
-      execlp("Xvfb", "Xvfb", "-displayfd", fd.c_str(), "-screen", "0", "1024x768x24", "-nolisten", "tcp",
-             static_cast<char*>(nullptr));
-      _exit(127);
-    }
-    close(fds[1]);
-    std::string number;
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    fcntl(fds[0], F_SETFL, O_NONBLOCK);
-    while (number.empty() || number.back() != '\n') {
-      char c;
-      const ssize_t n = ::read(fds[0], &c, 1);
-      if (n == 1) number.push_back(c);
-      else if (n == 0 || std::chrono::steady_clock::now() > end) break;
-      else std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
-    close(fds[0]);
-    if (number.empty() || number.back() != '\n') return false;
-    number.pop_back();
-    display = ":" + number;
-    return true;
-  }
-
   void start_program(const std::string& options) {
     int fds[2];
     if (pipe(fds) != 0) return;
