@@ -43,6 +43,26 @@ TEST_F(Resized, ThePictureFollowsTheWindowsSize) {
   EXPECT_EQ(s.answer("1+1"), "2.000000");
 }
 
+TEST_F(Resized, TheOrthographicCameraFollowsTheWindowUnlessOneWasChosen) {
+  ASSERT_TRUE(s.run("no pers\nscreen\ndispl")) << s.output();
+  ASSERT_TRUE(resize(400, 300));
+  ASSERT_TRUE(taken(400, 300)) << s.output();
+  EXPECT_EQ(s.answer("pers normal"),
+            "-200.000000 150.000000 -1000.000000 -200.000000 150.000000 0.000000 0.000000 -1.000000 0.000000");
+  // The cube, 200 pixels wide seen without perspective, stays centred.
+  ASSERT_TRUE(s.run("write image name(\"o.bmp\")")) << s.output();
+  Picture p = s.picture("o.bmp");
+  EXPECT_EQ(p.count(100, 49, 301, 250, reddish), p.count(reddish));
+  EXPECT_GT(p.count(100, 49, 102, 250, reddish), 190);
+  EXPECT_GT(p.count(299, 49, 301, 250, reddish), 190);
+  const std::string chosen =
+      "-100.000000 100.000000 -1000.000000 -100.000000 100.000000 0.000000 0.000000 -1.000000 0.000000";
+  ASSERT_TRUE(s.run("pers normal(-100,100,-1000,-100,100,0,0,-1,0)")) << s.output();
+  ASSERT_TRUE(resize(600, 500));
+  ASSERT_TRUE(taken(600, 500)) << s.output();
+  EXPECT_EQ(s.answer("pers normal"), chosen);
+}
+
 TEST_F(Resized, TheFirstScreenAfterAResizeStays) {
   // A picture written before: the renderer then read the old size back.
   ASSERT_TRUE(s.run("write image name(\"red.bmp\")")) << s.output();
