@@ -53,7 +53,7 @@ struct XServer {
       dup2(quiet, 2);
       const std::string fd = std::to_string(fds[1]);
       execlp("Xvfb", "Xvfb", "-displayfd", fd.c_str(), "-screen", "0", "1024x768x24", "-nolisten", "tcp",
-             static_cast<char*>(nullptr));
+             "-noreset", static_cast<char*>(nullptr));
       _exit(127);
     }
     close(fds[1]);
@@ -73,7 +73,6 @@ struct XServer {
     display = ":" + number;
     return true;
   }
-
 };
 
 // A scene that shows where the window's picture stands: a red wire-frame
@@ -126,8 +125,6 @@ struct LiveSession {
     }
     std::filesystem::remove_all(dir);
   }
-
-  bool started() const { return prog > 0; }
 
   void send(const std::string& text) {
     if (to_prog >= 0 && ::write(to_prog, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
