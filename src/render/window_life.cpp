@@ -85,18 +85,17 @@ void window_shown() {
 }
 
 void window_resized(int width, int height) {
+  // Also after `graphic(w,h)`, which set the sizes before the window took them.
   WindowState& w = win();
-  if (width != w.Dimx || height != w.Dimy) {
-    const int old_w = w.Dimx, old_h = w.Dimy;
-    w.Dimx = width;
-    w.Dimy = height;
-    w.Coe_ecran_x = static_cast<float>(w.Dimx) / std::max(w.Dimx_ecran, 1);
-    w.Coe_ecran_y = static_cast<float>(w.Dimy) / std::max(w.Dimy_ecran, 1);
-    param_ortho_suit(old_w, old_h);
-    vues_a_la_taille();
-    if (w.zbuffer) zbuffer_alloue(w.zbuf_mode);
-    objet_fenetre_principale();
-  }
+  const int old_w = w.Dimx, old_h = w.Dimy;
+  w.Dimx = width;
+  w.Dimy = height;
+  w.Coe_ecran_x = static_cast<float>(w.Dimx) / std::max(w.Dimx_ecran, 1);
+  w.Coe_ecran_y = static_cast<float>(w.Dimy) / std::max(w.Dimy_ecran, 1);
+  param_ortho_suit(old_w, old_h);
+  vues_a_la_taille();
+  if (w.zbuffer) zbuffer_alloue(w.zbuf_mode);
+  objet_fenetre_principale();
   // The toolkit made the main window current for its callback.
   focus_reprise();
 }

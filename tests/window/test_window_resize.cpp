@@ -27,9 +27,15 @@ struct Resized : ::testing::Test {
 };
 
 TEST_F(Resized, ThePictureFollowsTheWindowsSize) {
+  // A point beside the centre lies, on the screen, at a distance in
+  // proportion to the sum of the window's sides (the views' matrices).
+  auto beside = [&] { return std::atof(s.answer("pers(50,0,-50)").c_str()); };
+  const double offset = beside() - 384;
+  ASSERT_GT(offset, 10);
   for (auto [w, h] : {std::pair{400, 300}, std::pair{900, 700}}) {
     ASSERT_TRUE(resize(w, h));
     ASSERT_TRUE(taken(w, h)) << s.output();
+    EXPECT_NEAR(beside() - w / 2.0, offset * (w + h) / (768 + 576), 0.01) << w << "x" << h;
     // Drawn again at the new size, the scene centred, without a command.
     EXPECT_TRUE(LiveSession::wait_until([&] { return shows_red_cube(s.grab("shown.bmp"), w, h); }, 20))
         << w << "x" << h << s.output();
