@@ -7,6 +7,7 @@
 #pragma once
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -47,6 +48,8 @@ struct XServer {
     if (pipe(fds) != 0) return false;
     pid = fork();
     if (pid == 0) {
+      // A test that dies must not leave its server behind.
+      prctl(PR_SET_PDEATHSIG, SIGTERM);
       close(fds[0]);
       const int quiet = open("/dev/null", O_WRONLY);
       dup2(quiet, 1);
