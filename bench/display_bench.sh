@@ -8,15 +8,9 @@ cd "$(dirname "$0")/.."
 build=${1:-build}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+source bench/balls_scene.sh
 scene() {  # scene N: the balls, then N displays
-  echo "no edit"
-  for v in $(seq 1 50); do
-    echo "ball($v) dim(20) secx(64) secy(32)"
-    echo "tran($(( (v - 1) % 10 * 60 - 270 )),$(( (v - 1) / 10 * 60 - 120 )),0) vol($v)"
-  done
-  echo "col vol(1-50)=1,0,0"
-  echo "eye(0,0,-1000)"
-  echo "yes illum"
+  balls_scene
   echo "displ"
   if [ "$1" -gt 0 ]; then echo "for(i=0;i<$1;i++){displ}"; fi
   echo "bye abs"

@@ -25,6 +25,7 @@ struct BlocState {
   long live_blocks = 0;       // allocations not yet released
   long long total_words = 0;  // words ever requested from alloue_bloc
   int object_count = 0;       // object records in existence
+  long long requests = 0;     // memory asked of the system, ever
 
   // Pile_alloc: table of live allocation addresses, debug mode only.
   // Off while pile_debut is null.

@@ -2,6 +2,7 @@
 // evaluated in the caller, the callee's variables are saved on the frame
 // stack (so that recursion sees fresh locals while statics stay shared),
 // the formals are bound, the code runs, and the frame is restored.
+#include <algorithm>
 #include <cstring>
 #include <optional>
 #include <string>
@@ -403,10 +404,33 @@ const word* call_command_formal(const word* p, word* dest, bool lvalue, int* sta
   return call_function(p, dest, status);
 }
 
-int run_function_object(Objet* f, word* dest) {
+int run_function_object(Objet* f, word* dest, const float* arg) {
   if (lang().link_state != 1 && lier_tout() < 0) return -1;
   if (!room(dest, 8)) return -1;
-  return evaluer_fonction(f, dest, dest, 0, dest);
+  if (!arg) return evaluer_fonction(f, dest, dest, 0, dest);
+  put_float(dest, *arg);
+  return evaluer_fonction(f, dest, dest, 1, dest + item_words(dest));
+}
+
+int run_function_apart(Objet* f, const float* arg) {
+  static std::vector<word> area;
+  static bool busy = false;
+  std::vector<word> nested;
+  std::vector<word>& zone = busy ? nested : area;
+  const size_t words = static_cast<size_t>(std::max(kernel().Dim_ev, 1 << 16));
+  if (zone.size() < words) zone.assign(words, 0);
+  // Restored also when the run is abandoned by the interrupt.
+  struct Hold {
+    word* limit = eval_state().limit;
+    bool outer = !busy;
+    ~Hold() {
+      eval_state().limit = limit;
+      if (outer) busy = false;
+    }
+  } hold;
+  busy = true;
+  eval_state().limit = zone.data() + zone.size();
+  return run_function_object(f, zone.data(), arg);
 }
 
 void unwind_frames() {

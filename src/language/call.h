@@ -9,8 +9,12 @@ const word* call_function(const word* p, word* dest, int* status);
 // A formal declared `func`: the command or function it was given.
 const word* call_command_formal(const word* p, word* dest, bool lvalue, int* status);
 // Runs a function object (a `func` or a local function of a scene
-// object) with no argument, its value left at `dest` on the evaluation
-// area. 0, or negative after a report.
-int run_function_object(Objet* f, word* dest);
+// object), its value left at `dest` on the evaluation area; `arg`, when
+// not null, is its one argument. 0, or negative after a report.
+int run_function_object(Objet* f, word* dest, const float* arg = nullptr);
+// The same outside any console line (the image cycle), on an evaluation
+// area of its own that is made once and reused; a call from within such a
+// run gets a fresh area.
+int run_function_apart(Objet* f, const float* arg = nullptr);
 // Restores every saved frame (after an abandoned line).
 void unwind_frames();

@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "kernel/access.h"
+#include "kernel/handles.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
@@ -198,8 +200,8 @@ int DEBUG_a(word* record, const word* limit) {
   return set_result_nil(record);
 }
 
-std::vector<ScheduledFunction>& exec_schedule() {
-  static std::vector<ScheduledFunction> s;
+ExecSchedule& exec_schedule() {
+  static ExecSchedule s;
   return s;
 }
 
@@ -251,39 +253,53 @@ int EXEC_EXEC(const char* tasks) {
 int schedule(word* record, const char* names, const word* limit) {
   word* time_item = find_item(record, KW_time);
   const word* period = time_item ? item_value(time_item) : nullptr;
-  std::vector<ScheduledFunction>& s = exec_schedule();
+  ExecSchedule& s = exec_schedule();
   if (!period) {
     // A query: the entry's period and next time, or NIL.
     Objet* f = get_fonction(names);
-    for (const ScheduledFunction& e : s)
-      if (e.function == f) {
+    for (const ScheduledFunction& e : s.entries)
+      if (f && e.function == objet_handle(f)) {
         word v[6] = {6, T_FLOAT, 2, 1, fw(e.period), fw(e.next)};
         return set_result(record, v, limit);
       }
     return set_result_nil(record);
   }
+  float first = 0;
+  if (!number_of(period, &first)) {
+    voir_mot(KW_time);
+    voir_message(0, 66);
+    return -1;
+  }
+  // Every name is checked before the list changes.
+  std::vector<Objet*> found;
   char w[LONG_MOT];
   const char* p = names;
-  int i = 0;
   while (lire_mot(w, &p, LONG_MOT) > 1) {
     Objet* f = get_fonction(w);
     if (!f) {
-      voir_mot(KW_func);
-      VOIR_CHAR("%s ", w);
-      err_pas_trouve(nullptr);
+      err_fonction_inconnue(w);
       return -1;
     }
-    float t = elements(period) > i ? getf(period, i) : getf(period, 0);
-    bool found = false;
-    for (ScheduledFunction& e : s)
-      if (e.function == f) {
-        e.period = t;
-        e.next = t;
-        found = true;
-      }
-    if (!found) s.push_back({f, t, t});
-    i++;
+    found.push_back(f);
   }
+  for (size_t i = 0; i < found.size(); i++) {
+    const float t = elements(period) > static_cast<int>(i) ? getf(period, static_cast<int>(i)) : first;
+    const word h = objet_handle(found[i]);
+    bool known = false;
+    for (ScheduledFunction& e : s.entries)
+      if (e.function == h) {
+        e.period = e.next = t;
+        known = true;
+      }
+    if (!known) s.entries.push_back({h, t, t});
+  }
+  float delay = 0;
+  word* np_item = find_item(record, KW_NP);
+  number_of(np_item ? item_value(np_item) : nullptr, &delay);
+  s.delay = delay > 0 ? entier(delay) : 0;
+  s.counter = 0;
+  s.position = 0;
+  s.on = 1;
   return set_result_nil(record);
 }
 

@@ -4,6 +4,7 @@
 
 #include "kernel/bloc.h"
 #include "kernel/keywords.h"
+#include "kernel/report.h"
 #include "kernel/values.h"
 #include "language/lang_state.h"
 #include "scene/chains.h"
@@ -80,4 +81,10 @@ Objet* define_function(const char* source) {
   f->reserved = 1;            // not saved to a file yet
   lang().link_state = 0;      // calls are linked again before the next call
   return f;
+}
+
+void err_fonction_inconnue(const char* name) {
+  voir_mot(KW_func);
+  VOIR_CHAR("%s ", name);
+  err_pas_trouve(nullptr);
 }

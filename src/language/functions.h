@@ -18,3 +18,6 @@ bloc source_value(const char* source);
 // Creates or replaces the function whose source is `text` (its name is the
 // text up to the first "("); the old code is released. Null on failure.
 Objet* define_function(const char* text);
+// The report of a function name that names nothing: `func`, the name and
+// "NOT FOUND".
+void err_fonction_inconnue(const char* name);

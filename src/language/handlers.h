@@ -30,14 +30,25 @@ int a_status(word* record, const word* limit);
 int SYSTEM_a(word* record, const word* limit);
 int YES_NO_a(word* record, const word* limit);
 
-// The schedule of `exec func(...) time(...)`, run by the animation cycle.
+// The schedule of `exec func("f g") time(...) NP(n)`, run by the image
+// cycle. Without a common delay each entry has its own period: its count
+// goes down at each image and the function runs when it reaches 0. With a
+// common delay n, every nth image the next entry runs, once each, and the
+// list is then switched off.
 struct ScheduledFunction {
-  struct Objet* function;
-  float period;
-  float next;
+  word function;  // handle of the function object
+  float period;   // reload value of the count
+  float next;     // images left before the next run
 };
 #include <vector>
-std::vector<ScheduledFunction>& exec_schedule();
+struct ExecSchedule {
+  std::vector<ScheduledFunction> entries;
+  int on = 0;           // the list runs at each image
+  int delay = 0;        // the common delay, 0 for none
+  int counter = 0;      // images counted towards it
+  size_t position = 0;  // the entry that runs next under it
+};
+ExecSchedule& exec_schedule();
 
 // The value functions of the interpreter vocabulary (fct0.h): `fct0`
 // passes the record on (1) when an item belongs to another vocabulary.

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "kernel/access.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
@@ -47,14 +48,25 @@ bool sommet_de(const Objet* o, int k, float out[3]) {
   return true;
 }
 
-// The numbers of a list value (the followers of `follow`).
-std::vector<int> numeros(const word* v) {
-  std::vector<int> out;
+// The numbers of a list value (the followers of `follow`, a view's
+// volumes), held in the frame: the display allocates nothing.
+struct Numeros {
   float f[256];
-  const int n = floats_into(v, f, 256);
-  for (int i = 0; i < n; i++) out.push_back(static_cast<int>(f[i]));
-  return out;
-}
+  int n;
+  explicit Numeros(const word* v) : n(floats_into(v, f, 256)) {}
+  struct It {
+    const float* p;
+    int operator*() const { return entier(*p); }
+    It& operator++() {
+      ++p;
+      return *this;
+    }
+    bool operator!=(const It& o) const { return p != o.p; }
+  };
+  It begin() const { return {f}; }
+  It end() const { return {f + n}; }
+};
+Numeros numeros(const word* v) { return Numeros(v); }
 
 // The leader's vertex that a follower is attached to; false without one.
 bool sommet_meneur(const DisplayRecord& r, float out[3]) {
@@ -365,7 +377,8 @@ int DISPLAY_VOL(word* command) {
       glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
       masque_vue(v);
       if (const word* list = get_val_1(v->local, KW_vol)) {
-        std::vector<Objet*> own;
+        static std::vector<Objet*> own;  // kept from image to image
+        own.clear();
         for (int id : numeros(list))
           if (Objet* o = volume(id); o && o->valid > 0) own.push_back(o);
         if (passe(command, own, true) < 0) result = -1;

@@ -15,9 +15,11 @@
 
 namespace {
 
-// The image numbers of a `texture` value; empty when they are all 0.
-std::vector<int> images_de(const word* v) {
-  std::vector<int> ids;
+// The image numbers of a `texture` value; empty when they are all 0. The
+// list is kept from one call to the next.
+const std::vector<int>& images_de(const word* v) {
+  static std::vector<int> ids;
+  ids.clear();
   bool any = false;
   for (int i = 0; v && i < value_elements(v); i++) {
     ids.push_back(static_cast<int>(value_at(v, i)));
@@ -66,7 +68,7 @@ bool coordonnees(Objet* o, const DisplayRecord& r, bool generated, Coordonnees& 
 
 int DISPLAY_TEXTURE(Objet* o, const DisplayRecord& r, int mode, bool generated) {
   const word* fac_images = generated ? r[R_texture_fac_generate] : r[R_texture_fac];
-  const std::vector<int> passes = images_de(r[R_texture]);
+  const std::vector<int>& passes = images_de(r[R_texture]);
   bool any_facet = false;
   for (int i = 0; fac_images && i < value_elements(fac_images) && !any_facet; i++)
     any_facet = image_facette(fac_images, i) > 0;

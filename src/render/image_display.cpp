@@ -19,7 +19,8 @@ void DISPLAY_IMAGE(const std::vector<Objet*>& images) {
 }
 
 void DISPLAY_IMAGE_VISIBLES() {
-  std::vector<Objet*> shown;
+  static std::vector<Objet*> shown;  // kept from image to image
+  shown.clear();
   for (Objet* o = chaine_images()->next; o; o = o->next)
     if (image_visible(o)) shown.push_back(o);
   DISPLAY_IMAGE(shown);

@@ -80,11 +80,16 @@ void dessine_texte(const TextBox& box) {
 }
 
 void repere_pixels(bool on) {
+  const double bottom_left[4] = {0, static_cast<double>(win().Dimx), 0, static_cast<double>(win().Dimy)};
+  repere_plan(on, bottom_left);
+}
+
+void repere_plan(bool on, const double box[4]) {
   glMatrixMode(GL_PROJECTION);
   if (on) {
     glPushMatrix();
     glLoadIdentity();
-    gluOrtho2D(0, win().Dimx, 0, win().Dimy);
+    gluOrtho2D(box[0], box[1], box[2], box[3]);
   } else {
     glPopMatrix();
   }

@@ -27,6 +27,8 @@ void dessine_texte(const TextBox& box);
 // Window pixels from the bottom left corner as the frame of what follows
 // (true), and the former matrices back (false).
 void repere_pixels(bool on);
+// The same with the window spanning left, right, bottom, top of `box`.
+void repere_plan(bool on, const double box[4]);
 
 // The text of `message` at the volume's first vertex (or the origin),
 // over a rectangle of `back message`, in `col message`; with mode 0 the

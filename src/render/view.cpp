@@ -134,6 +134,25 @@ Objet* vue_active() {
   return v;
 }
 
+void vue_initiale() {
+  Objet* v = vue_active();
+  if (!v) return;
+  for (int i = 0; i < 5; i++)
+    if (float* f = valeur(v, SLOTS[i])) defaut(SLOTS[i], f);
+  CAL_VIEW(v, 1);
+}
+
+void place_vue(const float* eye, const float* aim, const float* foc) {
+  Objet* v = vue_active();
+  ViewState& vs = views();
+  for (int i = 0; i < 3; i++) {
+    if (eye && vs.P_eye) vs.P_eye[i] = eye[i];
+    if (aim && vs.P_aim) vs.P_aim[i] = aim[i];
+  }
+  if (foc && vs.P_foc) *vs.P_foc = *foc;
+  CAL_VIEW(v, 1);
+}
+
 int CAL_VIEW(Objet* v, int flag) {
   if (!v) {
     v = get_objet_id(chaine_classe(KW_view), KW_view, 1);

@@ -55,6 +55,12 @@ Objet* CRE_VIEW_DEFAUT(int id);
 void vue_courante(Objet* v);
 // The current view found again (made when missing), pointers refreshed.
 Objet* vue_active();
+// The current view back to the keyword table's eye, aim, axis, focal and
+// roll.
+void vue_initiale();
+// Places the current view: the eye, the aim and the focal that are not
+// null, then its matrices.
+void place_vue(const float* eye, const float* aim, const float* foc);
 // The matrices of a view (null: view 1, made when missing). Negative
 // after a report.
 int CAL_VIEW(Objet* v, int flag);

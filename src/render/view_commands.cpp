@@ -249,6 +249,8 @@ int STEREO_b(word* s, const word* ob, word* st, const word* lim) {
   vue_active();
   ViewState& vs = views();
   float E[3] = {0, 0, -100}, A[3] = {0, 0, 0}, X[3] = {0, 1, 0};
+  // Both eyes see with the current view's focal.
+  const float foc = vs.P_foc ? *vs.P_foc : 1.0f;
   if (vs.P_eye) std::copy_n(vs.P_eye, 3, E);
   if (vs.P_aim) std::copy_n(vs.P_aim, 3, A);
   if (vs.P_axis) std::copy_n(vs.P_axis, 3, X);
@@ -280,6 +282,7 @@ int STEREO_b(word* s, const word* ob, word* st, const word* lim) {
     if (!ecrit3(v, KW_eye, e) || !ecrit3(v, KW_aim, A) || !ecrit3(v, KW_axis, X) ||
         !ecrit3(v, KW_col, cols + 3 * k))
       return -1;
+    if (bloc b = set_val_1(v, KW_foc, 1)) setf(b, 0, foc);
     CAL_VIEW(v, 1);
   }
   set_sem(KW_view, 1);

@@ -10,10 +10,10 @@
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
-#include "language/console_runner.h"
 #include "platform/console_io.h"
 #include "platform/display.h"
 #include "platform/line_editor.h"
+#include "render/frame.h"
 #include "render/screen.h"
 #include "render/view.h"
 #include "render/windows.h"
@@ -44,6 +44,7 @@ void Keyboard_Func(unsigned char key, int x, int y) {
   w.key = key;
   w.mouse_x = x;
   w.mouse_y = y;
+  if (window_hooks().key) window_hooks().key(key, x, y);
 }
 
 void Mouse_Func(int button, int state, int x, int y) {
@@ -52,11 +53,19 @@ void Mouse_Func(int button, int state, int x, int y) {
   w.mouse_state = state;
   w.mouse_x = x;
   w.mouse_y = y;
+  if (window_hooks().button) window_hooks().button(button, state, x, y);
 }
 
 void Motion_Func(int x, int y) {
   win().mouse_x = x;
   win().mouse_y = y;
+  if (window_hooks().drag) window_hooks().drag(x, y);
+}
+
+void Passive_Func(int x, int y) {
+  win().mouse_x = x;
+  win().mouse_y = y;
+  if (window_hooks().hover) window_hooks().hover(x, y);
 }
 
 // The window is gone (the toolkit's main loop then returns, and
@@ -73,24 +82,12 @@ void register_callbacks() {
   glutKeyboardFunc(Keyboard_Func);
   glutMouseFunc(Mouse_Func);
   glutMotionFunc(Motion_Func);
-  glutPassiveMotionFunc(Motion_Func);
+  glutPassiveMotionFunc(Passive_Func);
   glutVisibilityFunc(Visibility_Func);
   glutCloseFunc(Close_Func);
 }
 
-// The launching text of the start-up pass, then the interpreter.
-void boot_pass() {
-  KernelState& k = kernel();
-  k.Mode_idle = 0;
-  if (k.lan_state == 1 && !k.lan.empty()) {
-    std::string launch = k.lan;
-    k.lan.clear();
-    try {
-      run_launch_text(launch);
-    } catch (const Abandon&) {
-    }
-  }
-}
+}  // namespace
 
 // The console's step: the prompt once, then a line when one is complete.
 // The wait is short so that the window keeps its events.
@@ -111,8 +108,6 @@ void console_step() {
   con.prompt_shown = 0;
 }
 
-}  // namespace
-
 void Reshape_Func(int w, int h) {
   if (w < 1 || h < 1) {
     voir_int2("Warning Reshape_Func(%d, %d)\n", w, h);
@@ -123,9 +118,8 @@ void Reshape_Func(int w, int h) {
 }
 
 void Idle_Func() {
-  KernelState& k = kernel();
-  if (k.Mode_idle == -276) boot_pass();
-  console_step();
+  if (window_hooks().idle) window_hooks().idle();
+  else console_step();
 }
 
 bool window_start() {

@@ -62,8 +62,11 @@ int init_ecran(int mode);
 // Hands the thread to the window toolkit; never returns.
 [[noreturn]] void window_main_loop();
 
-// One idle slice: the console's step in interpreter mode.
+// One idle slice: the hook of the image loops (render/frame.h), or the
+// console's step.
 void Idle_Func();
+// The console's step: one line when one is complete, without blocking.
+void console_step();
 void Reshape_Func(int w, int h);
 
 // The window's life beside its callbacks (window_life.cpp).

@@ -105,8 +105,8 @@ struct Table {
   }
 };
 
-const Table& table() {
-  static const Table t;
+Table& table() {
+  static Table t;
   return t;
 }
 
@@ -196,6 +196,14 @@ int special(word* s, int code, const word* ob, word* st, const word* lim, bool* 
 }
 
 }  // namespace
+
+void register_graphic_handler(std::initializer_list<int> codes, Handler1 handler, bool quiet) {
+  Table& t = table();
+  t.handlers.push_back(handler);
+  t.quiet.push_back(quiet);
+  for (int c : codes)
+    if (c >= -1 && c < NB_ENTRIES - 1) t.index[c + 1] = static_cast<uint8_t>(t.handlers.size() - 1);
+}
 
 int evaluer_1(word* s, const word* ob, word* st, const word* lim) {
   if (s[0] <= 0 || tag(s) != T_SEGMENTS) {

@@ -17,6 +17,7 @@
 #include "scene/graphic.h"
 #include "scene/lookup.h"
 #include "scene/matrix.h"
+#include "scene/mod_mouse.h"
 #include "scene/primitives.h"
 #include "scene/selection.h"
 #include "scene/transform.h"
@@ -125,7 +126,7 @@ int lit(word* s, Commande& c) {
         case KW_max: c.max = true; break;
         case KW_anc: c.t.alea = true; break;
         case KW_matrix: c.matrix = true; break;
-        default: break;  // mouse, frame, scale: factors stay 1 without a window
+        default: break;  // mouse, frame, scale: the factors, read apart
       }
     }
   }
@@ -138,7 +139,8 @@ int lit(word* s, Commande& c) {
 void modifie_bloc(Objet* o, const Transformation& t) {
   float* b = get_matrix_vol(o);
   if (!b) return;
-  auto val = [&](size_t j, float d) { return j < t.par.size() ? t.par[j] : d; };
+  // The mouse factors scale the first two values, as on the vertices.
+  auto val = [&](size_t j, float d) { return (j < t.par.size() ? t.par[j] : d) * (j < 2 ? t.factor[j] : 1.0f); };
   switch (t.kind) {
     case KW_tran: case KW_move:
       for (int k = 0; k < 3; k++) b[TR_TRAN + k] += val(static_cast<size_t>(k), 0);
@@ -222,6 +224,7 @@ int MOD_b(word* s, const word* ob, word* st, const word* lim) {
     voir_texte("transf(par)obj(id)\a\n");
     return -1;
   }
+  if (!facteurs_souris(s, c.t.factor)) return set_result_nil(s);
   for (Objet* o : c.objets)
     if (transforme(o, c) < 0) {
       TRACE_FAIL("MOD_b()");

@@ -20,12 +20,28 @@ struct SceneEvents {
   void (*vol_release)(Objet*) = nullptr;
 };
 
+// The pointer of the window, kept up to date by the interaction's mouse
+// callbacks, for the mouse factors of MOD_b: pixels from the window's
+// centre, y down.
+struct ScenePointer {
+  bool on = false;        // a window gives positions
+  float x = 0, y = 0;
+  bool down = false;      // a button is held
+  int presses = 0;        // presses so far
+  int presses_taken = 0;  // the presses that `mouse(1)` has acted on
+  int window_w = 0, window_h = 0;
+  // Outlines a `frame` given to a transformation, in white (pixels from
+  // the window's centre, y up); set by the window's side.
+  void (*dessine_cadre)(const float frame[4]) = nullptr;
+};
+
 struct SceneState {
   Objet* sphere = nullptr;  // the shared unit sphere, once built
   SceneEvents events;
   // Objects whose local functions are running: their list is held apart
   // meanwhile and may not change.
   std::vector<Objet*> locales_en_cours;
+  ScenePointer pointeur;
 };
 
 SceneState& scene();

@@ -36,7 +36,6 @@
 namespace {
 
 constexpr size_t NOM_MAX = 126;
-constexpr size_t ZONE_LOCALE = 1 << 16;  // evaluation words of one image's run
 
 Objet* locale_nommee(Objet* o, const std::string& nom) {
   for (Objet* f = o->child ? o->child->next : nullptr; f; f = f->next)
@@ -111,8 +110,8 @@ int lecture(word* s, Objet* o, const word* v, const word* lim) {
   return resultat(s, f->local, lim);
 }
 
-int execute(Objet* f, word* at) {
-  if (run_function_object(f, at) < 0) {
+int execute(Objet* f) {
+  if (run_function_apart(f) < 0) {
     VOIR_CHAR("%s\n", "exec_fonc_obj");
     return -1;
   }
@@ -163,14 +162,9 @@ int exec_locales(Objet* o) {
   o->child = nullptr;
   const word h = objet_handle(o);
   scene().locales_en_cours.push_back(o);
-  // An area of its own, as the cycle runs outside any console line.
-  std::vector<word> zone(ZONE_LOCALE);
-  EvalState& E = eval_state();
-  word* limite = E.limit;
-  E.limit = zone.data() + zone.size();
+  // On an area of their own, as the cycle runs outside any console line.
   int r = 0;
-  for (Objet* f = liste->next; f && r == 0; f = f->next) r = execute(f, zone.data());
-  E.limit = limite;
+  for (Objet* f = liste->next; f && r == 0; f = f->next) r = execute(f);
   std::vector<Objet*>& e = scene().locales_en_cours;
   e.erase(std::find(e.begin(), e.end(), o));
   if (handle_objet(h) == o) o->child = liste;
@@ -178,15 +172,19 @@ int exec_locales(Objet* o) {
   return r;
 }
 
+// Twelve lists, volumes last so that their functions see the lights and
+// views of this image already moved. Menus and genetic populations have
+// steps of their own and are not among them.
 int EXEC_LOCALE_TOUT() {
-  for (int kind : {KW_vol, KW_object, KW_light, KW_image, KW_traj, KW_view, KW_brush, KW_field, KW_fog,
-                   KW_genetic, KW_memory, KW_menu, KW_network, KW_device}) {
+  static std::vector<word> objets;  // kept from image to image: no allocation
+  for (int kind : {KW_fog, KW_light, KW_view, KW_traj, KW_field, KW_brush, KW_image, KW_object, KW_memory,
+                   KW_network, KW_device, KW_vol}) {
     // By handle: a function may remove objects of the chain.
-    std::vector<word> objets;
+    objets.clear();
     for (Objet* o = chaine_classe(kind)->next; o; o = o->next)
-      if (o->child && o->child->kind == T_CHAINE) objets.push_back(objet_handle(o));
-    for (word h : objets) {
-      Objet* o = handle_objet(h);
+      if (o->kind == kind && o->child && o->child->kind == T_CHAINE) objets.push_back(objet_handle(o));
+    for (size_t i = 0; i < objets.size(); i++) {
+      Objet* o = handle_objet(objets[i]);
       if (o && o->child && exec_locales(o) < 0) {
         TRACE_FAIL("EXEC_LOCALE_TOUT");
         return -1;

@@ -130,8 +130,14 @@ void invalide_caches(Objet* o) {
   raz_generate(o, 0);
 }
 
-void raz_generate(Objet* o, int how) {
-  if (!o || !o->local) return;
+namespace {
+
+// Followers that follow each other in a ring would never end: the walk
+// goes no deeper than this.
+constexpr int FOLLOW_DEPTH = 64;
+
+void raz_generate_suiveurs(Objet* o, int how, int depth) {
+  if (!o || !o->local || depth > FOLLOW_DEPTH) return;
   if (bloc v = get_val_2(o->local, KW_meta, KW_generate); v && v[2] >= 2) {
     if (how == 0) v[4] = 0;
     v[5] = 0;
@@ -141,7 +147,11 @@ void raz_generate(Objet* o, int how) {
     for (int i = 0; i < f[2] * std::max(f[3], 1) && i < f[0] - 4; i++) {
       const int id = f[1] == T_FLOAT ? static_cast<int>(getf(f, i)) : f[4 + i];
       Objet* g = get_objet_id(chaine_classe(KW_vol), KW_vol, id);
-      if (g && g != o) raz_generate(g, how);
+      if (g && g != o) raz_generate_suiveurs(g, how, depth + 1);
     }
   }
 }
+
+}  // namespace
+
+void raz_generate(Objet* o, int how) { raz_generate_suiveurs(o, how, 0); }

@@ -7,6 +7,8 @@
 #               .input that it writes replaces NAME.orv
 #   NAME.check  bash script run afterwards; its output is appended
 # The folder's path prints as @CWD@ and the thread id as @TID@.
+# ORVELA_WRAP, when set, is a program that runs orvela (its words follow),
+# ORVELA_ARGS the default words and ORVELA_TIMEOUT the seconds allowed.
 set -u
 bin=$1 root=$2 base=$3
 work=$(mktemp -d)
@@ -16,10 +18,10 @@ export ROOT=$root
 [ -f "$base.setup" ] && bash "$base.setup"
 input="$base.orv"
 [ -f .input ] && input=.input
-args="gra=0 ID"
+args=${ORVELA_ARGS:-gra=0 ID}
 [ -f "$base.args" ] && args=$(sed "s|@ROOT@|$root|g" "$base.args")
 # shellcheck disable=SC2086
-timeout 30 "$bin" $args < "$input" > .actual 2>&1
+timeout "${ORVELA_TIMEOUT:-30}" ${ORVELA_WRAP:-} "$bin" $args < "$input" > .actual 2>&1
 status=$?
 printf '[status %d]\n' "$status" >> .actual
 [ -f "$base.check" ] && bash "$base.check" >> .actual 2>&1

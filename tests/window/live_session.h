@@ -84,7 +84,8 @@ inline const char* const RED_CUBE = "cube(1) dim(100)\neye(0,0,-1000)\ncol vol(1
 
 // The cube as a window of w x h shows it: a square outline at the centre,
 // its side in proportion to the height (the perspective's aperture is
-// vertical), everything else the background.
+// vertical), everything else the background. The window opens through one
+// pass of the interaction loop, which gives the view the focal 0.825.
 inline bool shows_red_cube(const Picture& p, int w, int h) {
   if (p.w != w || p.h != h) return false;
   int x0 = w, y0 = h, x1 = -1, y1 = -1, red = 0;
@@ -97,7 +98,7 @@ inline bool shows_red_cube(const Picture& p, int w, int h) {
         y1 = std::max(y1, y);
         red++;
       }
-  const int side = 118 * h / 576;
+  const int side = 146 * h / 576;
   return red > 0 && std::abs(x1 - x0 + 1 - side) <= 3 && std::abs(y1 - y0 + 1 - side) <= 3 &&
          std::abs(x0 + x1 + 1 - w) <= 2 && std::abs(y0 + y1 + 1 - h) <= 2 && p.count(background) == w * h - red;
 }

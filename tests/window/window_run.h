@@ -56,13 +56,17 @@ inline bool have_xvfb() { return std::system("command -v xvfb-run >/dev/null 2>&
 
 // Runs `script` (which should end in `bye abs`) in a fresh folder, and
 // loads the pictures it was to write, by name. The console output is kept
-// for messages in failures.
+// for messages in failures. A `driver`, when given, is a bash script run
+// beside the program under the same display, with the helpers of
+// tests/window/drive.sh (wait_text, key, type_text, click, drag).
 struct WindowRun {
   std::string out;
   std::filesystem::path dir;
   bool ran = false;
   // `options` go on the command line.
-  explicit WindowRun(const std::string& script, const std::string& options = "") {
+  // `binary` is the program to run, orvela by default.
+  explicit WindowRun(const std::string& script, const std::string& options = "", const std::string& driver = "",
+                     const std::string& binary = ORVELA_BINARY) {
     static int runs = 0;
     runs++;
     dir = std::filesystem::temp_directory_path() /
@@ -71,8 +75,16 @@ struct WindowRun {
     std::ofstream(dir / "script.orv") << script;
     // A server number of our own: parallel tests do not race for one.
     const int server = 100 + (getpid() * 16 + runs) % 4000;
-    const std::string cmd = "cd '" + dir.string() + "' && timeout 60 xvfb-run -a -n " + std::to_string(server) +
-                             " -s '-screen 0 1024x768x24' " ORVELA_BINARY " " + options + " < script.orv > out.txt 2>&1";
+    std::string program = binary + " " + options + " < script.orv > out.txt 2>&1";
+    if (!driver.empty()) {
+      std::ofstream(dir / "driver.sh") << "source " ORVELA_SOURCE_DIR "/tests/window/drive.sh\n" << driver;
+      std::ofstream(dir / "both.sh") << program << " & pid=$!\nbash driver.sh\n"
+                                     << "for i in $(seq 100); do kill -0 $pid 2>/dev/null || break; sleep 0.1; done\n"
+                                     << "kill $pid 2>/dev/null\nwait $pid\n";
+      program = "bash both.sh";
+    }
+    const std::string cmd = "cd '" + dir.string() + "' && timeout 90 xvfb-run -a -n " + std::to_string(server) +
+                            " -s '-screen 0 1024x768x24' " + program;
     ran = std::system(cmd.c_str()) == 0;
     std::ifstream f(dir / "out.txt");
     out.assign(std::istreambuf_iterator<char>(f), {});

@@ -1,0 +1,40 @@
+// The start of ORVELA: start-up, then the window's loop, or the console's
+// loop when there is no window.
+#include "app/orvela_main.h"
+
+#include "interaction/interaction.h"
+#include "kernel/console.h"
+#include "kernel/interrupt.h"
+#include "kernel/kernel.h"
+#include "kernel/startup.h"
+#include "language/console_runner.h"
+#include "platform/console_io.h"
+#include "platform/process.h"
+#include "render/screen.h"
+#include "render/window.h"
+
+void orvela_main(int argc, char** argv) {
+  KernelState& k = kernel();
+  k.mode_courant = 1;
+  install_console_runner();
+  install_interaction();
+  inita(argc, argv, "initb.h");
+  interrupt_clear();
+  interrupt_install();
+  in_set_interrupt_hook(interrupt_dialogue);
+  const bool fenetre = screen().gra && window_start();
+  // The loop's entry: with a window the boot pass of the loop, without it
+  // "graphic off".
+  interaction_demarrage(k.lan_state == 1 ? -1 : 1);
+  // With a window, the toolkit owns the thread; the console and the
+  // launching text run in its idle calls.
+  if (fenetre) window_main_loop();
+  texte_de_lancement();
+  for (;;) {
+    try {
+      lire_executer(1, 0, k.eval_stack, 0);
+    } catch (const Abandon&) {
+      // Back at the recovery point: the line was abandoned.
+    }
+  }
+}

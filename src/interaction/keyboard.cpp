@@ -1,0 +1,194 @@
+// The keyboard of the window: the line typed in it, its keys of control,
+// and the `ascii` bindings that exec_INTERACTION runs once an image.
+//   interaction ascii("a") func("f")   typing "a" in the window runs f
+//   interaction ascii                  the last line ended with Return
+//   interaction ascii abs              the code of the last key
+//   interaction ascii format("<")      the prompt character (reads without value)
+//   interaction ascii poi(x,y) rectangle(r,g,b) frame(r,g,b) col(r,g,b)
+//                                      waits for a line typed in the window
+//                                      in a box at (x,y), and answers it
+#include <cstring>
+#include <string>
+
+#include "interaction/interaction.h"
+#include "interaction/internal.h"
+#include "kernel/kernel.h"
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "language/cmd_util.h"
+#include "language/commands.h"
+#include "language/console_runner.h"
+#include "render/cmd_args.h"
+#include "render/frame.h"
+#include "render/window.h"
+
+namespace {
+
+constexpr unsigned char ESCAPE = 27, BACKSPACE = 8, DELETE = 127;
+
+void ajoute(char c) {
+  InteractionState& L = loop();
+  if (L.longueur >= LIGNE_CLAVIER_MAX) {
+    err_debordement(nullptr);
+    efface_ligne();
+    return;
+  }
+  L.Ligne_clavier[L.longueur++] = c;
+  L.Ligne_clavier[L.longueur] = 0;
+}
+
+// Return: a line opened by "!" runs as a command, any other is kept as
+// the validated line.
+void valide_ligne() {
+  InteractionState& L = loop();
+  std::string line(L.Ligne_clavier, static_cast<size_t>(L.longueur));
+  efface_ligne();
+  if (!line.empty() && line[0] == '!') {
+    execute_ligne(line.c_str() + 1);
+    return;
+  }
+  std::memcpy(L.Ligne_validee, line.c_str(), line.size() + 1);
+}
+
+void echappement() {
+  InteractionState& L = loop();
+  KernelState& k = kernel();
+  if (!L.menus) return;
+  if (k.Mode_idle == KW_interaction) fin_interaction("Esc");
+  else k.Mode_idle = 0;
+}
+
+Liaison* liaison(char c) {
+  for (Liaison& b : loop().liaisons)
+    if (b.car == c) return &b;
+  return nullptr;
+}
+
+// A line typed in a box: the window's events are taken until Return.
+int saisie(word* s) {
+  InteractionState& L = loop();
+  float at[2] = {0, 0}, fond[3] = {0, 0, 0}, cadre[3] = {1, 1, 1}, col[3] = {1, 1, 1};
+  arg_floats(s, KW_poi, at, 2);
+  const bool avec_fond = arg_floats(s, KW_rectangle, fond, 3) > 0;
+  const bool avec_cadre = arg_floats(s, KW_frame, cadre, 3) > 0;
+  arg_floats(s, KW_col, col, 3);
+  efface_ligne();
+  L.Ligne_validee[0] = 0;
+  L.attend_saisie = 1;
+  while (L.attend_saisie && gl_on()) {
+    const std::string shown = std::string(1, L.Car_prompt) + L.Ligne_clavier;
+    const float w = text_width(shown.c_str()) + 8, h = 20;
+    const float box[4] = {at[0] - 4, at[1] - 15, at[0] - 4 + w, at[1] - 15 + h};
+    if (avec_fond) fill_rectangle(box, fond);
+    if (avec_cadre) outline_rectangle(box, cadre);
+    text_at(shown.c_str(), at[0], at[1], col);
+    flush_window();
+    window_events(20);
+  }
+  return set_result_text(s, L.Ligne_validee);
+}
+
+}  // namespace
+
+void efface_ligne() {
+  InteractionState& L = loop();
+  L.longueur = 0;
+  L.Ligne_clavier[0] = 0;
+}
+
+int execute_ligne(const char* text) { return run_launch_text(text); }
+
+void touche(unsigned char key, int, int) {
+  InteractionState& L = loop();
+  KernelState& k = kernel();
+  L.derniere_touche = key;
+  note_touche(key);
+  if (!L.entree_clavier && key != ESCAPE) return;
+  switch (key) {
+    case BACKSPACE: case DELETE:
+      if (L.longueur > 0) L.Ligne_clavier[--L.longueur] = 0;
+      return;
+    case ESCAPE:
+      L.attend_saisie = 0;
+      echappement();
+      return;
+    case '&': case '>': efface_ligne(); return;
+    case '[':
+      if (k.Mode_idle > 0) k.Mode_idle = -k.Mode_idle;
+      return;
+    case ']':
+      if (k.Mode_idle < 0) k.Mode_idle = -k.Mode_idle;
+      return;
+    default: break;
+  }
+  const char c = static_cast<char>(key);
+  if (L.voir && L.longueur == 0 && c != L.Car_prompt) {
+    // The console view: a key opens a command line.
+    if (key == 10 || key == 13) return;
+    ajoute('!');
+    ajoute(c);
+    return;
+  }
+  if (key == 10 || key == 13) {
+    valide_ligne();
+    if (L.attend_saisie) L.attend_saisie = 0;
+    return;
+  }
+  if ((c == '!' || c == '<') && L.longueur > 0) return;
+  ajoute(c);
+}
+
+int exec_INTERACTION() {
+  InteractionState& L = loop();
+  if (L.longueur == 0) return 0;
+  if (L.Ligne_clavier[0] == L.Car_prompt && L.Ligne_clavier[L.longueur - 1] != '\r') return 0;
+  const char first = L.Ligne_clavier[0];
+  if (first == '!') return 0;
+  for (size_t i = 0; i < L.liaisons.size(); i++) {
+    const Liaison b = L.liaisons[i];
+    if (b.car != first) continue;
+    efface_ligne();
+    if (b.kind == KW_func && run_fonction(b.function) < 0) return -1;
+    return 0;
+  }
+  return 0;
+}
+
+int INTERACTION_ASCII(word* s, const word* lim) {
+  InteractionState& L = loop();
+  if (has_word(s, KW_abs)) return set_result_float(s, lim, static_cast<float>(L.derniere_touche));
+  if (has_word(s, KW_format)) {
+    const char* t = value_text(arg_of(s, KW_format));
+    if (!t) return set_result_text(s, std::string(1, L.Car_prompt));
+    L.Car_prompt = t[0] ? t[0] : '<';
+    efface_ligne();
+    return set_result_nil(s);
+  }
+  if (has_word(s, KW_poi)) return saisie(s);
+  if (const char* name = value_text(arg_of(s, KW_write))) return enregistre(name) < 0 ? -1 : set_result_nil(s);
+  if (const char* name = value_text(arg_of(s, KW_read))) return relit(name) < 0 ? -1 : set_result_nil(s);
+  const char* car = value_text(arg_of(s, KW_ascii));
+  if (!car) return set_result_text(s, L.Ligne_validee);
+  if (!car[0] || car[1]) {
+    err_syntaxe(97, KW_ascii, "(\"c\") func(\"f\")\n");
+    return -1;
+  }
+  Liaison b;
+  b.car = car[0];
+  if (has_word(s, KW_func)) {
+    b.kind = KW_func;
+    if (!(b.function = fonction_nommee(value_text(arg_of(s, KW_func))))) return -1;
+  } else if (has_word(s, KW_stock)) {
+    voir_mot(KW_stock);
+    voir_message(0, 104);
+    return -1;
+  } else {
+    // The binding of that character goes.
+    for (size_t i = 0; i < L.liaisons.size(); i++)
+      if (L.liaisons[i].car == b.car) L.liaisons.erase(L.liaisons.begin() + static_cast<long>(i));
+    return set_result_nil(s);
+  }
+  if (Liaison* old = liaison(b.car)) *old = b;
+  else L.liaisons.push_back(b);
+  return set_result_nil(s);
+}

@@ -1,0 +1,151 @@
+#include "render/frame.h"
+
+#include <GL/freeglut.h>
+
+#include <cstring>
+
+#include "platform/process.h"
+#include "render/text.h"
+#include "render/window.h"
+
+WindowHooks& window_hooks() {
+  static WindowHooks h;
+  return h;
+}
+
+void modelview_identity() {
+  if (!gl_on()) return;
+  glMatrixMode(GL_MODELVIEW);
+  glLoadIdentity();
+}
+
+void swap_image() {
+  if (gl_on()) glutSwapBuffers();
+}
+
+void draw_in_back(bool back) {
+  win().drawn_front = !back;
+  if (gl_on()) glDrawBuffer(back ? GL_BACK : GL_FRONT);
+}
+
+void loop_gl_start(bool no_cull) {
+  if (!gl_on()) return;
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  if (!no_cull) {
+    glEnable(GL_CULL_FACE);
+    glCullFace(GL_BACK);
+  }
+  glEnable(GL_DEPTH_TEST);
+  glDepthFunc(GL_LESS);
+  draw_in_back(true);
+}
+
+void loop_gl_stop() {
+  if (!gl_on()) return;
+  for (GLenum cap : {GL_AUTO_NORMAL, GL_NORMALIZE, GL_LINE_SMOOTH, GL_BLEND, GL_POLYGON_SMOOTH, GL_CULL_FACE, GL_FOG,
+                     GL_DEPTH_TEST, GL_LIGHTING, GL_VERTEX_ARRAY, GL_COLOR_MATERIAL, GL_TEXTURE_2D})
+    glDisable(cap);
+}
+
+void depth_test_off() {
+  if (gl_on()) glDisable(GL_DEPTH_TEST);
+}
+
+void flush_window() {
+  if (!gl_on()) return;
+  if (win().drawn_front) glFlush();
+  else glutSwapBuffers();
+}
+
+void window_events(int ms) {
+  if (!gl_on()) return;
+  glutMainLoopEvent();
+  sleep_ms(ms);
+}
+
+void full_screen() {
+  if (gl_on()) glutFullScreen();
+}
+
+namespace {
+
+// The window's pixels with the origin at its centre, for what follows;
+// the former matrices and switches come back with `false`.
+void centre_frame(bool on) {
+  const WindowState& w = win();
+  const double centre[4] = {-w.Dimx / 2.0, w.Dimx / 2.0, w.Dimy / 2.0, -w.Dimy / 2.0};
+  if (on) {
+    glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT);
+    glDisable(GL_DEPTH_TEST);
+    glDisable(GL_LIGHTING);
+    glDisable(GL_TEXTURE_2D);
+    glDisable(GL_CULL_FACE);
+    glDisable(GL_FOG);
+  }
+  repere_plan(on, centre);
+  if (!on) glPopAttrib();
+}
+
+void rectangle(GLenum kind, const float r[4], const float col[3]) {
+  if (!gl_on()) return;
+  centre_frame(true);
+  glColor3fv(col);
+  glBegin(kind);
+  glVertex2f(r[0], r[1]);
+  glVertex2f(r[2], r[1]);
+  glVertex2f(r[2], r[3]);
+  glVertex2f(r[0], r[3]);
+  glEnd();
+  centre_frame(false);
+}
+
+}  // namespace
+
+void outline_rectangle(const float r[4], const float col[3]) { rectangle(GL_LINE_LOOP, r, col); }
+
+void line_segment(const float seg[4], const float col[3]) {
+  if (!gl_on()) return;
+  centre_frame(true);
+  glColor3fv(col);
+  glBegin(GL_LINES);
+  glVertex2f(seg[0], seg[1]);
+  glVertex2f(seg[2], seg[3]);
+  glEnd();
+  centre_frame(false);
+}
+
+void fill_rectangle(const float r[4], const float col[3]) { rectangle(GL_POLYGON, r, col); }
+
+void text_at(const char* text, float x, float y, const float col[3]) {
+  if (!gl_on()) return;
+  centre_frame(true);
+  glColor3fv(col);
+  glRasterPos2f(x, y);
+  for (const char* c = text; *c; c++) glutBitmapCharacter(GLUT_BITMAP_9_BY_15, static_cast<unsigned char>(*c));
+  centre_frame(false);
+}
+
+float text_width(const char* text) {
+  if (!gl_on()) return 9.0f * static_cast<float>(std::strlen(text));
+  return static_cast<float>(glutBitmapLength(GLUT_BITMAP_9_BY_15, reinterpret_cast<const unsigned char*>(text)));
+}
+
+float text_unit() { return 9.0f; }
+
+int menu_new(void (*select)(int code)) { return gl_on() ? glutCreateMenu(select) : 0; }
+
+void menu_entry(const char* text, int code) {
+  if (gl_on()) glutAddMenuEntry(text, code);
+}
+
+void menu_submenu(const char* text, int menu) {
+  if (gl_on()) glutAddSubMenu(text, menu);
+}
+
+void menu_attach_right() {
+  if (gl_on()) glutAttachMenu(GLUT_RIGHT_BUTTON);
+}
+
+void menu_free(int menu) {
+  if (gl_on() && menu > 0) glutDestroyMenu(menu);
+}
