@@ -1,11 +1,14 @@
 // ORVELA: start-up, then the console loop (or the window's loop).
+#include "kernel/bye.h"
 #include "kernel/console.h"
 #include "kernel/interrupt.h"
 #include "kernel/kernel.h"
 #include "kernel/report.h"
 #include "kernel/startup.h"
 #include "language/console_runner.h"
+#include "persist/object_file.h"
 #include "platform/console_io.h"
+#include "platform/line_editor.h"
 #include "platform/process.h"
 #include "render/screen.h"
 #include "render/window.h"
@@ -14,10 +17,14 @@ int main(int argc, char** argv) {
   KernelState& k = kernel();
   k.mode_courant = 1;
   install_console_runner();
+  install_object_files();
   inita(argc, argv, "initb.h");
+  announce_recovery();
   interrupt_clear();
   interrupt_install();
   in_set_interrupt_hook(interrupt_dialogue);
+  // At a terminal the console edits its lines and keeps their history.
+  line_editor_start();
   // With a window, the toolkit owns the thread and the console runs in
   // its idle slices.
   if (screen().gra && window_start()) window_main_loop();

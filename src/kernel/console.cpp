@@ -13,6 +13,7 @@
 #include "kernel/vocab.h"
 #include "platform/console_io.h"
 #include "platform/line_editor.h"
+#include "platform/files.h"
 #include "platform/process.h"
 
 ConsoleState& console() {
@@ -80,26 +81,75 @@ bool escape_line(const char* p) {
   return true;
 }
 
+// End of standard input from a pipe or a file ends the run as `bye abs`.
+// At a terminal (Ctrl-D) the questions of `bye` come first, and staying
+// goes back to the prompt; a terminal that answers nothing but its end,
+// many times a second, is gone, and the run ends as on a hangup.
+void end_of_input() {
+  if (!in_is_terminal()) bye(true);
+  static long long since = 0;
+  static int ends = 0;
+  const long long now = clock_ms();
+  if (now - since > 1000) {
+    since = now;
+    ends = 0;
+  }
+  if (++ends > 20) {
+    hangup_request();
+    return;
+  }
+  in_resume();
+  voir_texte("\n");
+  bye(false);
+}
+
 void end_of_line(int interactive) {
   if (interactive > 0 && Yes(KW_ring) == 2) bell();
 }
 
 }  // namespace
 
-void print_prompt(int message) {
-  // A line editor shows the prompt itself, on the line it edits.
+// What `print` shows before a line is read. A line editor shows the last
+// line of it itself, as the prompt of the line it edits; a bell in it
+// rings once rather than at each redisplay.
+template <class F>
+void show_before_reading(F&& print) {
+  if (!line_editor_active()) {
+    print();
+    flush_out();
+    return;
+  }
   std::string shown;
-  std::string* previous = line_editor_active() ? out_capture(&shown) : nullptr;
-  if (message > 0) voir_message(0, message);
-  else {
-    print_stacked_commands();
-    voir_message(0, 0);
-  }
-  if (line_editor_active()) {
-    out_capture(previous);
-    line_editor_prompt(shown.c_str());
-  }
+  std::string* previous = out_capture(&shown);
+  print();
+  out_capture(previous);
+  size_t last = shown.rfind('\n');
+  last = last == std::string::npos ? 0 : last + 1;
+  std::string prompt;
+  for (size_t i = last; i < shown.size(); i++)
+    if (shown[i] == '\a') out_write("\a", 1);
+    else prompt += shown[i];
+  out_write(shown.data(), last);
   flush_out();
+  line_editor_prompt(prompt.c_str());
+}
+
+void print_prompt(int message) {
+  show_before_reading([message] {
+    if (message > 0) voir_message(0, message);
+    else {
+      print_stacked_commands();
+      voir_message(0, 0);
+    }
+  });
+}
+
+bool ask(int voc, int num, std::string& answer, const char* text) {
+  show_before_reading([&] {
+    if (text) voir_texte(text);
+    voir_message(voc, num);
+  });
+  return in_getline(answer);
 }
 
 int lire_executer(int interactive, int message, word* eval_stack, int stop_after_one) {
@@ -117,8 +167,9 @@ int lire_executer(int interactive, int message, word* eval_stack, int stop_after
     std::string line;
     Read r = read_line(line);
     if (r == Read::End) {
-      // End of standard input ends the run as `bye abs`.
-      bye(true);
+      end_of_input();
+      if (con.nonblocking) return 0;
+      continue;
     }
     const char* p = line.c_str();
     while (*p == ' ' || *p == '\t') p++;
@@ -131,6 +182,7 @@ int lire_executer(int interactive, int message, word* eval_stack, int stop_after
       return 1;
     }
     if (history_record(p) < 0) return -1;
+    line_editor_remember(p);
     con.last_line = p;
     if (con.runner) {
       // The newline stays in the text, so that a directive ends before "}".

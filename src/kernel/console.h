@@ -35,6 +35,9 @@ int lire_executer(int interactive, int message, word* eval_stack, int stop_after
 // Prints the prompt: message `message`, or the summary of stacked commands
 // followed by message 0.
 void print_prompt(int message);
+// Asks a question (`text` if given, then message `num` of vocabulary
+// `voc`) and reads the answer line; false at the end of input.
+bool ask(int voc, int num, std::string& answer, const char* text = nullptr);
 
 // Line history: records a line (unless history is off, the line starts
 // with `history` or with `exec` and a digit, or it is already there).

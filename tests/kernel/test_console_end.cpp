@@ -1,0 +1,113 @@
+// The end of the console's input, and its history, with the real program:
+// Ctrl-D at a terminal asks the questions of `bye`, and staying goes back
+// to the prompt; the end of a pipe ends the run at once. Lines that ran
+// are kept in a bounded history file in the home folder, repeated ones
+// included, and the next run recalls them.
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "support/program.h"
+
+namespace {
+
+std::vector<std::string> lines_of(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream in(text);
+  for (std::string l; std::getline(in, l);) lines.push_back(l);
+  return lines;
+}
+
+}  // namespace
+
+TEST(ConsoleEnd, CtrlDAtATerminalAsksAboutUnsavedWork) {
+  Program s;
+  ASSERT_TRUE(s.start(Program::Input::terminal));
+  ASSERT_TRUE(s.wait_for(" ?")) << s.seen;
+  s.type("func=\"f(){return(5);}\"\r");
+  s.type("ball(1)\r");
+  s.settle(200);
+  // "0" at the first question stays, and the session goes on.
+  size_t mark = s.seen.size();
+  s.type("\x04");
+  ASSERT_TRUE(s.wait_for("FUNCTIONS HAVE NOT BEEN SAVED (0,1) ?", mark)) << s.seen;
+  s.type("0\r");
+  s.type("f()+1\r");
+  ASSERT_TRUE(s.wait_for("6.000000", mark)) << s.seen;
+  // Both questions answered "1": the run ends normally.
+  mark = s.seen.size();
+  s.type("\x04");
+  ASSERT_TRUE(s.wait_for("FUNCTIONS HAVE NOT BEEN SAVED (0,1) ?", mark)) << s.seen;
+  s.type("1\r");
+  ASSERT_TRUE(s.wait_for("Volumes have not been saved, leave (0,1) ?", mark)) << s.seen;
+  s.type("1\r");
+  ASSERT_TRUE(s.wait_for("SEE YOU SOON!...", mark)) << s.seen;
+  int status = s.finish();
+  ASSERT_TRUE(WIFEXITED(status)) << status;
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+}
+
+TEST(ConsoleEnd, EndOfAPipeEndsAtOnceWhateverIsUnsaved) {
+  Program s;
+  ASSERT_TRUE(s.start(Program::Input::pipe));
+  s.type("func=\"f(){return(5);}\"\nball(1)\n");
+  s.end_input();
+  int status = s.finish();
+  ASSERT_TRUE(WIFEXITED(status)) << status;
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+  EXPECT_NE(s.seen.find("SEE YOU SOON!..."), std::string::npos) << s.seen;
+  EXPECT_EQ(s.seen.find("HAVE NOT BEEN SAVED"), std::string::npos) << s.seen;
+  EXPECT_EQ(s.seen.find("have not been saved"), std::string::npos) << s.seen;
+}
+
+TEST(ConsoleHistory, EveryLineThatRanIsKeptAndRecalledByTheNextRun) {
+  Program first;
+  ASSERT_TRUE(first.start(Program::Input::terminal));
+  ASSERT_TRUE(first.wait_for(" ?")) << first.seen;
+  for (const char* line : {"1+1\r", "40+2\r", "40+2\r"}) {
+    first.type(line);
+    first.settle(100);
+  }
+  // A line abandoned with Ctrl-C did not run: it is not kept.
+  first.type("7+7\x03");
+  first.settle(100);
+  first.type("bye abs\r");
+  ASSERT_TRUE(WIFEXITED(first.finish()));
+  const std::string kept = first.file(".orvela_history");
+  EXPECT_EQ(lines_of(kept), (std::vector<std::string>{"1+1", "40+2", "40+2", "bye abs"})) << kept;
+
+  // The next run in the same home recalls them: two steps up is "40+2".
+  Program second;
+  second.dir.swap(first.dir);
+  ASSERT_TRUE(second.start(Program::Input::terminal));
+  ASSERT_TRUE(second.wait_for(" ?")) << second.seen;
+  size_t mark = second.seen.size();
+  second.type("\x1b[A");
+  second.settle(100);
+  second.type("\x1b[A");
+  second.settle(100);
+  second.type("\r");
+  ASSERT_TRUE(second.wait_for("42.000000", mark)) << second.seen;
+  second.type("bye abs\r");
+  ASSERT_TRUE(WIFEXITED(second.finish()));
+}
+
+TEST(ConsoleHistory, TheFileStaysBounded) {
+  Program s;
+  std::string old;
+  for (int i = 0; i < 2500; i++) old += "x=" + std::to_string(i) + "\n";
+  s.put(".orvela_history", old);
+  ASSERT_TRUE(s.start(Program::Input::terminal));
+  ASSERT_TRUE(s.wait_for(" ?")) << s.seen;
+  s.type("3+4\r");
+  ASSERT_TRUE(s.wait_for("7.000000")) << s.seen;
+  s.type("bye abs\r");
+  ASSERT_TRUE(WIFEXITED(s.finish()));
+  std::vector<std::string> lines = lines_of(s.file(".orvela_history"));
+  ASSERT_LE(lines.size(), 2000u);
+  ASSERT_GE(lines.size(), 1000u);
+  // The newest lines are the ones kept, in order.
+  EXPECT_EQ(lines[lines.size() - 2], "3+4");
+  EXPECT_EQ(lines.back(), "bye abs");
+  EXPECT_EQ(lines[lines.size() - 3], "x=2499");
+}
