@@ -18,12 +18,6 @@ void unsaved_work_register(const UnsavedWork& row) {
   bye_state().work.push_back(row);
 }
 
-bool unsaved_work_pending() {
-  for (const UnsavedWork& w : bye_state().work)
-    if (w.pending && w.pending()) return true;
-  return false;
-}
-
 namespace {
 
 // Asks message `num` of vocabulary `voc`; true only for the answer "1".

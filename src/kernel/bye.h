@@ -25,8 +25,6 @@ struct ByeState {
 
 ByeState& bye_state();
 void unsaved_work_register(const UnsavedWork& row);
-// True when some registered work is unsaved.
-bool unsaved_work_pending();
 
 // With `abs` no question is asked. Returns -1 when an answer cancelled
 // the exit; otherwise the process ends with status 0.

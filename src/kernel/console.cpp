@@ -12,8 +12,8 @@
 #include "kernel/startup.h"
 #include "kernel/vocab.h"
 #include "platform/console_io.h"
-#include "platform/line_editor.h"
 #include "platform/files.h"
+#include "platform/line_editor.h"
 #include "platform/process.h"
 
 ConsoleState& console() {
@@ -87,14 +87,13 @@ bool escape_line(const char* p) {
 // many times a second, is gone, and the run ends as on a hangup.
 void end_of_input() {
   if (!in_is_terminal()) bye(true);
-  static long long since = 0;
-  static int ends = 0;
+  ConsoleState& con = console();
   const long long now = clock_ms();
-  if (now - since > 1000) {
-    since = now;
-    ends = 0;
+  if (now - con.ends_since > 1000) {
+    con.ends_since = now;
+    con.ends = 0;
   }
-  if (++ends > 20) {
+  if (++con.ends > 20) {
     hangup_request();
     return;
   }
@@ -102,12 +101,6 @@ void end_of_input() {
   voir_texte("\n");
   bye(false);
 }
-
-void end_of_line(int interactive) {
-  if (interactive > 0 && Yes(KW_ring) == 2) bell();
-}
-
-}  // namespace
 
 // What `print` shows before a line is read. A line editor shows the last
 // line of it itself, as the prompt of the line it edits; a bell in it
@@ -126,13 +119,21 @@ void show_before_reading(F&& print) {
   size_t last = shown.rfind('\n');
   last = last == std::string::npos ? 0 : last + 1;
   std::string prompt;
+  int bells = 0;
   for (size_t i = last; i < shown.size(); i++)
-    if (shown[i] == '\a') out_write("\a", 1);
+    if (shown[i] == '\a') bells++;
     else prompt += shown[i];
   out_write(shown.data(), last);
+  if (bells) out_write("\a", 1);
   flush_out();
   line_editor_prompt(prompt.c_str());
 }
+
+void end_of_line(int interactive) {
+  if (interactive > 0 && Yes(KW_ring) == 2) bell();
+}
+
+}  // namespace
 
 void print_prompt(int message) {
   show_before_reading([message] {

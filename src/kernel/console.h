@@ -24,6 +24,10 @@ struct ConsoleState {
   // already shown is not shown again.
   int nonblocking = 0;
   int prompt_shown = 0;
+  // Ends of input at a terminal within the last second (from ends_since,
+  // in milliseconds): many mean the terminal is gone.
+  int ends = 0;
+  long long ends_since = 0;
 };
 
 ConsoleState& console();

@@ -22,39 +22,24 @@ std::vector<std::string> lines_of(const std::string& text) {
 
 TEST(ConsoleEnd, CtrlDAtATerminalAsksAboutUnsavedWork) {
   Program s;
-  ASSERT_TRUE(s.start(Program::Input::terminal));
-  ASSERT_TRUE(s.wait_for(" ?")) << s.seen;
+  ASSERT_TRUE(s.start_at_prompt()) << s.seen;
   s.type("func=\"f(){return(5);}\"\r");
   s.type("ball(1)\r");
   s.settle(200);
   // "0" at the first question stays, and the session goes on.
-  size_t mark = s.seen.size();
-  s.type("\x04");
-  ASSERT_TRUE(s.wait_for("FUNCTIONS HAVE NOT BEEN SAVED (0,1) ?", mark)) << s.seen;
-  s.type("0\r");
-  s.type("f()+1\r");
-  ASSERT_TRUE(s.wait_for("6.000000", mark)) << s.seen;
+  const std::string functions = "FUNCTIONS HAVE NOT BEEN SAVED (0,1) ?";
+  ASSERT_TRUE(s.exchange("\x04", functions)) << s.seen;
+  ASSERT_TRUE(s.exchange("0\rf()+1\r", "6.000000")) << s.seen;
   // Both questions answered "1": the run ends normally.
-  mark = s.seen.size();
-  s.type("\x04");
-  ASSERT_TRUE(s.wait_for("FUNCTIONS HAVE NOT BEEN SAVED (0,1) ?", mark)) << s.seen;
-  s.type("1\r");
-  ASSERT_TRUE(s.wait_for("Volumes have not been saved, leave (0,1) ?", mark)) << s.seen;
-  s.type("1\r");
-  ASSERT_TRUE(s.wait_for("SEE YOU SOON!...", mark)) << s.seen;
-  int status = s.finish();
-  ASSERT_TRUE(WIFEXITED(status)) << status;
-  EXPECT_EQ(WEXITSTATUS(status), 0);
+  ASSERT_TRUE(s.exchange("\x04", functions)) << s.seen;
+  ASSERT_TRUE(s.exchange("1\r", "Volumes have not been saved, leave (0,1) ?")) << s.seen;
+  ASSERT_TRUE(s.exchange("1\r", "SEE YOU SOON!...")) << s.seen;
+  EXPECT_EQ(s.exit_code(), 0);
 }
 
 TEST(ConsoleEnd, EndOfAPipeEndsAtOnceWhateverIsUnsaved) {
   Program s;
-  ASSERT_TRUE(s.start(Program::Input::pipe));
-  s.type("func=\"f(){return(5);}\"\nball(1)\n");
-  s.end_input();
-  int status = s.finish();
-  ASSERT_TRUE(WIFEXITED(status)) << status;
-  EXPECT_EQ(WEXITSTATUS(status), 0);
+  EXPECT_EQ(s.run_lines("func=\"f(){return(5);}\"\nball(1)\n"), 0);
   EXPECT_NE(s.seen.find("SEE YOU SOON!..."), std::string::npos) << s.seen;
   EXPECT_EQ(s.seen.find("HAVE NOT BEEN SAVED"), std::string::npos) << s.seen;
   EXPECT_EQ(s.seen.find("have not been saved"), std::string::npos) << s.seen;
@@ -62,8 +47,7 @@ TEST(ConsoleEnd, EndOfAPipeEndsAtOnceWhateverIsUnsaved) {
 
 TEST(ConsoleHistory, EveryLineThatRanIsKeptAndRecalledByTheNextRun) {
   Program first;
-  ASSERT_TRUE(first.start(Program::Input::terminal));
-  ASSERT_TRUE(first.wait_for(" ?")) << first.seen;
+  ASSERT_TRUE(first.start_at_prompt()) << first.seen;
   for (const char* line : {"1+1\r", "40+2\r", "40+2\r"}) {
     first.type(line);
     first.settle(100);
@@ -72,24 +56,21 @@ TEST(ConsoleHistory, EveryLineThatRanIsKeptAndRecalledByTheNextRun) {
   first.type("7+7\x03");
   first.settle(100);
   first.type("bye abs\r");
-  ASSERT_TRUE(WIFEXITED(first.finish()));
+  ASSERT_EQ(first.exit_code(), 0);
   const std::string kept = first.file(".orvela_history");
   EXPECT_EQ(lines_of(kept), (std::vector<std::string>{"1+1", "40+2", "40+2", "bye abs"})) << kept;
 
   // The next run in the same home recalls them: two steps up is "40+2".
   Program second;
-  second.dir.swap(first.dir);
-  ASSERT_TRUE(second.start(Program::Input::terminal));
-  ASSERT_TRUE(second.wait_for(" ?")) << second.seen;
-  size_t mark = second.seen.size();
+  second.take_folder(first);
+  ASSERT_TRUE(second.start_at_prompt()) << second.seen;
   second.type("\x1b[A");
   second.settle(100);
   second.type("\x1b[A");
   second.settle(100);
-  second.type("\r");
-  ASSERT_TRUE(second.wait_for("42.000000", mark)) << second.seen;
+  ASSERT_TRUE(second.exchange("\r", "42.000000")) << second.seen;
   second.type("bye abs\r");
-  ASSERT_TRUE(WIFEXITED(second.finish()));
+  EXPECT_EQ(second.exit_code(), 0);
 }
 
 TEST(ConsoleHistory, TheFileStaysBounded) {
@@ -97,12 +78,10 @@ TEST(ConsoleHistory, TheFileStaysBounded) {
   std::string old;
   for (int i = 0; i < 2500; i++) old += "x=" + std::to_string(i) + "\n";
   s.put(".orvela_history", old);
-  ASSERT_TRUE(s.start(Program::Input::terminal));
-  ASSERT_TRUE(s.wait_for(" ?")) << s.seen;
-  s.type("3+4\r");
-  ASSERT_TRUE(s.wait_for("7.000000")) << s.seen;
+  ASSERT_TRUE(s.start_at_prompt()) << s.seen;
+  ASSERT_TRUE(s.exchange("3+4\r", "7.000000")) << s.seen;
   s.type("bye abs\r");
-  ASSERT_TRUE(WIFEXITED(s.finish()));
+  ASSERT_EQ(s.exit_code(), 0);
   std::vector<std::string> lines = lines_of(s.file(".orvela_history"));
   ASSERT_LE(lines.size(), 2000u);
   ASSERT_GE(lines.size(), 1000u);

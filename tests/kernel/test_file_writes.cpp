@@ -74,37 +74,29 @@ TEST(FileWrites, AFailedWriteLeavesTheOldFileAndSaysSoOnce) {
 
 TEST(FileWrites, ABandOfARawFileIsWrittenWholeOrNotAtAll) {
   Program first;
-  ASSERT_TRUE(first.start(Program::Input::pipe));
-  first.type("image(1) dim(64,64) rand(0.5)\nwrite image(1) name(\"band.raw\")\n");
-  first.end_input();
-  first.finish();
+  first.run_lines("image(1) dim(64,64) rand(0.5)\nwrite image(1) name(\"band.raw\")\n");
   const std::string before = first.file("band.raw");
   ASSERT_GT(before.size(), static_cast<size_t>(LIMIT));
 
+  const std::string band = "image(2) dim(64,64)\nwrite image(2) name(\"band.raw\") line(0,10)\n";
   Program second;
-  second.dir.swap(first.dir);
+  second.take_folder(first);
   second.file_limit = LIMIT;
-  ASSERT_TRUE(second.start(Program::Input::pipe));
-  second.type("image(2) dim(64,64)\nwrite image(2) name(\"band.raw\") line(0,10)\n");
-  second.end_input();
-  second.finish();
+  second.run_lines(band);
   EXPECT_EQ(occurrences(second.seen, "band.raw:  DISK FULL\n"), 1) << second.seen;
   EXPECT_EQ(second.file("band.raw"), before);
   EXPECT_EQ(second.leftovers(), 0);
 
   // Without the limit the band goes in, and only the band.
   Program third;
-  third.dir.swap(second.dir);
-  ASSERT_TRUE(third.start(Program::Input::pipe));
-  third.type("image(2) dim(64,64)\nwrite image(2) name(\"band.raw\") line(0,10)\n");
-  third.end_input();
-  third.finish();
+  third.take_folder(second);
+  third.run_lines(band);
   const std::string after = third.file("band.raw");
   ASSERT_EQ(after.size(), before.size());
   const size_t header = before.size() - 64 * 64 * 4;
-  const size_t band = 10 * 64 * 4;
-  EXPECT_EQ(after.substr(header, band), std::string(band, '\0'));
-  EXPECT_EQ(after.substr(header + band), before.substr(header + band));
+  const size_t rows = 10 * 64 * 4;
+  EXPECT_EQ(after.substr(header, rows), std::string(rows, '\0'));
+  EXPECT_EQ(after.substr(header + rows), before.substr(header + rows));
 }
 
 TEST(FileWrites, ALinkToAFullDeviceSaysDiskFull) {

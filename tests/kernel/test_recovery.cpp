@@ -24,9 +24,7 @@ TEST(Recovery, SigtermAtThePromptSavesTheUnsavedWorkAndEnds) {
   Program s;
   make_work(s);
   kill(s.pid, SIGTERM);
-  int status = s.finish();
-  ASSERT_TRUE(WIFEXITED(status)) << status << s.seen;
-  EXPECT_EQ(WEXITSTATUS(status), 128 + SIGTERM);
+  EXPECT_EQ(s.exit_code(), 128 + SIGTERM) << s.seen;
   const std::string where = s.dir.string() + "/orvela-recovery";
   EXPECT_NE(s.seen.find("SIGTERM: unsaved work written to " + where + ".func\n"), std::string::npos) << s.seen;
   EXPECT_NE(s.seen.find("SIGTERM: unsaved work written to " + where + ".vol\n"), std::string::npos) << s.seen;
@@ -36,11 +34,8 @@ TEST(Recovery, SigtermAtThePromptSavesTheUnsavedWorkAndEnds) {
 
   // The next start names the files; they read back.
   Program next;
-  next.dir.swap(s.dir);
-  ASSERT_TRUE(next.start(Program::Input::pipe));
-  next.type("read func(\"orvela-recovery.func\")\ntwice(21)\nrem vol\nread vol name(\"orvela-recovery.vol\")\nlist vol\n");
-  next.end_input();
-  next.finish();
+  next.take_folder(s);
+  next.run_lines("read func(\"orvela-recovery.func\")\ntwice(21)\nrem vol\nread vol name(\"orvela-recovery.vol\")\nlist vol\n");
   EXPECT_NE(next.seen.find("recovery file of an ended run: " + where + ".func\n"), std::string::npos) << next.seen;
   EXPECT_NE(next.seen.find("recovery file of an ended run: " + where + ".vol\n"), std::string::npos) << next.seen;
   EXPECT_NE(next.seen.find("42.000000"), std::string::npos) << next.seen;
@@ -56,9 +51,7 @@ TEST(Recovery, SighupDuringALoopEndsAtTheNextSafePoint) {
   s.type("while(1){}\n");
   s.settle(200);
   kill(s.pid, SIGHUP);
-  int status = s.finish();
-  ASSERT_TRUE(WIFEXITED(status)) << status << s.seen;
-  EXPECT_EQ(WEXITSTATUS(status), 128 + SIGHUP);
+  EXPECT_EQ(s.exit_code(), 128 + SIGHUP) << s.seen;
   EXPECT_NE(s.seen.find("SIGHUP: unsaved work written to " + s.dir.string() + "/orvela-recovery-2.func\n"),
             std::string::npos)
       << s.seen;
@@ -73,9 +66,7 @@ TEST(Recovery, NothingUnsavedNothingWritten) {
   s.type("1+1\n");
   ASSERT_TRUE(s.wait_for("2.000000")) << s.seen;
   kill(s.pid, SIGTERM);
-  int status = s.finish();
-  ASSERT_TRUE(WIFEXITED(status)) << status;
-  EXPECT_EQ(WEXITSTATUS(status), 128 + SIGTERM);
+  EXPECT_EQ(s.exit_code(), 128 + SIGTERM);
   EXPECT_NE(s.seen.find("SIGTERM: nothing unsaved"), std::string::npos) << s.seen;
   EXPECT_TRUE(s.file("orvela-recovery.func").empty());
 }

@@ -48,6 +48,9 @@ struct Program {
     return start_command(args, how);
   }
 
+  // Starts on a terminal and waits for the first prompt.
+  bool start_at_prompt() { return start(Input::terminal) && wait_for(" ?"); }
+
   // Runs a command (found on PATH) in place of the program alone.
   bool start_command(std::vector<std::string> args, Input how) {
     int to_child[2] = {-1, -1}, from_child[2] = {-1, -1};
@@ -100,6 +103,13 @@ struct Program {
     return true;
   }
 
+  // Types `keys`, then waits for `text` to come after them.
+  bool exchange(const std::string& keys, const std::string& text) {
+    const size_t mark = seen.size();
+    type(keys);
+    return wait_for(text, mark);
+  }
+
   // Reads what comes for `ms` milliseconds; false once the output ended.
   bool read_some(int ms) {
     pollfd p{fd, POLLIN, 0};
@@ -142,6 +152,25 @@ struct Program {
     pid = -1;
     return -1;
   }
+
+  // Waits for the end: the exit status, or -1 when the process was killed
+  // by a signal or had to be.
+  int exit_code() {
+    const int status = finish();
+    return status >= 0 && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+
+  // Runs the program on a pipe with these lines as its whole input; the
+  // exit status.
+  int run_lines(const std::string& lines) {
+    if (!start(Input::pipe)) return -1;
+    type(lines);
+    end_input();
+    return exit_code();
+  }
+
+  // Works in the folder of an earlier run, which gives it up.
+  void take_folder(Program& earlier) { dir.swap(earlier.dir); }
 
   std::string file(const std::string& name) const {
     std::ifstream f(dir / name, std::ios::binary);
