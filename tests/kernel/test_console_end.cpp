@@ -23,13 +23,12 @@ std::vector<std::string> lines_of(const std::string& text) {
 TEST(ConsoleEnd, CtrlDAtATerminalAsksAboutUnsavedWork) {
   Program s;
   ASSERT_TRUE(s.start_at_prompt()) << s.seen;
-  s.type("func=\"f(){return(5);}\"\r");
-  s.type("ball(1)\r");
-  s.settle(200);
+  ASSERT_TRUE(s.exchange("func=\"f(){return(5);}\"\r", "\n ?")) << s.seen;
+  ASSERT_TRUE(s.exchange("ball(1)\r", "\n ?")) << s.seen;
   // "0" at the first question stays, and the session goes on.
   const std::string functions = "FUNCTIONS HAVE NOT BEEN SAVED (0,1) ?";
   ASSERT_TRUE(s.exchange("\x04", functions)) << s.seen;
-  ASSERT_TRUE(s.exchange("0\rf()+1\r", "6.000000")) << s.seen;
+  ASSERT_TRUE(s.exchange("0\rf()+1\r", "6.000000", true)) << s.seen;
   // Both questions answered "1": the run ends normally.
   ASSERT_TRUE(s.exchange("\x04", functions)) << s.seen;
   ASSERT_TRUE(s.exchange("1\r", "Volumes have not been saved, leave (0,1) ?")) << s.seen;
@@ -48,10 +47,7 @@ TEST(ConsoleEnd, EndOfAPipeEndsAtOnceWhateverIsUnsaved) {
 TEST(ConsoleHistory, EveryLineThatRanIsKeptAndRecalledByTheNextRun) {
   Program first;
   ASSERT_TRUE(first.start_at_prompt()) << first.seen;
-  for (const char* line : {"1+1\r", "40+2\r", "40+2\r"}) {
-    first.type(line);
-    first.settle(100);
-  }
+  for (const char* line : {"1+1\r", "40+2\r", "40+2\r"}) ASSERT_TRUE(first.exchange(line, "\n ?")) << first.seen;
   // A line abandoned with Ctrl-C did not run: it is not kept.
   first.type("7+7\x03");
   first.settle(100);
@@ -79,7 +75,7 @@ TEST(ConsoleHistory, TheFileStaysBounded) {
   for (int i = 0; i < 2500; i++) old += "x=" + std::to_string(i) + "\n";
   s.put(".orvela_history", old);
   ASSERT_TRUE(s.start_at_prompt()) << s.seen;
-  ASSERT_TRUE(s.exchange("3+4\r", "7.000000")) << s.seen;
+  ASSERT_TRUE(s.exchange("3+4\r", "7.000000", true)) << s.seen;
   s.type("bye abs\r");
   ASSERT_EQ(s.exit_code(), 0);
   std::vector<std::string> lines = lines_of(s.file(".orvela_history"));

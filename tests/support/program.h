@@ -103,11 +103,14 @@ struct Program {
     return true;
   }
 
-  // Types `keys`, then waits for `text` to come after them.
-  bool exchange(const std::string& keys, const std::string& text) {
+  // Types `keys`, then waits for `text` to come after them; with
+  // `prompt`, also for the prompt that follows it, so that the next keys
+  // reach the line editor rather than the terminal alone.
+  bool exchange(const std::string& keys, const std::string& text, bool prompt = false) {
     const size_t mark = seen.size();
     type(keys);
-    return wait_for(text, mark);
+    if (!wait_for(text, mark)) return false;
+    return !prompt || wait_for("\n ?", seen.find(text, mark));
   }
 
   // Reads what comes for `ms` milliseconds; false once the output ended.
