@@ -3,12 +3,15 @@
 #include "app/orvela_main.h"
 
 #include "interaction/interaction.h"
+#include "kernel/bye.h"
 #include "kernel/console.h"
 #include "kernel/interrupt.h"
 #include "kernel/kernel.h"
 #include "kernel/startup.h"
 #include "language/console_runner.h"
+#include "persist/object_file.h"
 #include "platform/console_io.h"
+#include "platform/line_editor.h"
 #include "platform/process.h"
 #include "render/screen.h"
 #include "render/window.h"
@@ -18,10 +21,14 @@ void orvela_main(int argc, char** argv) {
   k.mode_courant = 1;
   install_console_runner();
   install_interaction();
+  install_object_files();
   inita(argc, argv, "initb.h");
+  announce_recovery();
   interrupt_clear();
   interrupt_install();
   in_set_interrupt_hook(interrupt_dialogue);
+  // At a terminal the console edits its lines and keeps their history.
+  line_editor_start();
   const bool fenetre = screen().gra && window_start();
   // The loop's entry: with a window the boot pass of the loop, without it
   // "graphic off".

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "image/image_object.h"
+#include "kernel/file_out.h"
 #include "kernel/kernel.h"
 #include "kernel/report.h"
 
@@ -12,16 +13,10 @@ std::string dans_dossier(const std::string& folder, const std::string& name) {
   return folder.back() == '/' ? folder + name : folder + "/" + name;
 }
 
-OsFile* ouvre_image(const std::string& name, FileMode mode, std::string* path) {
-  if (mode == FileMode::write || mode == FileMode::append) {
-    OsFile* f = os_open(name.c_str(), mode);
-    if (!f) err_ecriture(name.c_str());
-    if (f && path) *path = name;
-    return f;
-  }
+OsFile* ouvre_image(const std::string& name, std::string* path) {
   const KernelState& k = kernel();
   for (const std::string& p : {name, dans_dossier(k.ima, name), dans_dossier(k.env, name), dans_dossier(k.exe, name)})
-    if (OsFile* f = os_open(p.c_str(), mode)) {
+    if (OsFile* f = os_open(p.c_str())) {
       if (path) *path = p;
       return f;
     }
@@ -30,7 +25,7 @@ OsFile* ouvre_image(const std::string& name, FileMode mode, std::string* path) {
 }
 
 bool lit_image_fichier(const std::string& name, Bytes& out, std::string* path) {
-  OsFile* f = ouvre_image(name, FileMode::read, path);
+  OsFile* f = ouvre_image(name, path);
   if (!f) return false;
   out.clear();
   char buf[65536];
@@ -40,12 +35,7 @@ bool lit_image_fichier(const std::string& name, Bytes& out, std::string* path) {
 }
 
 bool ecrit_image_fichier(const std::string& name, const Bytes& bytes) {
-  OsFile* f = ouvre_image(name, FileMode::write, nullptr);
-  if (!f) return false;
-  const bool ok = os_write(f, reinterpret_cast<const char*>(bytes.data()), bytes.size());
-  os_close(f);
-  if (!ok) voir_message(0, 67);
-  return ok;
+  return ecrit_fichier(name, bytes.data(), bytes.size());
 }
 
 ImageView picture_of(Objet* o) {

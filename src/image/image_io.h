@@ -11,15 +11,15 @@
 // `name` inside `folder` (as given when the folder is empty).
 std::string dans_dossier(const std::string& folder, const std::string& name);
 
-// Opens an image file. For reading (and update) the name is searched as
-// given, then in the `ima=`, `env=` and `exe=` folders, and the path
-// found is left in *path; a name found nowhere reports "name: NOT FOUND".
-// For writing, a failure reports the write error. Null after the report.
-OsFile* ouvre_image(const std::string& name, FileMode mode, std::string* path);
+// Opens an image file for reading: the name is searched as given, then in
+// the `ima=`, `env=` and `exe=` folders, and the path found is left in
+// *path; a name found nowhere reports "name: NOT FOUND". Null after the
+// report.
+OsFile* ouvre_image(const std::string& name, std::string* path);
 // The whole file; false after a report.
 bool lit_image_fichier(const std::string& name, Bytes& out, std::string* path);
-// Writes the bytes as the whole file; false after a report (message 67
-// for a short write).
+// Writes the bytes as the whole file, safely; false after the message
+// (kernel/file_out.h).
 bool ecrit_image_fichier(const std::string& name, const Bytes& bytes);
 
 // The picture an image object holds; px null for an image without pixels.

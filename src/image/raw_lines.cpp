@@ -7,6 +7,7 @@
 #include "image/image_commands.h"
 #include "image/image_io.h"
 #include "image/image_object.h"
+#include "kernel/file_out.h"
 #include "kernel/report.h"
 #include "platform/process.h"
 
@@ -62,7 +63,7 @@ int READ_IMAGE_RAW_LINE(const std::string& name, const int* ids, int nids, int c
   }
   bande.nids = std::min(nids, 2);
   std::copy(ids, ids + bande.nids, bande.ids);
-  OsFile* f = ouvre_image(bande.name, FileMode::read, nullptr);
+  OsFile* f = ouvre_image(bande.name, nullptr);
   if (!f) return -1;
   int w = 0, h = 0;
   Objet* o = nullptr;
@@ -85,20 +86,23 @@ int READ_IMAGE_RAW_LINE(const std::string& name, const int* ids, int nids, int c
 
 int WRITE_IMAGE_RAW_LINE(const std::string& name, const ImageView& p, int current, int number) {
   int w = 0, h = 0;
-  OsFile* f = file_exists(name) ? ouvre_image(name, FileMode::update, nullptr) : nullptr;
-  if (!f || !entete(f, &w, &h) || w != p.w || h != p.h) {
-    if (f) os_close(f);
+  OsFile* f = file_exists(name) ? ouvre_image(name, nullptr) : nullptr;
+  const bool fits = f && entete(f, &w, &h) && w == p.w && h == p.h;
+  os_close(f);
+  if (!fits) {
     Bytes black(static_cast<size_t>(p.w) * p.h * 4, 0);
     if (!ecrit_image_fichier(name, WRITE_IMAGE_RAW(ImageView{black.data(), p.w, p.h, 1}, {}))) return -1;
-    f = ouvre_image(name, FileMode::update, nullptr);
-    if (!f) return -1;
   }
+  // The band goes into a copy of the file, which replaces it once written.
   current = std::clamp(current, 0, p.h);
   const int lines = std::clamp(number, 0, p.h - current);
   const size_t row = static_cast<size_t>(p.w) * 4;
-  const bool ok = os_seek(f, static_cast<long long>(RAW_HEADER + current * row)) &&
-                  os_write(f, reinterpret_cast<const char*>(p.px + current * row), lines * row);
-  os_close(f);
-  if (!ok) voir_message(0, 67);
-  return ok ? 0 : -1;
+  WriteFault fault;
+  SafeFile* out = safe_open(name, true, &fault);
+  if (out) {
+    safe_write_at(out, static_cast<long long>(RAW_HEADER + current * row), p.px + current * row, lines * row);
+    fault = safe_commit(out);
+  }
+  signale_ecriture(name, fault);
+  return fault == WriteFault::none ? 0 : -1;
 }

@@ -30,7 +30,7 @@ void lance_suivant() {
   VOIR_CHAR("%s\n", name.c_str());
   L.lance_pos++;
   std::string text;
-  OsFile* f = os_open(name.c_str(), FileMode::read);
+  OsFile* f = os_open(name.c_str());
   if (!f) {
     err_lecture(name.c_str());
     L.lance.clear();

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "interaction/internal.h"
+#include "kernel/file_out.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "platform/files.h"
@@ -26,13 +27,7 @@ int ecrit_enregistrement() {
     std::snprintf(line, sizeof line, "%d %d\n", L.enregistrement_touches[2 * i], L.enregistrement_touches[2 * i + 1]);
     text += line;
   }
-  OsFile* f = os_open(L.fichier_enregistrement.c_str(), FileMode::write);
-  const bool ok = f && os_write(f, text.data(), text.size());
-  if (f) os_close(f);
-  if (!ok) {
-    err_ecriture(L.fichier_enregistrement.c_str());
-    return -1;
-  }
+  if (!ecrit_fichier(L.fichier_enregistrement, text)) return -1;
   VOIR_CHAR("gare stocker %s\n", L.fichier_enregistrement.c_str());
   return 0;
 }
@@ -64,7 +59,7 @@ int relit(const char* name) {
     L.enregistrement_du = -RECORD;
     return 0;
   }
-  OsFile* f = os_open(name, FileMode::read);
+  OsFile* f = os_open(name);
   if (!f) {
     err_lecture(name);
     return -1;

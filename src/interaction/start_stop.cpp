@@ -11,6 +11,7 @@
 #include "kernel/vocab.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "platform/safe_write.h"
 #include "render/frame.h"
 #include "render/lights.h"
 #include "render/screen.h"
@@ -160,10 +161,15 @@ void ecrit_date_log() {
   const int n = std::snprintf(text, sizeof text,
                               "\n============================\nstart: %d h %d m %d s\nstop: %d h %d m %d s", L.debut_h,
                               L.debut_m, L.debut_s, h, m, s);
-  OsFile* f = os_open("DATE.log", L.log_mode < 1 ? FileMode::write : FileMode::append);
-  const bool ok = f && os_write(f, text, static_cast<size_t>(n));
-  if (f) os_close(f);
-  if (!ok) VOIR_CHAR("%s\a\n", "UNABLE WRITTING DATE.log");
+  // "wb" below log mode 1, "ab" otherwise: an append starts from a copy
+  // of the old log.
+  WriteFault fault = WriteFault::none;
+  SafeFile* f = safe_open("DATE.log", L.log_mode >= 1, &fault);
+  if (f) {
+    safe_write(f, text, static_cast<size_t>(n));
+    fault = safe_commit(f);
+  }
+  if (!f || fault != WriteFault::none) VOIR_CHAR("%s\a\n", "UNABLE WRITTING DATE.log");
 }
 
 void interaction_demarrage(int mode) {

@@ -1,7 +1,7 @@
 #include "kernel/bye.h"
 
+#include "kernel/console.h"
 #include "kernel/report.h"
-#include "platform/console_io.h"
 #include "platform/process.h"
 
 ByeState& bye_state() {
@@ -9,14 +9,21 @@ ByeState& bye_state() {
   return s;
 }
 
+void unsaved_work_register(const UnsavedWork& row) {
+  for (UnsavedWork& w : bye_state().work)
+    if (w.voc == row.voc && w.num == row.num) {
+      w = row;
+      return;
+    }
+  bye_state().work.push_back(row);
+}
+
 namespace {
 
 // Asks message `num` of vocabulary `voc`; true only for the answer "1".
-bool confirmed(int voc, int num) {
-  voir_message(voc, num);
-  flush_out();
+bool confirmed(int voc, int num, const char* text = nullptr) {
   std::string answer;
-  in_getline(answer);
+  ask(voc, num, answer, text);
   while (!answer.empty() && (answer.back() == '\r' || answer.back() == ' ')) answer.pop_back();
   return answer == "1";
 }
@@ -26,16 +33,10 @@ bool confirmed(int voc, int num) {
 int bye(bool abs) {
   ByeState& b = bye_state();
   if (!abs) {
-    if (!b.question.empty()) {
-      voir_texte(b.question.c_str());
-      if (!confirmed(0, 90)) return -1;
-    }
+    if (!b.question.empty() && !confirmed(0, 90, b.question.c_str())) return -1;
     if (!b.function.empty() && b.run_function) b.run_function(b.function);
-    bool unsaved = b.functions_unsaved || (b.functions_unsaved_check && b.functions_unsaved_check());
-    if (unsaved && !confirmed(0, 70)) return -1;
-    if (b.volumes_unsaved && !confirmed(1, 47)) return -1;
-    if (b.trajectories_unsaved && !confirmed(1, 48)) return -1;
-    if (b.kinematics_unsaved && !confirmed(1, 49)) return -1;
+    for (const UnsavedWork& w : b.work)
+      if (w.pending && w.pending() && !confirmed(w.voc, w.num)) return -1;
   }
   voir_message(0, 5);
   process_exit(0);

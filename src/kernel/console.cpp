@@ -12,6 +12,7 @@
 #include "kernel/startup.h"
 #include "kernel/vocab.h"
 #include "platform/console_io.h"
+#include "platform/files.h"
 #include "platform/line_editor.h"
 #include "platform/process.h"
 
@@ -80,6 +81,54 @@ bool escape_line(const char* p) {
   return true;
 }
 
+// End of standard input from a pipe or a file ends the run as `bye abs`.
+// At a terminal (Ctrl-D) the questions of `bye` come first, and staying
+// goes back to the prompt; a terminal that answers nothing but its end,
+// many times a second, is gone, and the run ends as on a hangup.
+void end_of_input() {
+  if (!in_is_terminal()) bye(true);
+  ConsoleState& con = console();
+  const long long now = clock_ms();
+  if (now - con.ends_since > 1000) {
+    con.ends_since = now;
+    con.ends = 0;
+  }
+  if (++con.ends > 20) {
+    hangup_request();
+    return;
+  }
+  in_resume();
+  voir_texte("\n");
+  bye(false);
+}
+
+// What `print` shows before a line is read. A line editor shows the last
+// line of it itself, as the prompt of the line it edits; a bell in it
+// rings once rather than at each redisplay.
+template <class F>
+void show_before_reading(F&& print) {
+  if (!line_editor_active()) {
+    print();
+    flush_out();
+    return;
+  }
+  std::string shown;
+  std::string* previous = out_capture(&shown);
+  print();
+  out_capture(previous);
+  size_t last = shown.rfind('\n');
+  last = last == std::string::npos ? 0 : last + 1;
+  std::string prompt;
+  int bells = 0;
+  for (size_t i = last; i < shown.size(); i++)
+    if (shown[i] == '\a') bells++;
+    else prompt += shown[i];
+  out_write(shown.data(), last);
+  if (bells) out_write("\a", 1);
+  flush_out();
+  line_editor_prompt(prompt.c_str());
+}
+
 void end_of_line(int interactive) {
   if (interactive > 0 && Yes(KW_ring) == 2) bell();
 }
@@ -87,19 +136,21 @@ void end_of_line(int interactive) {
 }  // namespace
 
 void print_prompt(int message) {
-  // A line editor shows the prompt itself, on the line it edits.
-  std::string shown;
-  std::string* previous = line_editor_active() ? out_capture(&shown) : nullptr;
-  if (message > 0) voir_message(0, message);
-  else {
-    print_stacked_commands();
-    voir_message(0, 0);
-  }
-  if (line_editor_active()) {
-    out_capture(previous);
-    line_editor_prompt(shown.c_str());
-  }
-  flush_out();
+  show_before_reading([message] {
+    if (message > 0) voir_message(0, message);
+    else {
+      print_stacked_commands();
+      voir_message(0, 0);
+    }
+  });
+}
+
+bool ask(int voc, int num, std::string& answer, const char* text) {
+  show_before_reading([&] {
+    if (text) voir_texte(text);
+    voir_message(voc, num);
+  });
+  return in_getline(answer);
 }
 
 int lire_executer(int interactive, int message, word* eval_stack, int stop_after_one) {
@@ -117,8 +168,9 @@ int lire_executer(int interactive, int message, word* eval_stack, int stop_after
     std::string line;
     Read r = read_line(line);
     if (r == Read::End) {
-      // End of standard input ends the run as `bye abs`.
-      bye(true);
+      end_of_input();
+      if (con.nonblocking) return 0;
+      continue;
     }
     const char* p = line.c_str();
     while (*p == ' ' || *p == '\t') p++;
@@ -131,6 +183,7 @@ int lire_executer(int interactive, int message, word* eval_stack, int stop_after
       return 1;
     }
     if (history_record(p) < 0) return -1;
+    line_editor_remember(p);
     con.last_line = p;
     if (con.runner) {
       // The newline stays in the text, so that a directive ends before "}".

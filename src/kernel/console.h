@@ -24,6 +24,10 @@ struct ConsoleState {
   // already shown is not shown again.
   int nonblocking = 0;
   int prompt_shown = 0;
+  // Ends of input at a terminal within the last second (from ends_since,
+  // in milliseconds): many mean the terminal is gone.
+  int ends = 0;
+  long long ends_since = 0;
 };
 
 ConsoleState& console();
@@ -35,6 +39,9 @@ int lire_executer(int interactive, int message, word* eval_stack, int stop_after
 // Prints the prompt: message `message`, or the summary of stacked commands
 // followed by message 0.
 void print_prompt(int message);
+// Asks a question (`text` if given, then message `num` of vocabulary
+// `voc`) and reads the answer line; false at the end of input.
+bool ask(int voc, int num, std::string& answer, const char* text = nullptr);
 
 // Line history: records a line (unless history is off, the line starts
 // with `history` or with `exec` and a digit, or it is already there).

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "kernel/bloc.h"
+#include "kernel/file_out.h"
 #include "kernel/keywords.h"
 #include "kernel/options.h"
 #include "kernel/report.h"
@@ -13,7 +14,6 @@
 #include "kernel/translate.h"
 #include "kernel/vocab.h"
 #include "kernel/work_areas.h"
-#include "kernel/options.h"
 #include "platform/process.h"
 
 namespace {
@@ -229,12 +229,7 @@ bool write_thread_id() {
   voir_int("GetCurrentThreadId = %x\n", static_cast<int>(id));
   char hex[32];
   snprintf(hex, sizeof hex, "%lx", id);
-  if (!file_write_all("threadID", hex)) {
-    voir_texte("threadID");
-    err_ecriture(nullptr);
-    return false;
-  }
-  return true;
+  return ecrit_fichier("threadID", std::string_view(hex));
 }
 
 }  // namespace

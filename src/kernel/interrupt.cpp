@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "kernel/bye.h"
 #include "kernel/console.h"
 #include "kernel/kernel.h"
 #include "kernel/report.h"
@@ -15,11 +16,10 @@ void interrupt_check() {
 }
 
 void interrupt_dialogue() {
+  if (int signal = terminate_pending()) end_on_signal(signal);
   interrupt_clear();
-  voir_message(0, 71);
-  flush_out();
   std::string answer;
-  bool got = in_getline(answer);
+  bool got = ask(0, 71, answer);
   while (!answer.empty() && answer.back() == '\r') answer.pop_back();
   char c = got && !answer.empty() ? answer.back() : '0';
   interrupt_clear();

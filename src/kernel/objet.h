@@ -27,6 +27,9 @@ struct Objet {
   void* hook = nullptr;    // non-null when other objects depend on this one
 
   word handle = 0;         // registry handle, 0 until first asked
+  // Not saved: 1 while the object holds work that no file has, set when
+  // it is made or changed and cleared when a file of it is written.
+  int unsaved = 0;
   // Not saved: the head of the chain the record is linked in, and for a
   // head its last record, so that creation need not walk the chain.
   Objet* head = nullptr;

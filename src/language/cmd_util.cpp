@@ -1,6 +1,8 @@
 // Helpers of the command handlers (cmd_util.h).
 #include "language/cmd_util.h"
 
+#include <cstring>
+
 #include "kernel/report.h"
 #include "language/eval_internal.h"
 
@@ -36,4 +38,15 @@ std::vector<std::string> split_words(const char* s) {
   }
   if (!w.empty()) out.push_back(w);
   return out;
+}
+
+void not_found(int code, const char* name) {
+  word v[68] = {};
+  size_t len = strlen(name) < 250 ? strlen(name) : 250;
+  v[0] = static_cast<word>(len / 4 + 5);
+  v[1] = T_CHAR;
+  v[2] = v[0] - 4;
+  v[3] = 1;
+  memcpy(text(v), name, len);
+  err_objet(code, v, -1, 0, nullptr);
 }

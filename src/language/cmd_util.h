@@ -29,5 +29,7 @@ inline const char* value_text(const word* v) { return v && tag(v) == T_CHAR ? te
 int set_result_floats(word* record, const word* limit, const std::vector<float>& f, int width = 1);
 // Writes a CHAR; an empty text gives NIL.
 int set_result_text(word* record, const std::string& s);
+// "keyword name NOT FOUND" for a name that names nothing.
+void not_found(int code, const char* name);
 // Blank, tab or comma separated words of a text.
 std::vector<std::string> split_words(const char* s);

@@ -8,6 +8,7 @@
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
+#include "language/cmd_util.h"
 #include "language/commands.h"
 #include "language/eval.h"
 #include "language/eval_internal.h"
@@ -48,17 +49,6 @@ int name_list(word* record, const Objet* head, int kind, const word* limit) {
 int copy_value(word* record, const Objet* v, const word* limit) {
   if (!v->local) return set_result_nil(record);
   return set_result(record, v->local, limit);
-}
-
-void not_found(int code, const char* name) {
-  word v[68] = {};
-  size_t len = strlen(name) < 250 ? strlen(name) : 250;
-  v[0] = static_cast<word>(len / 4 + 5);
-  v[1] = T_CHAR;
-  v[2] = v[0] - 4;
-  v[3] = 1;
-  memcpy(text(v), name, len);
-  err_objet(code, v, -1, 0, nullptr);
 }
 
 }  // namespace

@@ -18,6 +18,7 @@
 #include "language/compile.h"
 #include "language/eval.h"
 #include "language/eval_internal.h"
+#include "language/function_files.h"
 #include "language/lang_state.h"
 #include "language/operators.h"
 #include "scene/chains.h"
@@ -89,13 +90,6 @@ int run_exit_function(const std::string& name) {
   return executer_texte(call.c_str(), value);
 }
 
-// Functions defined or changed since they were last read or written.
-bool functions_unsaved() {
-  for (Objet* f = chaine_classe(KW_func)->next; f; f = f->next)
-    if (f->kind == KW_func && f->reserved) return true;
-  return false;
-}
-
 // Words of the private area of a text run from inside a command.
 constexpr size_t TEXT_AREA = 1 << 16;
 
@@ -119,7 +113,7 @@ void install_console_runner() {
   console().runner = run_console_line;
   lang().static_runner = run_static_initialiser;
   bye_state().run_function = run_exit_function;
-  bye_state().functions_unsaved_check = functions_unsaved;
+  unsaved_work_register({0, 70, functions_unsaved, ".func", write_unsaved_functions});
 }
 
 int run_launch_text(const std::string& text_in) {

@@ -15,22 +15,33 @@
 int INCLU_NAME(const char* name);
 
 struct OsFile;
+struct SafeFile;
 
 // Slots of open files, numbered from 1.
 constexpr int FILE_SLOTS = 20;
+
+// An open file: read, or being written (it replaces the file of that
+// name when closed, if every write went well).
+struct OpenFile {
+  OsFile* in = nullptr;
+  SafeFile* out = nullptr;
+  std::string name;
+  bool reported = false;  // a write failed and was reported
+};
 
 // The state of the family: the current error word, the names kept by
 // `func error`, the table of open files and the pacing of `wait(a, b)`.
 struct Fct0State {
   int Erreur_code = 0;
   std::vector<std::string> Tab_noms_err;
-  OsFile* files[FILE_SLOTS + 1] = {};  // slot 0 unused: no valid number is 0
+  OpenFile files[FILE_SLOTS + 1] = {};  // slot 0 unused: no valid number is 0
   long long pace_start = 0;            // milliseconds
   float pace_rate = 0;                 // images per second
   int pace_count = 0;                  // images since the start
 };
 Fct0State& fct0_state();
-// Closes every file opened by `fopen` (end of run, tests).
+// Closes every file opened by `fopen` (end of run, tests); files being
+// written are put in place.
 void fct0_close_files();
 
 // ---- shared by the files of the family --------------------------------

@@ -1,9 +1,11 @@
 // Text files of the language: `fopen` gives a slot number, `fclose` frees
 // it, `fread` reads the rest of a file (or a whole named file), `fwrite`
 // writes texts and numbers, `getline` and `getword` read one line or one
-// word. Every system call goes through platform/files.h.
+// word. Files are read through platform/files.h and written safely
+// (kernel/file_out.h): a file written replaces the old one at `fclose`.
 #include <cstdio>
 
+#include "kernel/file_out.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "language/eval.h"
@@ -12,7 +14,7 @@
 
 namespace {
 
-OsFile** slots() { return fct0_state().files; }
+OpenFile* slots() { return fct0_state().files; }
 
 // The argument of the first item as a value, or null when it has none.
 const word* argument(Fct0Call& c) { return c.arg ? get_evaluation(c.arg) : nullptr; }
@@ -23,14 +25,27 @@ int slot_number(const word* v) {
   return to_int(getf(v, 0));
 }
 
-OsFile* open_slot(int num) { return num >= 1 && num <= FILE_SLOTS ? slots()[num] : nullptr; }
+OpenFile* open_slot(int num) {
+  OpenFile* f = num >= 1 && num <= FILE_SLOTS ? &slots()[num] : nullptr;
+  return f && (f->in || f->out) ? f : nullptr;
+}
 
-// The open file named by the argument; null after the report.
+// The file open for reading named by the argument; null after the report.
 OsFile* file_of(Fct0Call& c) {
   const word* v = argument(c);
-  OsFile* f = open_slot(slot_number(v));
-  if (!f) err_objet(c.first[2], v, -1, 0, nullptr);
-  return f;
+  OpenFile* f = open_slot(slot_number(v));
+  if (!f || !f->in) err_objet(c.first[2], v, -1, 0, nullptr);
+  return f ? f->in : nullptr;
+}
+
+// Closes a slot; a file written is put in place. False when its writing
+// failed (reported once).
+bool close_slot(OpenFile& f) {
+  os_close(f.in);
+  WriteFault fault = f.out ? safe_commit(f.out) : WriteFault::none;
+  if (!f.reported) signale_ecriture(f.name, fault);
+  f = OpenFile{};
+  return fault == WriteFault::none;
 }
 
 // Reads the rest of `f` as the CHAR result; NIL when nothing is left.
@@ -51,13 +66,13 @@ int read_rest(Fct0Call& c, OsFile* f) {
   return text_end(t);
 }
 
-bool write_text(OsFile* f, const char* s, size_t n, size_t* written) {
+bool write_text(SafeFile* f, const char* s, size_t n, size_t* written) {
   *written += n;
-  return os_write(f, s, n);
+  return safe_write(f, s, n);
 }
 
 // Numbers are written as the print command shows them: "%f ".
-bool write_numbers(OsFile* f, const word* v, int from, size_t* written) {
+bool write_numbers(SafeFile* f, const word* v, int from, size_t* written) {
   for (int i = from; i < value_elements(v); i++) {
     char buf[64];
     int n = snprintf(buf, sizeof buf, "%f ", static_cast<double>(getf(v, i)));
@@ -67,7 +82,7 @@ bool write_numbers(OsFile* f, const word* v, int from, size_t* written) {
   return true;
 }
 
-bool write_part(OsFile* f, const word* part, int from, size_t* written) {
+bool write_part(SafeFile* f, const word* part, int from, size_t* written) {
   if (tag(part) == T_CHAR) return write_text(f, text(part), static_cast<size_t>(value_elements(part)), written);
   if (tag(part) == T_FLOAT) return write_numbers(f, part, from, written);
   return true;
@@ -76,10 +91,7 @@ bool write_part(OsFile* f, const word* part, int from, size_t* written) {
 }  // namespace
 
 void fct0_close_files() {
-  for (OsFile*& f : fct0_state().files) {
-    os_close(f);
-    f = nullptr;
-  }
+  for (OpenFile& f : fct0_state().files) close_slot(f);
 }
 
 // `fopen("name")` reads; with a `fwrite` item it writes the file anew,
@@ -88,19 +100,25 @@ int FOPEN_a(Fct0Call& c) {
   const word* v = argument(c);
   if (!v || tag(v) != T_CHAR) return wrong_kind(c);
   int num = 1;
-  while (num <= FILE_SLOTS && slots()[num]) num++;
+  while (num <= FILE_SLOTS && open_slot(num)) num++;
   if (num > FILE_SLOTS) {
     voir_mot(KW_fopen);
     err_debordement(nullptr);
     return -1;
   }
-  FileMode mode = FileMode::read;
-  if (c.second && c.second[2] == KW_fwrite) mode = FileMode::write;
-  if (c.second && c.second[2] == KW_add) mode = FileMode::append;
-  OsFile* f = os_open(text(v), mode);
-  if (!f) {
-    if (mode == FileMode::read) err_lecture(text(v));
-    else err_ecriture(text(v));
+  const bool writes = c.second && c.second[2] == KW_fwrite;
+  const bool adds = c.second && c.second[2] == KW_add;
+  OpenFile f;
+  f.name = text(v);
+  if (writes || adds) {
+    WriteFault fault;
+    f.out = safe_open(f.name, adds, &fault);
+    if (!f.out) {
+      signale_ecriture(f.name, fault);
+      return -1;
+    }
+  } else if (!(f.in = os_open(f.name.c_str()))) {
+    err_lecture(f.name.c_str());
     return -1;
   }
   slots()[num] = f;
@@ -118,21 +136,19 @@ int FCLOSE_a(Fct0Call& c) {
     return nil_result(c);
   }
   int num = slot_number(v);
-  OsFile* f = open_slot(num);
+  OpenFile* f = open_slot(num);
   if (!f) {
     voir_int("fclose %d\n", num);
     return -1;
   }
-  os_close(f);
-  slots()[num] = nullptr;
-  return nil_result(c);
+  return close_slot(*f) ? nil_result(c) : -1;
 }
 
 // `fread(num)`: the rest of an open file; `fread("name")`: a whole file.
 int FREAD_a(Fct0Call& c) {
   const word* v = argument(c);
   if (v && tag(v) == T_CHAR) {
-    OsFile* f = os_open(text(v), FileMode::read);
+    OsFile* f = os_open(text(v));
     if (!f) {
       err_lecture(text(v));
       return -1;
@@ -150,19 +166,21 @@ int FREAD_a(Fct0Call& c) {
 int FWRITE_a(Fct0Call& c) {
   const word* v = argument(c);
   const word* first = v && tag(v) == T_HYBRIDE && np(v) > 0 ? v + 4 : v;
-  OsFile* f = open_slot(slot_number(first));
-  if (!f) {
+  OpenFile* f = open_slot(slot_number(first));
+  if (!f || !f->out) {
     err_objet(KW_fwrite, first, -1, 0, nullptr);
     return -1;
   }
   size_t written = 0;
-  bool ok = write_part(f, first, 1, &written);
+  bool ok = write_part(f->out, first, 1, &written);
   if (tag(v) == T_HYBRIDE) {
     const word* part = first + size(first);
-    for (int i = 1; ok && i < np(v); i++, part += size(part)) ok = write_part(f, part, 0, &written);
+    for (int i = 1; ok && i < np(v); i++, part += size(part)) ok = write_part(f->out, part, 0, &written);
   }
   if (!ok) {
-    err_ecriture(nullptr);
+    // The file stays as it was; closing it will not report again.
+    if (!f->reported) signale_ecriture(f->name, safe_fault(f->out));
+    f->reported = true;
     return -1;
   }
   word* r = float_result(c, 1);

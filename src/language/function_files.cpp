@@ -2,9 +2,11 @@
 
 #include <cstring>
 
+#include "kernel/file_out.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
+#include "language/cmd_util.h"
 #include "language/functions.h"
 #include "platform/process.h"
 #include "scene/chains.h"
@@ -57,7 +59,7 @@ size_t function_start(const std::string& t, size_t i) {
 
 }  // namespace
 
-int define_functions(const std::string& text) {
+int define_functions(const std::string& text, bool from_file) {
   int n = 0;
   for (size_t i = function_start(text, 0); i < text.size(); i = function_start(text, i)) {
     size_t end = function_end(text, i);
@@ -65,7 +67,7 @@ int define_functions(const std::string& text) {
       voir_message(0, 74);
       return -1;
     }
-    if (!define_function(text.substr(i, end - i).c_str())) {
+    if (!define_function(text.substr(i, end - i).c_str(), from_file)) {
       voir_message(0, 44);
       return -1;
     }
@@ -82,28 +84,55 @@ int read_functions_file(const std::string& path) {
     return -1;
   }
   text.resize(strlen(text.c_str()));
-  return define_functions(text);
+  return define_functions(text, true);
 }
 
-int write_functions_file(const std::vector<std::string>& names, const std::string& path) {
+namespace {
+
+// Writes the functions that `wanted` accepts; they are saved once the
+// file is whole.
+template <class F>
+int write_functions(const std::string& path, F&& wanted) {
   std::string out;
+  std::vector<Objet*> written;
   for (Objet* f = chaine_classe(KW_func)->next; f; f = f->next) {
     const char* src = source_of(f);
-    if (f->kind != KW_func || !src) continue;
-    std::string name(src, strcspn(src, "( \t\n"));
-    bool wanted = names.empty();
-    for (const std::string& n : names) wanted = wanted || n == name;
-    if (!wanted) continue;
+    if (f->kind != KW_func || !src || !wanted(f, std::string(src, strcspn(src, "( \t\n")))) continue;
     out += src;
     if (out.back() != '\n') out += '\n';
     out += '\n';
-    f->reserved = 0;  // saved
+    written.push_back(f);
   }
-  if (!file_write_all(path, out)) {
-    err_ecriture(path.c_str());
-    return -1;
-  }
+  if (!ecrit_fichier(path, out)) return -1;
+  for (Objet* f : written) f->unsaved = 0;
   return 0;
+}
+
+}  // namespace
+
+int write_functions_file(const std::vector<std::string>& names, const std::string& path) {
+  // A name that names no function writes nothing, rather than a file
+  // without it in place of the old one.
+  for (const std::string& n : names)
+    if (!get_fonction(n.c_str())) {
+      not_found(KW_func, n.c_str());
+      return -1;
+    }
+  return write_functions(path, [&](Objet*, const std::string& name) {
+    bool wanted = names.empty();
+    for (const std::string& n : names) wanted = wanted || n == name;
+    return wanted;
+  });
+}
+
+bool functions_unsaved() {
+  for (Objet* f = chaine_classe(KW_func)->next; f; f = f->next)
+    if (f->kind == KW_func && f->unsaved) return true;
+  return false;
+}
+
+bool write_unsaved_functions(const std::string& path) {
+  return write_functions(path, [](Objet* f, const std::string&) { return f->unsaved != 0; }) == 0;
 }
 
 Objet* load_function_from_disk(const char* name) {
@@ -112,9 +141,6 @@ Objet* load_function_from_disk(const char* name) {
   std::string text;
   if (!file_read_all(file, text) && (folder.empty() || !file_read_all(folder + file, text))) return nullptr;
   text.resize(strlen(text.c_str()));
-  if (define_functions(text) < 0) return nullptr;
-  Objet* f = get_fonction(name);
-  // A function read from its file is saved as it stands.
-  for (Objet* o = chaine_classe(KW_func)->next; o; o = o->next) o->reserved = 0;
-  return f;
+  if (define_functions(text, true) < 0) return nullptr;
+  return get_fonction(name);
 }

@@ -61,12 +61,14 @@ bloc source_value(const char* source) {
   return value;
 }
 
-Objet* define_function(const char* source) {
+Objet* define_function(const char* source, bool from_file) {
   std::string name = function_name(source);
   if (name.empty()) return nullptr;
   bloc value = source_value(source);
   if (!value) return nullptr;
   Objet* f = get_fonction(name.c_str());
+  // The same text again changes nothing that needs saving.
+  const bool same = f && source_of(f) && strcmp(source_of(f), source) == 0;
   if (!f) {
     f = cre_objet(chaine_classe(KW_func), KW_func, 0, nullptr, nullptr, 0);
     if (!f) {
@@ -78,7 +80,8 @@ Objet* define_function(const char* source) {
   f->local = value;
   libere_bloc(f->code);
   f->code = nullptr;
-  f->reserved = 1;            // not saved to a file yet
+  if (from_file) f->unsaved = 0;
+  else if (!same) f->unsaved = 1;
   lang().link_state = 0;      // calls are linked again before the next call
   return f;
 }

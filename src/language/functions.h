@@ -17,7 +17,9 @@ std::string function_name(const char* source);
 bloc source_value(const char* source);
 // Creates or replaces the function whose source is `text` (its name is the
 // text up to the first "("); the old code is released. Null on failure.
-Objet* define_function(const char* text);
+// A function read from a file is saved as it stands; one given otherwise
+// is unsaved work unless its text is the one it already had.
+Objet* define_function(const char* text, bool from_file = false);
 // The report of a function name that names nothing: `func`, the name and
 // "NOT FOUND".
 void err_fonction_inconnue(const char* name);

@@ -1,9 +1,12 @@
 // `write vol(1,2) name("file")` and `read vol name("file")`: object files
-// through the kind word that chooses the chain.
+// through the kind word that chooses the chain; and the unsaved objects
+// that `bye` asks about and that a signal's end writes to recovery files.
 #include <cmath>
 #include <cstring>
 
 #include "image/image_commands.h"
+#include "kernel/bye.h"
+#include "kernel/file_out.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "language/cmd_util.h"
@@ -14,9 +17,12 @@
 #include "scene/chains.h"
 #include "scene/graphic.h"
 #include "scene/selection.h"
+#include "scene/unsaved.h"
 
 namespace {
 
+// The kinds read from object files. Trajectories are written too, so that
+// their unsaved work can be saved, but they are no kind of the reader.
 bool mot_fichier(int code) {
   switch (code) {
     case KW_field: case KW_fog: case KW_genetic: case KW_law: case KW_light: case KW_memory: case KW_menu:
@@ -27,10 +33,10 @@ bool mot_fichier(int code) {
   }
 }
 
-word* item_fichier(word* s) {
+word* item_fichier(word* s, bool writing) {
   word* item = first_item(s);
   for (int i = 0; i < item_count(s); i++, item = next_item(item))
-    if (mot_fichier(item[2])) return item;
+    if (mot_fichier(item[2]) || (writing && item[2] == KW_traj)) return item;
   return nullptr;
 }
 
@@ -62,11 +68,55 @@ std::vector<Objet*> objets(word* item) {
   return out;
 }
 
+// Writes the objects to the file; they are saved once it is whole. -1
+// after the message.
+int ecrit_objets(const std::vector<Objet*>& objets, const std::string& file, const int* limite) {
+  std::vector<word> words;
+  for (Objet* o : objets)
+    if (WRITE_OBJ_1(o, words, limite) < 0) {
+      TRACE_FAIL("WRITE_OBJ_1()");
+      return -1;
+    }
+  if (!ecrit_fichier(file, words.data(), words.size() * sizeof(word))) {
+    TRACE_FAIL("WRITE_OBJ_1()");
+    return -1;
+  }
+  for (Objet* o : objets) o->unsaved = 0;
+  return 0;
+}
+
+template <int I>
+bool non_sauves() {
+  return objets_non_sauves(TRAVAUX_SCENE[I].kind);
+}
+
+// The unsaved objects of the kind, to a recovery file.
+template <int I>
+bool sauve_non_sauves(const std::string& file) {
+  const int kind = TRAVAUX_SCENE[I].kind;
+  std::vector<Objet*> out;
+  for (Objet* o = chaine_classe(kind)->next; o; o = o->next)
+    if (o->kind == kind && o->unsaved) out.push_back(o);
+  return ecrit_objets(out, file, nullptr) == 0;
+}
+
+template <int I>
+UnsavedWork travail() {
+  const TravailScene& t = TRAVAUX_SCENE[I];
+  return {t.voc, t.num, non_sauves<I>, t.extension, sauve_non_sauves<I>};
+}
+
 }  // namespace
+
+void install_object_files() {
+  unsaved_work_register(travail<0>());
+  unsaved_work_register(travail<1>());
+  unsaved_work_register(travail<2>());
+}
 
 // Objects go to object files; `write image` and `read image` are pictures.
 int WRITE_b(word* s, const word* ob, word* st, const word* lim) {
-  word* item = item_fichier(s);
+  word* item = item_fichier(s, true);
   if (!item) return WRITE_IMAGE_b(s, ob, st, lim);
   const char* file = nom_fichier(s, item[2]);
   if (!file) return -1;
@@ -76,23 +126,12 @@ int WRITE_b(word* s, const word* ob, word* st, const word* lim) {
     limit = static_cast<int>(getf(item_value(n), 0));
     limite = &limit;
   }
-  std::vector<word> words;
-  for (Objet* o : objets(item))
-    if (WRITE_OBJ_1(o, words, limite) < 0) {
-      TRACE_FAIL("WRITE_OBJ_1()");
-      return -1;
-    }
-  const std::string bytes(reinterpret_cast<const char*>(words.data()), words.size() * sizeof(word));
-  if (!file_write_all(file, bytes)) {
-    voir_message(0, 67);
-    TRACE_FAIL("WRITE_OBJ_1()");
-    return -1;
-  }
+  if (ecrit_objets(objets(item), file, limite) < 0) return -1;
   return set_result_nil(s);
 }
 
 int READ_b(word* s, const word* ob, word* st, const word* lim) {
-  word* item = item_fichier(s);
+  word* item = item_fichier(s, false);
   if (!item) return has_word(s, KW_image) ? READ_IMAGE_b(s, ob, st, lim) : bloc_0(s, ob, st, lim);
   const char* file = nom_fichier(s, item[2]);
   if (!file) return -1;

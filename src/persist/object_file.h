@@ -27,3 +27,7 @@ int READ_OBJ_0(const std::vector<word>& words, size_t* at, const LectureObjets& 
 // Every object of the bytes of a file: the number read, or -1 after the
 // first malformed record (those before it stay).
 int lire_objets(const std::string& bytes, const LectureObjets& how);
+
+// Registers the unsaved volumes, trajectories and laws as work that `bye`
+// asks about and that a signal's end saves (start-up).
+void install_object_files();

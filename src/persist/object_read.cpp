@@ -250,6 +250,7 @@ int READ_OBJ_0(const std::vector<word>& words, size_t* at, const LectureObjets& 
   }
   if (!how.add) retire_homonymes(how.chaine, o->kind, o->id, o->name);
   deplace_objet(o, how.chaine);
+  o->unsaved = 0;  // as its file holds it
   rem_chaine_privee(apart);
   return 1;
 }

@@ -42,11 +42,20 @@ bool read_some() {
   return true;
 }
 
-// One byte of standard input; a read broken by SIGINT runs the hook (the
-// interrupt dialogue), then reading goes on.
+// One byte of standard input. A termination signal runs the hook (which
+// ends the process); SIGINT runs it too (the interrupt dialogue), unless a
+// line editor is reading, for which Ctrl-C abandons the line being typed.
 int stdin_byte() {
   while (in_next >= in_buf.size()) {
+    if (terminate_pending()) {
+      if (!interrupt_hook) return -1;
+      interrupt_hook();
+    }
     if (in_ended) return -1;
+    if (line_editor) {
+      line_editor(-1);
+      continue;
+    }
     if (interrupt_pending()) {
       if (interrupt_hook) interrupt_hook();
       else interrupt_clear();
@@ -55,8 +64,7 @@ int stdin_byte() {
     pollfd fds[2] = {{0, POLLIN, 0}, {interrupt_fd(), POLLIN, 0}};
     int ready = poll(fds, interrupt_fd() >= 0 ? 2 : 1, -1);
     if (ready < 0 || (fds[1].revents & POLLIN) || !(fds[0].revents & (POLLIN | POLLHUP | POLLERR))) continue;
-    if (line_editor) line_editor(0);
-    else read_some();
+    read_some();
   }
   return static_cast<unsigned char>(in_buf[in_next++]);
 }
@@ -104,6 +112,10 @@ void in_set_interrupt_hook(void (*hook)()) { interrupt_hook = hook; }
 
 bool in_at_end() { return !input_text && in_ended; }
 
+bool in_is_terminal() { return !input_text && isatty(0); }
+
+void in_resume() { in_ended = false; }
+
 void in_push_text(const std::string& text, bool end) {
   buffer_compact();
   in_buf += text;
@@ -113,10 +125,10 @@ void in_push_text(const std::string& text, bool end) {
 void in_set_line_editor(bool (*feed)(int timeout_ms)) { line_editor = feed; }
 
 bool in_wait_line(int timeout_ms) {
-  if (input_text || in_ended || line_buffered()) return true;
+  if (input_text || in_ended || line_buffered() || terminate_pending()) return true;
   if (line_editor) {
     line_editor(timeout_ms);
-    return in_ended || line_buffered();
+    return in_ended || line_buffered() || terminate_pending();
   }
   pollfd fd = {0, POLLIN, 0};
   if (poll(&fd, 1, timeout_ms) <= 0 || !(fd.revents & (POLLIN | POLLHUP | POLLERR))) return false;

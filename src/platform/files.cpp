@@ -9,17 +9,12 @@ struct OsFile {
   FILE* stream;
 };
 
-OsFile* os_open(const char* path, FileMode mode) {
+OsFile* os_open(const char* path) {
   if (!path || !*path) return nullptr;
   // Only regular files may be read: a fifo or a device could block for ever.
   std::error_code ec;
-  if ((mode == FileMode::read || mode == FileMode::update) && !std::filesystem::is_regular_file(path, ec))
-    return nullptr;
-  const char* how = mode == FileMode::read    ? "rb"
-                    : mode == FileMode::write ? "wb"
-                    : mode == FileMode::update ? "r+b"
-                                               : "ab";
-  FILE* s = fopen(path, how);
+  if (!std::filesystem::is_regular_file(path, ec)) return nullptr;
+  FILE* s = fopen(path, "rb");
   if (!s) return nullptr;
   return new OsFile{s};
 }
@@ -27,10 +22,6 @@ OsFile* os_open(const char* path, FileMode mode) {
 int os_getc(OsFile* f) { return getc(f->stream); }
 
 size_t os_read(OsFile* f, char* buf, size_t n) { return fread(buf, 1, n, f->stream); }
-
-bool os_write(OsFile* f, const char* s, size_t n) {
-  return fwrite(s, 1, n, f->stream) == n && fflush(f->stream) == 0;
-}
 
 bool os_seek(OsFile* f, long long offset) {
   return offset >= 0 && fseeko(f->stream, static_cast<off_t>(offset), SEEK_SET) == 0;

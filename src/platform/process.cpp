@@ -1,17 +1,22 @@
 #include "platform/process.h"
 
 #include <fcntl.h>
+#include <pwd.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+
+#include "platform/safe_write.h"
 
 bool file_read_all(const std::string& path, std::string& out) {
   // Only regular files: a device or a fifo could be endless.
@@ -25,16 +30,27 @@ bool file_read_all(const std::string& path, std::string& out) {
   return true;
 }
 
-bool file_write_all(const std::string& path, const std::string& text, bool append) {
-  std::ofstream out(path, std::ios::binary | (append ? std::ios::app : std::ios::trunc));
-  if (!out) return false;
-  out << text;
-  return static_cast<bool>(out.flush());
-}
-
 bool file_exists(const std::string& path) {
   std::error_code ec;
   return std::filesystem::is_regular_file(path, ec);
+}
+
+std::vector<std::string> files_starting_with(const std::string& folder, const std::string& prefix) {
+  std::vector<std::string> out;
+  std::error_code ec;
+  for (std::filesystem::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
+    std::string name = it->path().filename().string();
+    if (name.compare(0, prefix.size(), prefix) == 0) out.push_back(name);
+  }
+  std::sort(out.begin(), out.end());
+  return out;
+}
+
+std::string home_directory() {
+  const char* home = getenv("HOME");
+  if (home && *home) return home;
+  const passwd* pw = getpwuid(getuid());
+  return pw && pw->pw_dir ? pw->pw_dir : "";
 }
 
 std::string working_directory() {
@@ -46,51 +62,79 @@ std::string working_directory() {
 unsigned long thread_id() { return static_cast<unsigned long>(syscall(SYS_gettid)); }
 
 void process_exit(int status) {
+  safe_commit_all();
   fflush(stdout);
   std::_Exit(status);
 }
 
 namespace {
 std::atomic<bool> interrupted{false};
+std::atomic<int> terminated{0};
 // The handler also writes a byte here, so that a reader waiting in poll
 // wakes up whenever the signal arrives (no window before a blocking read).
 int wake_pipe[2] = {-1, -1};
 
-void on_sigint(int) {
-  interrupted.store(true);
+void wake() {
   if (wake_pipe[1] >= 0) {
     char c = 1;
     ssize_t r = write(wake_pipe[1], &c, 1);
     (void)r;
   }
 }
+
+void on_sigint(int) {
+  interrupted.store(true);
+  wake();
+}
+
+void on_terminate(int signal) {
+  terminated.store(signal);
+  wake();
+}
+
+// Installs the handler unless the signal was ignored when the process
+// started (a shell's `&` for SIGINT, `nohup` for SIGHUP): it stays so.
+void set_handler(int signal, void (*handler)(int)) {
+  struct sigaction old {};
+  sigaction(signal, nullptr, &old);
+  if (old.sa_handler == SIG_IGN) return;
+  struct sigaction act {};
+  act.sa_handler = handler;
+  sigemptyset(&act.sa_mask);
+  act.sa_flags = 0;  // no SA_RESTART: a blocked console read returns at once
+  sigaction(signal, &act, nullptr);
+}
 }  // namespace
 
 int interrupt_fd() { return wake_pipe[0]; }
 
 void interrupt_install() {
-  struct sigaction old {};
-  struct sigaction ignore {};
-  ignore.sa_handler = SIG_IGN;
-  sigemptyset(&ignore.sa_mask);
-  sigaction(SIGINT, &ignore, &old);
-  if (old.sa_handler == SIG_IGN) return;
-  if (wake_pipe[0] < 0 && pipe(wake_pipe) == 0) {
+  if (wake_pipe[0] < 0 && pipe2(wake_pipe, O_CLOEXEC) == 0) {
     fcntl(wake_pipe[0], F_SETFL, O_NONBLOCK);
     fcntl(wake_pipe[1], F_SETFL, O_NONBLOCK);
   }
-  struct sigaction act {};
-  act.sa_handler = on_sigint;
-  sigemptyset(&act.sa_mask);
-  act.sa_flags = 0;  // no SA_RESTART: a blocked console read returns at once
-  sigaction(SIGINT, &act, nullptr);
+  // Past a size limit a write answers EFBIG instead of ending the process.
+  signal(SIGXFSZ, SIG_IGN);
+  set_handler(SIGTERM, on_terminate);
+  set_handler(SIGHUP, on_terminate);
+  set_handler(SIGINT, on_sigint);
 }
 
-bool interrupt_pending() { return interrupted.load(); }
+bool interrupt_pending() { return interrupted.load() || terminated.load() != 0; }
+bool sigint_pending() { return interrupted.load(); }
+int terminate_pending() { return terminated.load(); }
+void hangup_request() { on_terminate(SIGHUP); }
+
+std::string signal_name(int signal) {
+  const char* abbrev = sigabbrev_np(signal);
+  return abbrev ? std::string("SIG") + abbrev : "signal " + std::to_string(signal);
+}
 void interrupt_clear() {
   interrupted.store(false);
   char buf[64];
   while (wake_pipe[0] >= 0 && read(wake_pipe[0], buf, sizeof buf) > 0) {}
+  // A termination keeps the reader awake until it is dealt with.
+  if (terminated.load()) wake();
 }
 
 void sleep_ms(int ms) {

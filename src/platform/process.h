@@ -1,25 +1,42 @@
 // Process-level services: files, working directory, thread id, exit,
-// and the SIGINT flag.
+// and the signal flags.
 #pragma once
 #include <string>
+#include <vector>
 
 // Whole content of a file; false when it cannot be read.
 bool file_read_all(const std::string& path, std::string& out);
-// Writes (or, with append, adds to) a file; false on failure.
-bool file_write_all(const std::string& path, const std::string& text, bool append = false);
 bool file_exists(const std::string& path);
+// Names of the entries of `folder` that begin with `prefix`, sorted.
+std::vector<std::string> files_starting_with(const std::string& folder, const std::string& prefix);
 
 std::string working_directory();
+// The user's home folder, or "" when there is none.
+std::string home_directory();
 unsigned long thread_id();
+// Ends the process; files still being written are finished first.
 [[noreturn]] void process_exit(int status);
 
-// SIGINT: installs a handler that only raises the interrupt flag, unless
-// SIGINT was already ignored. Reads of standard input are interrupted by it.
+// Signals: SIGINT raises the interrupt flag, SIGTERM and SIGHUP the
+// termination flag; a signal ignored at start (SIGINT under a shell's
+// `&`, SIGHUP under `nohup`) stays ignored. A size limit on files makes
+// writes fail rather than end the process. Reads of standard input are
+// broken by these signals.
 void interrupt_install();
+// True when SIGINT, SIGTERM or SIGHUP has arrived and was not dealt with.
 bool interrupt_pending();
-// Readable when SIGINT has arrived since the last interrupt_clear (-1
+// True when SIGINT (Ctrl-C) has arrived and was not dealt with.
+bool sigint_pending();
+// The number of the terminating signal that arrived, or 0.
+int terminate_pending();
+// Acts as if SIGHUP had arrived: for a terminal found gone.
+void hangup_request();
+// "SIGTERM", "SIGHUP"... for a signal number.
+std::string signal_name(int signal);
+// Readable when a signal has arrived since the last interrupt_clear (-1
 // before interrupt_install).
 int interrupt_fd();
+// Clears SIGINT's flag; a termination stays pending.
 void interrupt_clear();
 void sleep_ms(int ms);
 

@@ -16,6 +16,7 @@
 #include "render/commands.h"
 #include "scene/graphic.h"
 #include "scene/selection.h"
+#include "scene/unsaved.h"
 #include "scene/vol_commands.h"
 
 namespace {
@@ -28,10 +29,19 @@ int interprete(word* s, const word*, word*, const word* lim) {
   return F(s, lim);
 }
 
+// Whether a command changes the objects it names (an assignment always
+// does): its followed objects are then marked unsaved before it runs.
+enum class Change : uint8_t {
+  never,
+  always,
+  with_value,  // when the first word carries a value: `type("t") vol(1)`
+};
+
 struct Row {
   std::initializer_list<int> codes;
   Handler1 handler;
   bool quiet = false;  // a failure is not traced
+  Change change = Change::never;
 };
 
 // The words whose handler is in place; the others answer through bloc_0.
@@ -40,16 +50,16 @@ const Row ROWS[] = {
     {{KW_dup}, DUP_b},
     {{KW_clean}, CLEAN_b},
     {{KW_ini}, INI_b},
-    {{KW_name, KW_number}, NUM_b},
-    {{KW_type}, TYPE_b},
+    {{KW_name, KW_number}, NUM_b, false, Change::with_value},
+    {{KW_type}, TYPE_b, false, Change::with_value},
     {{KW_status}, b_status},
     {{KW_print}, PRINT_b},
     {{KW_yes, KW_no}, interprete<YES_NO_a>},
     {{KW_list, KW_LIST}, LIST_b},
-    {{KW_vol}, OBJ_b},
+    {{KW_vol}, OBJ_b, false, Change::with_value},
     {{KW_object, KW_brush, KW_device, KW_field, KW_fog, KW_genetic, KW_law, KW_light, KW_memory,
       KW_menu, KW_network, KW_traj, KW_scale, KW_stock, KW_audio},
-     OBJET_b},
+     OBJET_b, false, Change::with_value},
     {{KW_cube}, CUBE_b, true},
     {{KW_ball}, BALL_b},
     {{KW_rev}, REV_b},
@@ -57,7 +67,7 @@ const Row ROWS[] = {
     {{KW_grid}, GRID_b},
     {{KW_rand, KW_alex, KW_aley, KW_alez, KW_cutx, KW_cuty, KW_cutz, KW_dila, KW_dilx, KW_dily, KW_dilz, KW_hom,
       KW_move, KW_rotx, KW_roty, KW_rotz, KW_syma, KW_symx, KW_symy, KW_symz, KW_tran, KW_distort, KW_alea, KW_rota},
-     MOD_b},
+     MOD_b, false, Change::always},
     {{KW_read}, READ_b},
     // Images.
     {{KW_image}, IMAGE_1},
@@ -87,8 +97,8 @@ const Row ROWS[] = {
     {{KW_CG}, CG_b},
     {{KW_limit}, LIMIT_b},
     {{KW_radius}, RADIUS_b},
-    {{KW_generate}, GENERATE_b},
-    {{KW_local}, LOCALE_b},
+    {{KW_generate}, GENERATE_b, false, Change::always},
+    {{KW_local}, LOCALE_b, false, Change::with_value},
     {{KW_normal, KW_near, KW_coord, KW_poi, KW_fac}, LIRE_DERIVE},
 };
 
@@ -96,10 +106,12 @@ struct Table {
   std::array<uint8_t, NB_ENTRIES> index{};  // 0: bloc_0
   std::vector<Handler1> handlers{bloc_0};
   std::vector<bool> quiet{false};
+  std::vector<Change> change{Change::never};
   Table() {
     for (const Row& r : ROWS) {
       handlers.push_back(r.handler);
       quiet.push_back(r.quiet);
+      change.push_back(r.change);
       for (int c : r.codes) index[c + 1] = static_cast<uint8_t>(handlers.size() - 1);
     }
   }
@@ -232,6 +244,9 @@ int evaluer_1(word* s, const word* ob, word* st, const word* lim) {
     if (!done) {
       const Table& t = table();
       const int h = code < NB_ENTRIES - 1 ? t.index[code + 1] : 0;
+      const Change c = t.change[h];
+      if (ob || c == Change::always || (c == Change::with_value && item_value(item)))
+        marque_objets_commande(s);
       r = t.handlers[h](s, ob, st, lim);
       if (r < 0 && t.quiet[h]) return r;
     }

@@ -55,6 +55,7 @@ void lie_en_queue(Objet* head, Objet* o) {
   tail->next = o;
   o->prev = tail;
   o->head = head;
+  o->unsaved = 1;  // new in its chain: in no file yet
   head->tail = o;
   if (head->members) {
     o->member = static_cast<int>(head->members->size());

@@ -100,7 +100,7 @@ TEST_F(ImageCommands, NamesThatAreRefused) {
   EXPECT_NE(fails("read image(2)").find("read image"), std::string::npos);
   // A short write: message 67.
   std::filesystem::create_symlink("/dev/full", dir / "full.bmp");
-  EXPECT_EQ(fails("write image(1) name(\"" + at("full.bmp") + "\")"), " DISK FULL\n");
+  EXPECT_EQ(fails("write image(1) name(\"" + at("full.bmp") + "\")"), at("full.bmp") + ":  DISK FULL\n");
   EXPECT_NE(fails("write image(1) name(\"" + at("x/y.bmp") + "\")").find("WRITE ERROR"), std::string::npos);
   EXPECT_NE(fails("write image(9) name(\"" + at("y.bmp") + "\")").find("NOT FOUND"), std::string::npos);
 }

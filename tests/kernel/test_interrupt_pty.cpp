@@ -1,105 +1,56 @@
-// Ctrl-C at the console of the real program, through a pseudo-terminal:
-// the CONTINUE dialogue, "1" goes on, "0" abandons to a fresh prompt, an
-// endless loop is stopped, and the session goes on and ends normally.
+// Ctrl-C at the console of the real program, through a pseudo-terminal: at
+// the prompt it abandons the line being typed or searched and runs
+// nothing; while a line runs it holds the CONTINUE dialogue, where "1"
+// goes on and "0" abandons to a fresh prompt.
 #include <gtest/gtest.h>
-#include <poll.h>
-#include <pty.h>
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <chrono>
-#include <cstdlib>
-#include <string>
+#include "support/program.h"
 
-namespace {
+TEST(InterruptDialogue, CtrlCWhileRunningAsksWhetherToContinue) {
+  Program s;
+  ASSERT_TRUE(s.start_at_prompt()) << s.seen;
+  // A running endless loop stops at its next turn; "1" lets it go on.
+  s.type("k=7; while(1){}\r");
+  s.settle(200);
+  const std::string question = "CONTINUE (no:0, yes:1, command:2) ?";
+  ASSERT_TRUE(s.exchange("\x03", question)) << s.seen;
+  ASSERT_TRUE(s.exchange("1\r", "CONTINUE")) << s.seen;
+  ASSERT_TRUE(s.exchange("\x03", question)) << s.seen;
+  ASSERT_TRUE(s.exchange("0\r", "ABANDONMENT", true)) << s.seen;
+  // The session goes on.
+  ASSERT_TRUE(s.exchange("k+1\r", "8.000000", true)) << s.seen;
+  ASSERT_TRUE(s.exchange("\x04", "SEE YOU SOON!...")) << s.seen;
+  EXPECT_EQ(s.exit_code(), 0);
+}
 
-struct Session {
-  pid_t pid = -1;
-  int fd = -1;
-  std::string seen;
-
-  bool start() {
-    char dir[] = "/tmp/orvela_ptyXXXXXX";
-    if (!mkdtemp(dir)) return false;
-    pid = forkpty(&fd, nullptr, nullptr, nullptr);
-    if (pid < 0) return false;
-    if (pid == 0) {
-      if (chdir(dir) != 0) _exit(127);
-      execl(ORVELA_BINARY, "orvela", "gra=0", "ID", static_cast<char*>(nullptr));
-      _exit(127);
-    }
-    return true;
-  }
-
-  // Reads until `text` has appeared after position `from`, or 10 s pass.
-  bool wait_for(const std::string& text, size_t from) {
-    auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (seen.find(text, from) == std::string::npos) {
-      if (std::chrono::steady_clock::now() > end) return false;
-      pollfd p{fd, POLLIN, 0};
-      if (poll(&p, 1, 100) <= 0) continue;
-      char buf[512];
-      ssize_t n = read(fd, buf, sizeof buf);
-      if (n <= 0) return seen.find(text, from) != std::string::npos;
-      seen.append(buf, static_cast<size_t>(n));
-    }
-    return true;
-  }
-
-  void type(const std::string& s) { ASSERT_EQ(write(fd, s.data(), s.size()), static_cast<ssize_t>(s.size())); }
-
-  // Waits up to 10 s for the process to end, draining its output.
-  int finish() {
-    int status = 0;
-    for (int i = 0; i < 1000; i++) {
-      if (waitpid(pid, &status, WNOHANG) == pid) return status;
-      char buf[256];
-      pollfd p{fd, POLLIN, 0};
-      if (poll(&p, 1, 10) > 0 && read(fd, buf, sizeof buf) > 0) continue;
-      usleep(10000);
-    }
-    kill(pid, SIGKILL);
-    waitpid(pid, &status, 0);
-    return -1;
-  }
-};
-
-}  // namespace
-
-TEST(InterruptDialogue, CtrlCAtThePromptContinuesOrAbandons) {
-  Session s;
-  ASSERT_TRUE(s.start());
-  ASSERT_TRUE(s.wait_for(" ?", 0)) << s.seen;
+TEST(InterruptDialogue, CtrlCAtThePromptAbandonsTheLineAndRunsNothing) {
+  Program s;
+  ASSERT_TRUE(s.start_at_prompt()) << s.seen;
+  ASSERT_TRUE(s.exchange("6*7\r", "42.000000", true)) << s.seen;
+  // Typing, then Ctrl-C, then Return: the line typed does not run.
   size_t mark = s.seen.size();
+  s.type("1+99");
+  s.settle(100);
   s.type("\x03");
-  ASSERT_TRUE(s.wait_for("CONTINUE (no:0, yes:1, command:2) ?", mark)) << s.seen;
+  s.settle(100);
+  s.type("\r");
+  s.settle(200);
+  EXPECT_EQ(s.seen.find("100.000000", mark), std::string::npos) << s.seen;
+  EXPECT_EQ(s.seen.find("CONTINUE", mark), std::string::npos) << s.seen;
+  // A history search that found the earlier line, then Ctrl-C, then
+  // Return: nothing runs either.
   mark = s.seen.size();
-  s.type("1\n");
-  ASSERT_TRUE(s.wait_for("CONTINUE", mark)) << s.seen;
-  mark = s.seen.size();
+  s.type("\x12");
+  s.settle(100);
+  s.type("6*");
+  s.settle(100);
   s.type("\x03");
-  ASSERT_TRUE(s.wait_for("CONTINUE (no:0, yes:1, command:2) ?", mark)) << s.seen;
-  mark = s.seen.size();
-  s.type("0\n");
-  ASSERT_TRUE(s.wait_for("ABANDONMENT", mark)) << s.seen;
-  ASSERT_TRUE(s.wait_for(" ?", s.seen.find("ABANDONMENT", mark))) << s.seen;
-  // A running endless loop stops at its next turn; the session goes on.
-  mark = s.seen.size();
-  s.type("k=7; while(1){}\n");
-  usleep(100000);
-  s.type("\x03");
-  ASSERT_TRUE(s.wait_for("CONTINUE (no:0, yes:1, command:2) ?", mark)) << s.seen;
-  mark = s.seen.size();
-  s.type("0\n");
-  ASSERT_TRUE(s.wait_for("ABANDONMENT", mark)) << s.seen;
-  mark = s.seen.size();
-  s.type("k+1\n");
-  ASSERT_TRUE(s.wait_for("8.000000", mark)) << s.seen;
-  mark = s.seen.size();
-  s.type("\x04");
-  ASSERT_TRUE(s.wait_for("SEE YOU SOON!...", mark)) << s.seen;
-  int status = s.finish();
-  ASSERT_TRUE(WIFEXITED(status)) << status;
-  EXPECT_EQ(WEXITSTATUS(status), 0);
+  s.settle(100);
+  s.type("\r");
+  s.settle(200);
+  EXPECT_EQ(s.seen.find("42.000000", mark), std::string::npos) << s.seen;
+  // The prompt takes the next line as usual.
+  ASSERT_TRUE(s.exchange("2+3\r", "5.000000", true)) << s.seen;
+  s.type("bye abs\r");
+  EXPECT_EQ(s.exit_code(), 0);
 }

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "kernel/file_out.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/vocab.h"
@@ -335,7 +336,7 @@ class Fct0Files : public Fct0Test {
     dir = std::filesystem::temp_directory_path() / ("orvela_fct0_" + std::to_string(thread_id()));
     std::filesystem::create_directories(dir);
     data = (dir / "data.txt").string();
-    ASSERT_TRUE(file_write_all(data, "first line\n\n  second\tword here\nlast"));
+    ASSERT_TRUE(ecrit_fichier(data, std::string_view("first line\n\n  second\tword here\nlast")));
   }
   void TearDown() override {
     Fct0Test::TearDown();
@@ -396,7 +397,7 @@ TEST_F(Fct0Files, FaultsAreReported) {
 }
 
 TEST_F(Fct0Files, GrepInFiles) {
-  ASSERT_TRUE(file_write_all((dir / "g.txt").string(), "abab ab"));
+  ASSERT_TRUE(ecrit_fichier((dir / "g.txt").string(), std::string_view("abab ab")));
   Outcome r = run("grep(\"ab\") fread(" + quoted("g.txt") + ")");
   EXPECT_EQ(r.status, 0);
   EXPECT_EQ(r.out, "3 occurences in file " + (dir / "g.txt").string() + "\n");

@@ -6,6 +6,7 @@
 namespace {
 
 const char* const UNSAVED = "FUNCTIONS HAVE NOT BEEN SAVED (0,1) ?";
+const char* const VOLUMES = "Volumes have not been saved, leave (0,1) ?";
 
 TEST(WindowClose, StayingAfterTheQuestionReopensTheWindowWithItsScene) {
   REQUIRE_LIVE_TOOLS();
@@ -41,10 +42,13 @@ TEST(WindowClose, StayingAfterTheQuestionReopensTheWindowWithItsScene) {
   EXPECT_EQ(s.answer("1+1"), "2.000000");
   EXPECT_EQ(s.output().find("freeglut"), std::string::npos) << s.output();
 
-  // Asked again at the next close; leaving ends the session as `bye` does.
+  // Asked again at the next close, about the cube too; leaving ends the
+  // session as `bye` does.
   const size_t again = s.output().size();
   ASSERT_EQ(s.x(std::string(ORVELA_XWIN) + " close ORVELA"), 0);
   ASSERT_TRUE(s.wait_output(UNSAVED, again)) << s.output();
+  s.send("1\n");
+  ASSERT_TRUE(s.wait_output(VOLUMES, again)) << s.output();
   s.send("1\n");
   ASSERT_TRUE(s.wait_exit()) << s.output();
   EXPECT_EQ(s.status, 0);
@@ -54,12 +58,13 @@ TEST(WindowClose, StayingAfterTheQuestionReopensTheWindowWithItsScene) {
 TEST(WindowClose, WithNothingUnsavedClosingEndsAsByeDoes) {
   REQUIRE_LIVE_TOOLS();
   LiveSession s;
-  ASSERT_TRUE(s.run(RED_CUBE)) << s.output();
+  ASSERT_TRUE(s.run(std::string(RED_CUBE) + "\nwrite vol(1) name(\"cube.obj\")")) << s.output();
   ASSERT_FALSE(s.window_id().empty()) << s.output();
   ASSERT_EQ(s.x(std::string(ORVELA_XWIN) + " close ORVELA"), 0);
   ASSERT_TRUE(s.wait_exit()) << s.output();
   EXPECT_EQ(s.status, 0);
   EXPECT_EQ(s.output().find(UNSAVED), std::string::npos);
+  EXPECT_EQ(s.output().find(VOLUMES), std::string::npos);
   EXPECT_NE(s.output().find("SEE YOU SOON!..."), std::string::npos) << s.output();
 }
 
