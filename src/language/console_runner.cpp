@@ -12,6 +12,7 @@
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
+#include "kernel/resources.h"
 #include "kernel/vocab.h"
 #include "language/call.h"
 #include "language/code_object.h"
@@ -49,6 +50,9 @@ void echo(word* result) {
 }
 
 int run_console_line(std::string& braced, int interactive, word* eval_stack) {
+  // Given back by a failed allocation, the reserve is taken again once
+  // memory allows, for the next failure.
+  memoire_reserve();
   if (interactive > 0) {
     // A line abandoned inside calls left their frames: restore them.
     unwind_frames();
