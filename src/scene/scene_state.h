@@ -3,6 +3,7 @@
 #pragma once
 #include <vector>
 
+#include "kernel/handles.h"
 #include "kernel/objet.h"
 
 struct SceneEvents {
@@ -25,7 +26,7 @@ struct SceneState {
   SceneEvents events;
   // Objects whose local functions are running: their list is held apart
   // meanwhile and may not change.
-  std::vector<Objet*> locales_en_cours;
+  std::vector<RefObjet> locales_en_cours;
 };
 
 SceneState& scene();

@@ -66,8 +66,9 @@ Objet* racine_locale(Objet* f) {
 }
 
 bool en_cours(Objet* o) {
-  const std::vector<Objet*>& e = scene().locales_en_cours;
-  return std::find(e.begin(), e.end(), o) != e.end();
+  for (RefObjet r : scene().locales_en_cours)
+    if (objet_ref(r) == o) return true;
+  return false;
 }
 
 // A list that runs may not change, nor run again from within.
@@ -161,8 +162,8 @@ int exec_locales(Objet* o) {
   // its own object; it goes back if the object is still there.
   Objet* liste = o->child;
   o->child = nullptr;
-  const word h = objet_handle(o);
-  scene().locales_en_cours.push_back(o);
+  const RefObjet ref = ref_objet(o);
+  scene().locales_en_cours.push_back(ref);
   // An area of its own, as the cycle runs outside any console line.
   std::vector<word> zone(ZONE_LOCALE);
   EvalState& E = eval_state();
@@ -171,9 +172,10 @@ int exec_locales(Objet* o) {
   int r = 0;
   for (Objet* f = liste->next; f && r == 0; f = f->next) r = execute(f, zone.data());
   E.limit = limite;
-  std::vector<Objet*>& e = scene().locales_en_cours;
-  e.erase(std::find(e.begin(), e.end(), o));
-  if (handle_objet(h) == o) o->child = liste;
+  std::vector<RefObjet>& e = scene().locales_en_cours;
+  e.erase(std::find_if(e.begin(), e.end(), [&](RefObjet x) { return x.handle == ref.handle; }));
+  // The object may have gone, and another been made in its place.
+  if (objet_ref(ref) == o) o->child = liste;
   else rem_chaine_privee(liste);
   return r;
 }
@@ -181,16 +183,14 @@ int exec_locales(Objet* o) {
 int EXEC_LOCALE_TOUT() {
   for (int kind : {KW_vol, KW_object, KW_light, KW_image, KW_traj, KW_view, KW_brush, KW_field, KW_fog,
                    KW_genetic, KW_memory, KW_menu, KW_network, KW_device}) {
-    // By handle: a function may remove objects of the chain.
-    std::vector<word> objets;
+    // A function may remove objects of the chain and make others: those
+    // removed are skipped, those made wait for the next pass.
+    std::vector<Objet*> objets;
     for (Objet* o = chaine_classe(kind)->next; o; o = o->next)
-      if (o->child && o->child->kind == T_CHAINE) objets.push_back(objet_handle(o));
-    for (word h : objets) {
-      Objet* o = handle_objet(h);
-      if (o && o->child && exec_locales(o) < 0) {
-        TRACE_FAIL("EXEC_LOCALE_TOUT");
-        return -1;
-      }
+      if (o->child && o->child->kind == T_CHAINE) objets.push_back(o);
+    if (pour_chaque_objet_vivant(objets, [](Objet* o) { return o->child ? exec_locales(o) : 0; }) < 0) {
+      TRACE_FAIL("EXEC_LOCALE_TOUT");
+      return -1;
     }
   }
   return 0;
@@ -228,9 +228,13 @@ int LOCALE_b(word* s, const word* ob, word* st, const word* lim) {
   const char* t = value_text(v);
   const bool definit = t && est_definition(t);
   const bool lance = find_item(s, KW_exec) != nullptr;
-  for (Objet* o : objets) {
-    if (definit && !ajoute_locale(o, t)) return -1;
-    if (lance && exec_locales(o) < 0) {
+  if (definit || lance) {
+    // The functions run may remove the objects that follow.
+    const int r = pour_chaque_objet_vivant(objets, [&](Objet* o) {
+      if (definit && !ajoute_locale(o, t)) return -1;
+      return lance ? exec_locales(o) : 0;
+    });
+    if (r < 0) {
       TRACE_FAIL("LOCALE_b()");
       return -1;
     }
