@@ -67,14 +67,11 @@ inline Objet* objet_ref(RefObjet r) {
   Objet* o = handle_objet(r.handle);
   return o && handle_table[r.handle].generation == r.generation ? o : nullptr;
 }
-// The objects of a list, each looked up again before its turn: f runs on
+// The objects held, each looked up again before its turn: f runs on
 // those still there when their turn comes; a negative result of f stops
 // the walk and is returned, else 0.
 template <class F>
-int pour_chaque_objet_vivant(const std::vector<Objet*>& objets, F&& f) {
-  std::vector<RefObjet> refs;
-  refs.reserve(objets.size());
-  for (Objet* o : objets) refs.push_back(ref_objet(o));
+int pour_chaque_objet_vivant(const std::vector<RefObjet>& refs, F&& f) {
   for (RefObjet r : refs)
     if (Objet* o = objet_ref(r)) {
       const int k = f(o);

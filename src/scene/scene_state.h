@@ -5,6 +5,7 @@
 
 #include "kernel/handles.h"
 #include "kernel/objet.h"
+#include "kernel/pret.h"
 
 struct SceneEvents {
   // After a property write on a brush, a light, or an object that others
@@ -27,6 +28,10 @@ struct SceneState {
   // Objects whose local functions are running: their list is held apart
   // meanwhile and may not change.
   std::vector<RefObjet> locales_en_cours;
+  // The objects a walk that runs local functions holds, and the areas
+  // those functions evaluate in: kept from one image to the next.
+  Prets<RefObjet> marches;
+  Prets<word> zones_locales;
 };
 
 SceneState& scene();

@@ -165,12 +165,13 @@ int exec_locales(Objet* o) {
   const RefObjet ref = ref_objet(o);
   scene().locales_en_cours.push_back(ref);
   // An area of its own, as the cycle runs outside any console line.
-  std::vector<word> zone(ZONE_LOCALE);
+  Pret<word> zone(scene().zones_locales);
+  zone.v.resize(ZONE_LOCALE);
   EvalState& E = eval_state();
   word* limite = E.limit;
-  E.limit = zone.data() + zone.size();
+  E.limit = zone.v.data() + zone.v.size();
   int r = 0;
-  for (Objet* f = liste->next; f && r == 0; f = f->next) r = execute(f, zone.data());
+  for (Objet* f = liste->next; f && r == 0; f = f->next) r = execute(f, zone.v.data());
   E.limit = limite;
   std::vector<RefObjet>& e = scene().locales_en_cours;
   e.erase(std::find_if(e.begin(), e.end(), [&](RefObjet x) { return x.handle == ref.handle; }));
@@ -185,10 +186,11 @@ int EXEC_LOCALE_TOUT() {
                    KW_genetic, KW_memory, KW_menu, KW_network, KW_device}) {
     // A function may remove objects of the chain and make others: those
     // removed are skipped, those made wait for the next pass.
-    std::vector<Objet*> objets;
+    Pret<RefObjet> objets(scene().marches);
+    objets.v.clear();
     for (Objet* o = chaine_classe(kind)->next; o; o = o->next)
-      if (o->child && o->child->kind == T_CHAINE) objets.push_back(o);
-    if (pour_chaque_objet_vivant(objets, [](Objet* o) { return o->child ? exec_locales(o) : 0; }) < 0) {
+      if (o->child && o->child->kind == T_CHAINE) objets.v.push_back(ref_objet(o));
+    if (pour_chaque_objet_vivant(objets.v, [](Objet* o) { return o->child ? exec_locales(o) : 0; }) < 0) {
       TRACE_FAIL("EXEC_LOCALE_TOUT");
       return -1;
     }
@@ -230,7 +232,10 @@ int LOCALE_b(word* s, const word* ob, word* st, const word* lim) {
   const bool lance = find_item(s, KW_exec) != nullptr;
   if (definit || lance) {
     // The functions run may remove the objects that follow.
-    const int r = pour_chaque_objet_vivant(objets, [&](Objet* o) {
+    Pret<RefObjet> refs(scene().marches);
+    refs.v.clear();
+    for (Objet* o : objets) refs.v.push_back(ref_objet(o));
+    const int r = pour_chaque_objet_vivant(refs.v, [&](Objet* o) {
       if (definit && !ajoute_locale(o, t)) return -1;
       return lance ? exec_locales(o) : 0;
     });
