@@ -45,6 +45,12 @@ bool memoire_possible(double bytes, const char* name) {
   return false;
 }
 
+bool bloc_possible(double words, double copies, const char* name) {
+  if (words <= MOTS_BLOC_MAX && memoire_disponible(words * 4 * copies)) return true;
+  err_malloc(name, words * 4);
+  return false;
+}
+
 void memoire_manque() {
   Ressources& r = ressources();
   std::free(r.reserve);

@@ -32,6 +32,10 @@ bool memoire_possible(double bytes, const char* name);
 bool memoire_disponible(double bytes);
 // Words a block can hold at most (its size is a word).
 constexpr double MOTS_BLOC_MAX = 2147483647.0;
+// Whether a block of `words` words can be made, `copies` of it being held
+// at once while it is built: more than a block holds, or than the machine
+// can give, prints MALLOC ERROR with the block's bytes and gives false.
+bool bloc_possible(double words, double copies, const char* name);
 
 // An allocation failed: the reserve is given back.
 void memoire_manque();

@@ -33,6 +33,12 @@ TEST_F(Sizes, HugePrimitivesAreRefusedBeforeBuilding) {
   ok("ball(10) dim(1); ball(11) dim(2)");
   expect_refused("vol(6) pipe(10,11) secy(1e9)", 6);
   expect_refused("vol(7) envelope(10,11) secy(1e9)", 7);
+  // Vertices and a facet asked for by count.
+  for (const char* line : {"vol(9) NP(1e9)", "vol(9) NF(3e9)"}) {
+    Outcome r = run(line);
+    EXPECT_LT(r.status, 0) << line;
+    EXPECT_NE(r.out.find("MALLOC ERROR"), std::string::npos) << line << ": " << r.out;
+  }
   // The session goes on: a volume of a usual size is made.
   ok("ball(8) dim(1) secy(4)");
   EXPECT_FLOAT_EQ(one("NP(poi vol(8))"), 40.0f);
