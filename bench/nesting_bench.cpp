@@ -1,16 +1,13 @@
 // Compile and link time of deeply nested texts, by depth: each kind of
 // nesting at 1,000 to 8,000 levels. The time a level takes should not
 // grow with the depth.
-#include <chrono>
 #include <cstdio>
 #include <string>
 
+#include "bench_console.h"
 #include "kernel/bloc.h"
-#include "kernel/kernel.h"
-#include "kernel/vocab.h"
 #include "language/compile.h"
 #include "language/functions.h"
-#include "platform/console_io.h"
 
 namespace {
 
@@ -36,26 +33,18 @@ const Kind KINDS[] = {
 
 // Best of five compiles and links of f, in milliseconds; negative when
 // the text was refused.
-double best_ms(Objet* f) {
-  double best = 1e9;
-  for (int r = 0; r < 5; r++) {
+double compile_ms(Objet* f) {
+  return bench::best_ms(5, [f] {
     libere_bloc(f->code);
     f->code = nullptr;
-    auto t0 = std::chrono::steady_clock::now();
-    if (a_compile(f) < 0 || lier_fonction(f) < 0) return -1;
-    double ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - t0).count();
-    if (ms < best) best = ms;
-  }
-  return best;
+    return a_compile(f) >= 0 && lier_fonction(f) >= 0;
+  });
 }
 
 }  // namespace
 
 int main() {
-  std::string sink;
-  out_capture(&sink);
-  env_minimal();
-  kernel().etat_console = 1;
+  if (!bench::start()) return 1;
   std::string table = "depth      ";
   for (const Kind& k : KINDS) table += std::string(k.name) + std::string(14 - std::string(k.name).size(), ' ');
   table += "\n";
@@ -65,14 +54,14 @@ int main() {
     table += line;
     for (const Kind& k : KINDS) {
       Objet* f = define_function(("nest(a){" + k.body(depth) + "}").c_str());
-      const double ms = f ? best_ms(f) : -1;
+      const double ms = f ? compile_ms(f) : -1;
       if (ms < 0) std::snprintf(line, sizeof line, "%-14s", "refused");
       else std::snprintf(line, sizeof line, "%-14.2f", ms);
       table += line;
     }
     table += "\n";
   }
-  out_capture(nullptr);
+  bench::stop();
   std::printf("compile and link, ms (best of 5)\n%s", table.c_str());
   return 0;
 }
