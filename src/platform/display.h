@@ -3,3 +3,6 @@
 #pragma once
 
 bool display_available();
+// Protocol errors of the X server become a call of `report` with one
+// line of text, and the process goes on.
+void display_errors_to(void (*report)(const char* text));

@@ -9,6 +9,7 @@
 #include "render/commands.h"
 #include "render/display.h"
 #include "render/image_display.h"
+#include "render/window.h"
 #include "scene/graphic.h"
 
 namespace {
@@ -53,6 +54,7 @@ int DISPL_b(word* s, const word* ob, word* st, const word* lim) {
     TRACE_FAIL("DISPLAY_VOL()");
     return -1;
   }
+  picture_scene(s);
   // The visible images lie over the scene, as at each image.
   DISPLAY_IMAGE_VISIBLES();
   return set_result_nil(s);

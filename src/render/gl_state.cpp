@@ -31,6 +31,7 @@ void Efface_image() {
   if (Yes(KW_zbuf) > 0 && a_effacer(w.Nb_efface_z, w.cpt_efface_z)) bits |= GL_DEPTH_BUFFER_BIT;
   if (bits) glClear(bits);
   glFlush();
+  picture_image();
 }
 
 void set_fog(const float* v, int n) {
@@ -91,4 +92,9 @@ void sem_gl(int code) {
     default:
       break;
   }
+}
+
+void sem_gl_reprise() {
+  for (int code : {KW_transp, KW_fog})
+    if (Yes(code) > 0) sem_gl(code);
 }

@@ -1,6 +1,6 @@
 #include "render/picture.h"
 
-#include <GL/gl.h>
+#include <GL/freeglut.h>
 
 #include <cstddef>
 
@@ -12,12 +12,17 @@ std::vector<uint8_t> pixels_fenetre(int* w, int* h) {
   *w = ws.Dimx;
   *h = ws.Dimy;
   if (!gl_on()) return {};
-  std::vector<uint8_t> px(static_cast<size_t>(ws.Dimx) * ws.Dimy * 4);
+  // The size of the window now: one resized from outside and not yet
+  // reported must not be read past its edges.
+  *w = glutGet(GLUT_WINDOW_WIDTH);
+  *h = glutGet(GLUT_WINDOW_HEIGHT);
+  if (*w < 1 || *h < 1) return {};
+  std::vector<uint8_t> px(static_cast<size_t>(*w) * *h * 4);
   glFinish();
   // The buffer that commands drew in: the front one between images.
   glReadBuffer(ws.drawn_front ? GL_FRONT : GL_BACK);
   glPixelStorei(GL_PACK_ALIGNMENT, 1);
-  glReadPixels(0, 0, ws.Dimx, ws.Dimy, GL_RGBA, GL_UNSIGNED_BYTE, px.data());
+  glReadPixels(0, 0, *w, *h, GL_RGBA, GL_UNSIGNED_BYTE, px.data());
   return px;
 }
 

@@ -3,7 +3,8 @@
 #include <cstdint>
 #include <vector>
 
-// Dimx x Dimy pixels R, G, B, A, bottom row first; empty with no window.
+// The pixels of the window that has the focus, at its present size (in
+// *w, *h): R, G, B, A, bottom row first. Empty with no window.
 std::vector<uint8_t> pixels_fenetre(int* w, int* h);
 // Draws w x h pixels R, G, B, A (bottom row first) blended over the
 // window, their bottom left corner at window pixel (x, y) counted from

@@ -178,6 +178,28 @@ int CAL_VIEW(Objet* v, int flag) {
 
 void init_param_ortho() { param_ortho(views().Param_ortho, win().Dimx, win().Dimy); }
 
+void param_ortho_suit(int old_w, int old_h) {
+  int former[9];
+  param_ortho(former, old_w, old_h);
+  if (std::memcmp(former, views().Param_ortho, sizeof former) == 0) init_param_ortho();
+}
+
+void vues_a_la_taille() {
+  // Views whose values are given by functions (text) are computed when
+  // they are used; the current view last, as its values are the ones kept.
+  auto well_formed = [](Objet* v) {
+    if (!v || v->kind != KW_view || !v->local) return false;
+    for (const Slot& s : SLOTS)
+      if (!valeur(v, s)) return false;
+    return true;
+  };
+  Objet* head = chaine_classe(KW_view);
+  Objet* current = head ? get_objet_id(head, KW_view, views().current_id) : nullptr;
+  for (Objet* v = head ? head->next : nullptr; v; v = v->next)
+    if (v != current && well_formed(v)) CAL_VIEW(v, 1);
+  if (well_formed(current)) CAL_VIEW(current, 1);
+}
+
 bool projette_point(const float p[3], float out[3]) {
   Objet* v = vue_active();
   if (!v) return false;

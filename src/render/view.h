@@ -60,6 +60,11 @@ Objet* vue_active();
 int CAL_VIEW(Objet* v, int flag);
 
 void init_param_ortho();
+// The window went from old_w x old_h to its present size: the default
+// orthographic camera follows it (one set by `pers normal` stays), and
+// the views' matrices are computed again.
+void param_ortho_suit(int old_w, int old_h);
+void vues_a_la_taille();
 // Loads GL's projection and model-view for one view.
 void Projection_vue(Objet* v);
 // By Type_projection; `reset` sets the matrix mode and identity first.

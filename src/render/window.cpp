@@ -32,7 +32,11 @@ float* Back() {
 
 namespace {
 
-void Display_Func() {}
+// Nothing is drawn here: the picture is drawn again in the next idle slice.
+void Display_Func() {
+  win().exposed = true;
+  win().repaint = true;
+}
 void Visibility_Func(int) {}
 
 void Keyboard_Func(unsigned char key, int x, int y) {
@@ -55,8 +59,12 @@ void Motion_Func(int x, int y) {
   win().mouse_y = y;
 }
 
-// Closing the window ends the run as `bye` does.
-void Close_Func() { in_push_text("bye\n", false); }
+// The window is gone (the toolkit's main loop then returns, and
+// window_closed asks as `bye` does); not so when we destroy it ourselves.
+void Close_Func() {
+  WindowState& w = win();
+  if (!w.recreating) w.window = 0;
+}
 
 void register_callbacks() {
   glutIdleFunc(Idle_Func);
@@ -87,6 +95,7 @@ void boot_pass() {
 // The console's step: the prompt once, then a line when one is complete.
 // The wait is short so that the window keeps its events.
 void console_step() {
+  if (win().repaint && kernel().Mode_idle == 0) repaint_window();
   ConsoleState& con = console();
   if (!con.prompt_shown) {
     print_prompt(0);
@@ -110,6 +119,7 @@ void Reshape_Func(int w, int h) {
     return;
   }
   glViewport(0, 0, w, h);
+  window_resized(w, h);
 }
 
 void Idle_Func() {
@@ -123,23 +133,19 @@ bool window_start() {
   ScreenState& sc = screen();
   w.Graphique = sc.gra;
   if (!w.Graphique) return false;
-  if (!display_available()) {
-    voir_texte("no graphic display available: running with gra=0\n");
+  if (!toolkit_start()) {
     w.Graphique = sc.gra = 0;
     return false;
   }
-  int argc = 1;
-  char name[] = "orvela";
-  char* argv[] = {name, nullptr};
-  glutInit(&argc, argv);
   sem_hook = sem_gl;
-  glutSetOption(GLUT_ACTION_ON_WINDOW_CLOSE, GLUT_ACTION_CONTINUE_EXECUTION);
   return init_ecran(0) == 0;
 }
 
 int init_ecran(int mode) {
   WindowState& w = win();
-  if (!w.Graphique) return 0;
+  // Without the toolkit (while the questions of a closed window are
+  // asked), a new size waits for the window to be made again.
+  if (!w.Graphique || !w.toolkit) return 0;
   ScreenState& sc = screen();
   if (mode == 0) {
     w.Dimx_ecran = glutGet(GLUT_SCREEN_WIDTH);
@@ -178,7 +184,9 @@ int init_ecran(int mode) {
       objet_fenetre_principale();
       return 0;
     }
+    w.recreating = true;
     glutDestroyWindow(w.window);
+    w.recreating = false;
     w.window = 0;
   }
   glutInitWindowSize(w.Dimx, w.Dimy);
@@ -186,6 +194,7 @@ int init_ecran(int mode) {
   // With no window manager the toolkit's default place is off the screen.
   glutInitWindowPosition(std::max(w.Orx, 0), std::max(w.Ory, 0));
   w.window = glutCreateWindow("ORVELA");
+  w.exposed = false;
   register_callbacks();
   objet_fenetre_principale();
   glEnable(GL_DEPTH_TEST);
@@ -194,16 +203,20 @@ int init_ecran(int mode) {
   w.drawn_front = true;
   const float* b = Back();
   glClearColor(b[0], b[1], b[2], 1);
-  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-  glFlush();
-  init_param_ortho();
+  if (mode != 2) {
+    init_param_ortho();
+    picture_cleared(b);
+  }
+  window_shown();
   return 0;
 }
 
 void window_main_loop() {
   line_editor_start();
   kernel().Mode_idle = -276;
-  glutMainLoop();
-  // The toolkit returns only when its last window went away.
+  // The toolkit's loop returns only when its last window went away.
+  do {
+    if (win().window) glutMainLoop();
+  } while (window_closed());
   for (;;) Idle_Func();
 }

@@ -198,9 +198,27 @@ int SCREEN_b(word* s, const word* ob, word* st, const word* lim) {
     glClearColor(c[0], c[1], c[2], 1);
     glClear(GL_COLOR_BUFFER_BIT);
     glFlush();
+    picture_cleared(c);
   }
   (void)lim;
   return set_result_nil(s);
+}
+
+bool zbuffer_alloue(int n) {
+  WindowState& w = win();
+  std::free(w.zbuffer);
+  w.zbuffer = nullptr;
+  if (n) {
+    const double bytes = static_cast<double>(w.Dimx) * w.Dimy * (n == 1 ? 2.0 : 2.0 * n);
+    if (!memoire_possible(bytes, "zbuf")) return false;
+    w.zbuffer = static_cast<unsigned char*>(std::calloc(static_cast<size_t>(bytes), 1));
+    if (!w.zbuffer) {
+      err_malloc("zbuf", bytes);
+      return false;
+    }
+  }
+  w.zbuf_mode = n;
+  return true;
 }
 
 int ZBUF_b(word* s, const word* ob, word* st, const word* lim) {
@@ -214,20 +232,7 @@ int ZBUF_b(word* s, const word* ob, word* st, const word* lim) {
     voir_message(0, 66);
     return -1;
   }
-  if (n != w.zbuf_mode || (n && !w.zbuffer)) {
-    std::free(w.zbuffer);
-    w.zbuffer = nullptr;
-    if (n) {
-      const double bytes = static_cast<double>(w.Dimx) * w.Dimy * (n == 1 ? 2.0 : 2.0 * n);
-      if (!memoire_possible(bytes, "zbuf")) return -1;
-      w.zbuffer = static_cast<unsigned char*>(std::calloc(static_cast<size_t>(bytes), 1));
-      if (!w.zbuffer) {
-        err_malloc("zbuf", bytes);
-        return -1;
-      }
-    }
-    w.zbuf_mode = n;
-  }
+  if ((n != w.zbuf_mode || (n && !w.zbuffer)) && !zbuffer_alloue(n)) return -1;
   if (n == 0) voir_texte("zbuffer off\n");
   else if (n == 1) voir_texte("zbuffer 16 bits\n");
   else if (n == 2) voir_texte("zbuffer 32 bits\n");

@@ -34,6 +34,13 @@ void efface(int number) {
 
 void affichage_vide() {}
 
+// Makes the sub-window of `o` at its recorded size and place.
+void cree(Objet* o) {
+  o->work[WW_NUMBER] = glutCreateSubWindow(win().window, o->work[WW_X], o->work[WW_Y], o->work[WW_W], o->work[WW_H]);
+  glutDisplayFunc(affichage_vide);
+  efface(o->work[WW_NUMBER]);
+}
+
 void focus(Objet* o) {
   Objet* main = objet_fenetre_principale();
   if (main) main->work[WW_FOCUS] = o->work[WW_NUMBER];
@@ -95,7 +102,8 @@ int SOUS_FENETRE(word* s, const word* lim, const char* name) {
                                     static_cast<float>(o->work[WW_X]), static_cast<float>(o->work[WW_Y])};
     return set_result_floats(s, lim, now);
   }
-  if (d[0] < 1 || d[1] < 1) return usage();
+  // The X server takes sides of 1 to 32767 pixels.
+  if (!(d[0] >= 1 && d[1] >= 1 && d[0] <= 32767 && d[1] <= 32767)) return usage();
   const int w = static_cast<int>(d[0]), h = static_cast<int>(d[1]);
   const int x = ws.Dimx / 2 + static_cast<int>(p[0]), y = ws.Dimy / 2 + static_cast<int>(p[1]);
   if (!o) {
@@ -106,9 +114,7 @@ int SOUS_FENETRE(word* s, const word* lim, const char* name) {
   if (!gl_on()) return set_result_nil(s);
   Objet* main = objet_fenetre_principale();
   if (!o->work[WW_NUMBER]) {
-    o->work[WW_NUMBER] = glutCreateSubWindow(ws.window, x, y, w, h);
-    glutDisplayFunc(affichage_vide);
-    efface(o->work[WW_NUMBER]);
+    cree(o);
   } else {
     glutSetWindow(o->work[WW_NUMBER]);
     glutPositionWindow(x, y);
@@ -116,4 +122,26 @@ int SOUS_FENETRE(word* s, const word* lim, const char* name) {
   }
   glutSetWindow(main ? main->work[WW_FOCUS] : ws.window);
   return set_result_nil(s);
+}
+
+void fenetres_refaites() {
+  Objet* main = objet_fenetre_principale();
+  if (!main) return;
+  const int focus = main->work[WW_FOCUS];
+  main->work[WW_FOCUS] = win().window;
+  for (Objet* o = chaine()->next; o; o = o->next) {
+    if (o == main || o->kind != KW_win || !o->work[WW_NUMBER]) continue;
+    const bool had_focus = o->work[WW_NUMBER] == focus;
+    cree(o);
+    if (had_focus) main->work[WW_FOCUS] = o->work[WW_NUMBER];
+  }
+  focus_reprise();
+}
+
+void focus_reprise() {
+  const WindowState& ws = win();
+  if (!ws.window) return;
+  const Objet* main = fenetre_nommee("ORVELA");
+  const int focus = main && main->work[WW_FOCUS] ? main->work[WW_FOCUS] : ws.window;
+  if (glutGetWindow() != focus) glutSetWindow(focus);
 }

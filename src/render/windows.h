@@ -13,6 +13,12 @@ enum WinWord { WW_NUMBER = 0, WW_W = 1, WW_H = 2, WW_X = 3, WW_Y = 4, WW_FOCUS =
 Objet* objet_fenetre_principale();
 // A window of the list by name, or null.
 Objet* fenetre_nommee(const char* name);
+// After the main window was made again: its sub-windows are made again
+// as they were, and the focus stays with the same window.
+void fenetres_refaites();
+// Makes the window that has the focus current again (after a callback of
+// the toolkit made another one current).
+void focus_reprise();
 
 // `win("name") dim(w,h) poi(x,y)`: makes the sub-window, or moves and
 // resizes it; the place counts from the main window's centre, and by
