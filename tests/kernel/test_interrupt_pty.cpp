@@ -8,9 +8,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <string>
+
+#include "support/read_until.h"
 
 namespace {
 
@@ -33,19 +34,7 @@ struct Session {
   }
 
   // Reads until `text` has appeared after position `from`, or 10 s pass.
-  bool wait_for(const std::string& text, size_t from) {
-    auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (seen.find(text, from) == std::string::npos) {
-      if (std::chrono::steady_clock::now() > end) return false;
-      pollfd p{fd, POLLIN, 0};
-      if (poll(&p, 1, 100) <= 0) continue;
-      char buf[512];
-      ssize_t n = read(fd, buf, sizeof buf);
-      if (n <= 0) return seen.find(text, from) != std::string::npos;
-      seen.append(buf, static_cast<size_t>(n));
-    }
-    return true;
-  }
+  bool wait_for(const std::string& text, size_t from) { return read_until(fd, seen, text, from, 10); }
 
   void type(const std::string& s) { ASSERT_EQ(write(fd, s.data(), s.size()), static_cast<ssize_t>(s.size())); }
 

@@ -1,16 +1,16 @@
 // The real program in a fresh folder, its standard input and output on
 // pipes: lines are typed, output is waited for, signals are sent.
 #pragma once
-#include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <string>
+
+#include "support/read_until.h"
 
 struct ProgramSession {
   pid_t pid = -1;
@@ -52,17 +52,7 @@ struct ProgramSession {
 
   // Reads until `text` has appeared after position `from`, or `seconds` pass.
   bool wait_for(const std::string& text, size_t from, int seconds = 10) {
-    auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
-    while (seen.find(text, from) == std::string::npos) {
-      if (std::chrono::steady_clock::now() > end) return false;
-      pollfd p{out, POLLIN, 0};
-      if (poll(&p, 1, 100) <= 0) continue;
-      char buf[4096];
-      ssize_t n = read(out, buf, sizeof buf);
-      if (n <= 0) return seen.find(text, from) != std::string::npos;
-      seen.append(buf, static_cast<size_t>(n));
-    }
-    return true;
+    return read_until(out, seen, text, from, seconds);
   }
 
   bool type(const std::string& s) { return write(in, s.data(), s.size()) == static_cast<ssize_t>(s.size()); }
