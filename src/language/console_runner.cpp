@@ -9,6 +9,7 @@
 #include "kernel/bloc.h"
 #include "kernel/bye.h"
 #include "kernel/console.h"
+#include "kernel/exceptions.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
@@ -27,13 +28,16 @@
 namespace {
 
 // Compiles, links and runs a braced text with `base` as the first free
-// word of the evaluation area.
+// word of the evaluation area. The guard of commands also covers what
+// the line does between its commands.
 int run_braced(const std::string& braced, word* base, word** result) {
-  CodeObject code(braced);
-  if (!code.obj.local) return -1;
-  if (a_compile(&code.obj) < 0 || !code.obj.code) return -1;
-  if (lier_fonction(&code.obj) < 0) return -1;
-  return interp(code.obj.code, base, result);
+  return sans_exception([&] {
+    CodeObject code(braced);
+    if (!code.obj.local) return -1;
+    if (a_compile(&code.obj) < 0 || !code.obj.code) return -1;
+    if (lier_fonction(&code.obj) < 0) return -1;
+    return interp(code.obj.code, base, result);
+  });
 }
 
 // The temporary objects of a failed line go.
