@@ -9,6 +9,7 @@
 
 #include "image/byte_order.h"
 #include "image/image_files.h"
+#include "kernel/interrupt.h"
 #include "kernel/report.h"
 
 namespace {
@@ -51,8 +52,10 @@ Bytes bmp_bytes(const ImageView& p, const FormatOptions& o) {
   put_le32(out, 38, 2952);
   put_le32(out, 42, 2952);
   uint8_t* f = out.data() + BMP_HEADER;
-  for (size_t i = 0; i < static_cast<size_t>(p.w) * p.h; i++)
-    for (int c = 0; c < 3; c++) *f++ = p.px[i * 4 + order[c]];
+  par_tranches(static_cast<size_t>(p.w) * p.h, [&](size_t a, size_t b) {
+    for (size_t i = a; i < b; i++)
+      for (int c = 0; c < 3; c++) *f++ = p.px[i * 4 + order[c]];
+  });
   return out;
 }
 
@@ -89,7 +92,8 @@ int bmp_read(const uint8_t* d, size_t n, const FormatOptions& o, ImageData& out)
   const uint8_t* data = d + offset;
   const size_t stride = (3 * static_cast<size_t>(w) + 3) & ~static_cast<size_t>(3);
   const uint8_t alpha = default_alpha(o);
-  for (size_t y = 0; y < static_cast<size_t>(h); y++)
+  for (size_t y = 0; y < static_cast<size_t>(h); y++) {
+    interrupt_check();
     for (size_t x = 0; x < static_cast<size_t>(w); x++) {
       const size_t at = y * stride + 3 * x;
       if (at + 3 > bytes) return 0;
@@ -99,5 +103,6 @@ int bmp_read(const uint8_t* d, size_t n, const FormatOptions& o, ImageData& out)
       px[2] = data[at];
       px[3] = alpha;
     }
+  }
   return 0;
 }

@@ -6,6 +6,7 @@
 // go to memory in file order.
 #include "image/byte_order.h"
 #include "image/image_files.h"
+#include "kernel/interrupt.h"
 #include "kernel/report.h"
 
 namespace {
@@ -109,13 +110,15 @@ Bytes tga_bytes(const ImageView& p, const FormatOptions&) {
   put_le16(out, 14, static_cast<uint32_t>(p.h));
   out[16] = 32;
   uint8_t* f = out.data() + TGA_HEADER;
-  for (size_t i = 0; i < static_cast<size_t>(p.w) * p.h; i++) {
-    const uint8_t* m = p.px + 4 * i;
-    *f++ = m[2];
-    *f++ = m[1];
-    *f++ = m[0];
-    *f++ = m[3];
-  }
+  par_tranches(static_cast<size_t>(p.w) * p.h, [&](size_t a, size_t b) {
+    for (size_t i = a; i < b; i++) {
+      const uint8_t* m = p.px + 4 * i;
+      *f++ = m[2];
+      *f++ = m[1];
+      *f++ = m[0];
+      *f++ = m[3];
+    }
+  });
   return out;
 }
 

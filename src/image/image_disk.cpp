@@ -12,6 +12,7 @@
 
 #include "image/image_command.h"
 #include "image/image_ops.h"
+#include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "language/commands.h"
 #include "scene/graphic.h"
@@ -65,6 +66,8 @@ static int DISK_IMAGE_1(Objet* o, Disque d) {
   uint8_t* px = pixels_image(o);
   for (int y = y0; y <= y1; y++)
     for (int x = x0; x <= x1; x++) {
+      // The samples a pixel takes are the user's to choose.
+      interrupt_check();
       float f = couverture(d, x, y) * d.coe;
       if (f <= 0 || (d.hasard && !(d.tirage() < d.p))) continue;
       float shade = 1;

@@ -4,12 +4,22 @@
 #include <cstring>
 
 #include "image/image_edit.h"
+#include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 
 namespace {
 
 size_t nb_octets(Objet* o) { return static_cast<size_t>(image_nx(o)) * image_ny(o) * image_nz(o) * 4; }
+
+// f(pixel) on every pixel, in slices with a safe point before each.
+template <class F>
+void chaque_pixel(Objet* o, F&& f) {
+  uint8_t* px = pixels_image(o);
+  par_tranches(nb_octets(o) / 4, [&](size_t a, size_t b) {
+    for (uint8_t *p = px + a * 4, *e = px + b * 4; p < e; p += 4) f(p);
+  });
+}
 
 }  // namespace
 
@@ -25,37 +35,37 @@ void IMAGE_COL(Objet* o, const float* c, int n) {
     }
     row[static_cast<size_t>(x) * 4 + 3] = 255;
   }
-  for (int y = 0; y < rows; y++) std::memcpy(p + static_cast<size_t>(y) * row.size(), row.data(), row.size());
+  for (int y = 0; y < rows; y++) {
+    interrupt_check();
+    std::memcpy(p + static_cast<size_t>(y) * row.size(), row.data(), row.size());
+  }
 }
 
 void IMAGE_LUMINANCE(Objet* o) {
-  uint8_t* p = pixels_image(o);
-  for (uint8_t* e = p + nb_octets(o); p < e; p += 4) {
+  chaque_pixel(o, [](uint8_t* p) {
     const uint8_t l = octet255(0.299f * p[0] + 0.587f * p[1] + 0.114f * p[2]);
     p[0] = l;
     p[1] = l;
     p[2] = l;
-  }
+  });
 }
 
 void INV_IMAGE(Objet* o) {
-  uint8_t* p = pixels_image(o);
-  for (uint8_t* e = p + nb_octets(o); p < e; p += 4) {
+  chaque_pixel(o, [](uint8_t* p) {
     p[0] = static_cast<uint8_t>(255 - p[0]);
     p[1] = static_cast<uint8_t>(255 - p[1]);
     p[2] = static_cast<uint8_t>(255 - p[2]);
-  }
+  });
 }
 
 void image_alea(Objet* o, float prob, Tirage& t) {
-  uint8_t* p = pixels_image(o);
-  for (uint8_t* e = p + nb_octets(o); p < e; p += 4) {
+  chaque_pixel(o, [&](uint8_t* p) {
     const uint8_t v = t() < prob ? 255 : 0;
     p[0] = v;
     p[1] = v;
     p[2] = v;
     p[3] = 255;
-  }
+  });
 }
 
 void RECTANGLE_IMAGE(Objet* o, int x1, int y1, int x2, int y2, const uint8_t* rgba) {
@@ -63,9 +73,11 @@ void RECTANGLE_IMAGE(Objet* o, int x1, int y1, int x2, int y2, const uint8_t* rg
   x1 = std::max(0, std::min(x1, x2)), x2 = std::min(nx - 1, std::max(x1, x2));
   y1 = std::max(0, std::min(y1, y2)), y2 = std::min(ny - 1, std::max(y1, y2));
   uint8_t* p = pixels_image(o);
-  for (int y = y1; y <= y2; y++)
+  for (int y = y1; y <= y2; y++) {
+    interrupt_check();
     for (uint8_t *q = p + (static_cast<size_t>(y) * nx + x1) * 4, *e = q + static_cast<size_t>(x2 - x1 + 1) * 4; q < e; q += 4)
       std::memcpy(q, rgba, 4);
+  }
 }
 
 int IMAGE_CUT(Objet* o, int x1, int y1, int x2, int y2) {

@@ -4,12 +4,14 @@
 #include <cstring>
 
 #include "image/image_edit.h"
+#include "kernel/interrupt.h"
 
 int transforme_image(Objet* o, const float* m) {
   const int nx = image_nx(o), ny = image_ny(o);
   uint8_t* p = pixels_image(o);
   std::vector<uint8_t> src(p, p + static_cast<size_t>(nx) * ny * 4);
-  for (int y = 0; y < ny; y++)
+  for (int y = 0; y < ny; y++) {
+    interrupt_check();
     for (int x = 0; x < nx; x++, p += 4) {
       const float u = m[0] * static_cast<float>(x) + m[1] * static_cast<float>(y) + m[2];
       const float v = m[3] * static_cast<float>(x) + m[4] * static_cast<float>(y) + m[5];
@@ -19,6 +21,7 @@ int transforme_image(Objet* o, const float* m) {
       else
         std::memset(p, 0, 4);
     }
+  }
   return 0;
 }
 

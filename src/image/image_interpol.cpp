@@ -8,7 +8,9 @@
 
 #include "image/image_command.h"
 #include "image/image_ops.h"
+#include "kernel/interrupt.h"
 #include "kernel/keywords.h"
+#include "kernel/resources.h"
 #include "language/commands.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
@@ -25,7 +27,7 @@ int INTERPOL_IMAGE_1(const word* ids, int destination, int k, int n) {
     err_tailles(a, b);
     return -1;
   }
-  const size_t octets = static_cast<size_t>(nx) * ny * 4;
+  const size_t ligne = static_cast<size_t>(nx) * 4;
   for (int j = 0; j <= n; j++) {
     Objet* d = image_de_taille(destination + j, nx, ny);
     if (!d) return -1;
@@ -35,7 +37,10 @@ int INTERPOL_IMAGE_1(const word* ids, int destination, int k, int n) {
     uint8_t* q = pixels_image(d);
     // t = (n+1-j)/(n+1), in integers so that the truncation is exact.
     const unsigned ta = static_cast<unsigned>(n + 1 - j), tb = static_cast<unsigned>(j), den = static_cast<unsigned>(n + 1);
-    for (size_t i = 0; i < octets; i++) q[i] = static_cast<uint8_t>((ta * pa[i] + tb * pb[i]) / den);
+    for (size_t y = 0, i = 0; y < static_cast<size_t>(ny); y++) {
+      interrupt_check();
+      for (const size_t fin = i + ligne; i < fin; i++) q[i] = static_cast<uint8_t>((ta * pa[i] + tb * pb[i]) / den);
+    }
   }
   return 0;
 }
@@ -51,7 +56,15 @@ int INTERPOL_b(word* s, const word* ob, word* st, const word* lim) {
     return -1;
   }
   const int n = std::clamp(entier_borne(option_1(s, KW_interpol, 0)), 0, 100000);
-  const int d = std::clamp(entier_borne(option_1(s, KW_number, static_cast<float>(std::max(0, num_max(1, KW_image)) + 1))), -100000000, 100000000);
+  // One past the highest number, counted in float: the highest may be
+  // the largest int.
+  const float suivant = static_cast<float>(std::max(0, num_max(1, KW_image))) + 1.0f;
+  const int d = std::clamp(entier_borne(option_1(s, KW_number, suivant)), -100000000, 100000000);
+  // All the images the command makes, weighed before the first is made.
+  double octets = 0;
+  for (int k = 0; k + 1 < m; k++)
+    if (Objet* a = image_operande(ids, k)) octets += (n + 1.0) * image_nx(a) * image_ny(a) * 4;
+  if (!memoire_possible(octets, "INTERPOL_b()")) return -1;
   for (int k = 0; k + 1 < m; k++)
     if (INTERPOL_IMAGE_1(ids, d + k * (n + 1), k, n) < 0) {
       TRACE_FAIL("INTERPOL_IMAGE_1()");

@@ -5,6 +5,7 @@
 
 #include "image/image_object.h"
 #include "kernel/file_out.h"
+#include "kernel/interrupt.h"
 #include "kernel/kernel.h"
 #include "kernel/report.h"
 
@@ -66,6 +67,7 @@ int pose_image(Objet* o, const ImageData& d) {
 Bytes reechantillonne(const ImageView& p, int nw, int nh) {
   Bytes out(static_cast<size_t>(nw) * nh * 4);
   for (int y = 0; y < nh; y++) {
+    interrupt_check();
     const size_t sy = static_cast<size_t>(y) * p.h / nh;
     for (int x = 0; x < nw; x++) {
       const size_t sx = static_cast<size_t>(x) * p.w / nw;
@@ -83,9 +85,11 @@ bool decoupe(const ImageView& p, int x, int y, int w, int h, ImageData& out) {
   out.h = y1 - y0;
   out.nz = 1;
   out.px.resize(static_cast<size_t>(out.w) * out.h * 4);
-  for (int r = 0; r < out.h; r++)
+  for (int r = 0; r < out.h; r++) {
+    interrupt_check();
     std::memcpy(&out.px[static_cast<size_t>(r) * out.w * 4], p.px + ((static_cast<size_t>(y0) + r) * p.w + x0) * 4,
                 static_cast<size_t>(out.w) * 4);
+  }
   out.valid = out.px.size();
   return true;
 }

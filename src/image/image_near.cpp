@@ -13,6 +13,7 @@
 
 #include "image/image_command.h"
 #include "image/image_ops.h"
+#include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "language/cmd_util.h"
@@ -36,7 +37,8 @@ struct Regle {
 
 // One pass over nx by ny cells from `a` into `b`.
 void passe(const uint8_t* a, uint8_t* b, int nx, int ny, Regle& r) {
-  for (int y = 0; y < ny; y++)
+  for (int y = 0; y < ny; y++) {
+    interrupt_check();
     for (int x = 0; x < nx; x++) {
       float sum = 0;
       for (int j = -1; j <= 1; j++) {
@@ -52,6 +54,7 @@ void passe(const uint8_t* a, uint8_t* b, int nx, int ny, Regle& r) {
       if (etat != a[k] && r.hasard && !(r.tirage() < r.p)) etat = a[k];
       b[k] = etat;
     }
+  }
 }
 
 int vie(Objet* o, Regle& r) {
@@ -60,15 +63,19 @@ int vie(Objet* o, Regle& r) {
   const size_t n = static_cast<size_t>(nx) * ny;
   std::vector<uint8_t> debut(n), a(n), b(n);
   const float seuil = 3 * r.limite * 255;
-  for (size_t k = 0; k < n; k++)
-    debut[k] = static_cast<float>(px[k * 4] + px[k * 4 + 1] + px[k * 4 + 2]) > seuil ? 1 : 0;
+  par_tranches(n, [&](size_t k0, size_t k1) {
+    for (size_t k = k0; k < k1; k++)
+      debut[k] = static_cast<float>(px[k * 4] + px[k * 4 + 1] + px[k * 4 + 2]) > seuil ? 1 : 0;
+  });
   a = debut;
   for (int t = 0; t < r.passes; t++) {
     passe(a.data(), b.data(), nx, ny, r);
     a.swap(b);
   }
-  for (size_t k = 0; k < n; k++)
-    if (a[k] != debut[k]) std::memset(px + k * 4, a[k] ? 255 : 0, 3);
+  par_tranches(n, [&](size_t k0, size_t k1) {
+    for (size_t k = k0; k < k1; k++)
+      if (a[k] != debut[k]) std::memset(px + k * 4, a[k] ? 255 : 0, 3);
+  });
   return 0;
 }
 

@@ -15,9 +15,12 @@ namespace {
 // fit a block.
 long long nombre_pixels(int nx, int ny, int nz) {
   if (nx <= 0 || ny <= 0 || nz <= 0) return -1;
-  const long long n = static_cast<long long>(nx) * ny * nz;
-  return n > (1LL << 29) ? -1 : n;
+  const double n = static_cast<double>(nx) * ny * nz;
+  return n > (1LL << 29) ? -1 : static_cast<long long>(n);
 }
+
+// The bytes of nx*ny*nz pixels, for the report of a size refused.
+double octets_pixels(int nx, int ny, int nz) { return static_cast<double>(nx) * ny * nz * 4; }
 
 bool bloc_de_taille(const word* b, word t, long long n) {
   return b && tag(b) == t && np(b) == n && dimp(b) == 4 && size(b) == 4 + n;
@@ -45,7 +48,7 @@ bloc installe_pixels(Objet* o, int code, word t, long long n) {
 bloc bloc_image(int nx, int ny, int nz) {
   const long long n = nombre_pixels(nx, ny, nz);
   if (n < 0) {
-    err_malloc("bloc_image()", static_cast<long>(static_cast<long long>(nx) * ny * nz * 4));
+    err_malloc("bloc_image()", octets_pixels(nx, ny, nz));
     return nullptr;
   }
   bloc b = alloue_bloc(static_cast<int>(4 + n));
@@ -89,7 +92,7 @@ uint8_t* pixels_image(Objet* o) {
 int SET_DIM_IMAGE(Objet* o, int nx, int ny, int nz) {
   const long long n = nombre_pixels(nx, ny, nz);
   if (n < 0) {
-    err_malloc("SET_DIM_IMAGE()", static_cast<long>(static_cast<long long>(nx) * ny * nz * 4));
+    err_malloc("SET_DIM_IMAGE()", octets_pixels(nx, ny, nz));
     return -1;
   }
   if (!installe_pixels(o, KW_image, T_IMAGE, n)) {

@@ -7,6 +7,7 @@
 #include "image/image_commands.h"
 #include "image/image_io.h"
 #include "image/image_object.h"
+#include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "render/cmd_args.h"
@@ -41,22 +42,28 @@ void transparence(word* s, ImageData& d) {
   float t[3] = {0, 0, 0};
   if (values.size() >= 1 && floats_into(values[0], t, 1) == 1 && std::isfinite(t[0])) {
     const auto alpha = static_cast<uint8_t>(std::lround(255 * std::clamp(1 - t[0], 0.0f, 1.0f)));
-    for (size_t i = 3; i < d.px.size(); i += 4) d.px[i] = alpha;
+    par_tranches(d.px.size() / 4, [&](size_t a, size_t b) {
+      for (size_t i = a; i < b; i++) d.px[i * 4 + 3] = alpha;
+    });
   }
   float key[3] = {0, 0, 0};
   if (values.size() < 2 || floats_into(values[1], key, 3) < 1) return;
   uint8_t k[3];
   for (int c = 0; c < 3; c++) k[c] = static_cast<uint8_t>(std::lround(255 * std::clamp(key[c], 0.0f, 1.0f)));
-  for (size_t i = 0; i + 3 < d.px.size(); i += 4)
-    if (d.px[i] == k[0] && d.px[i + 1] == k[1] && d.px[i + 2] == k[2]) d.px[i + 3] = 0;
+  par_tranches(d.px.size() / 4, [&](size_t a, size_t b) {
+    for (size_t i = a * 4; i < b * 4; i += 4)
+      if (d.px[i] == k[0] && d.px[i + 1] == k[1] && d.px[i + 2] == k[2]) d.px[i + 3] = 0;
+  });
 }
 
 // `coe(c)` scales the three colours.
 void coefficient(word* s, ImageData& d) {
   float c = 1;
   if (arg_floats(s, KW_coe, &c, 1) < 1 || !std::isfinite(c)) return;
-  for (size_t i = 0; i < d.px.size(); i++)
-    if (i % 4 != 3) d.px[i] = static_cast<uint8_t>(std::clamp(d.px[i] * c, 0.0f, 255.0f));
+  par_tranches(d.px.size(), [&](size_t a, size_t b) {
+    for (size_t i = a; i < b; i++)
+      if (i % 4 != 3) d.px[i] = static_cast<uint8_t>(std::clamp(d.px[i] * c, 0.0f, 255.0f));
+  });
 }
 
 // `dim(nx, ny)` resizes after reading; ny defaults to nx.

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "image/image_edit.h"
+#include "kernel/interrupt.h"
 
 namespace {
 
@@ -42,7 +43,7 @@ int REDIM_IMAGE(Objet* o, int nx, int ny) {
   // must stay within what a pixel block may hold.
   constexpr long long MAX = 1LL << 28;
   if (static_cast<long long>(nx) * ny > MAX || static_cast<long long>(nx) * sy > MAX) {
-    err_malloc("REDIM_IMAGE()", static_cast<long>(static_cast<long long>(nx) * std::max(ny, sy) * 16));
+    err_malloc("REDIM_IMAGE()", static_cast<double>(nx) * std::max(ny, sy) * 16);
     return -1;
   }
   if (nx <= 0 || ny <= 0) {
@@ -54,21 +55,25 @@ int REDIM_IMAGE(Objet* o, int nx, int ny) {
   // Rows first: sy rows of nx pixels, in floats.
   const uint8_t* src = pixels_image(o);
   std::vector<float> rows(static_cast<size_t>(nx) * sy * 4);
-  for (int y = 0; y < sy; y++)
+  for (int y = 0; y < sy; y++) {
+    interrupt_check();
     for (int x = 0; x < nx; x++) {
       float* d = &rows[(static_cast<size_t>(y) * nx + x) * 4];
       for (const Poids& p : cx[static_cast<size_t>(x)])
         for (int k = 0; k < 4; k++) d[k] += p.w * src[(static_cast<size_t>(y) * sx + p.j) * 4 + k];
     }
+  }
   if (SET_DIM_IMAGE(o, nx, ny) < 0) return -1;
   uint8_t* dst = pixels_image(o);
-  for (int y = 0; y < ny; y++)
+  for (int y = 0; y < ny; y++) {
+    interrupt_check();
     for (int x = 0; x < nx; x++) {
       float acc[4] = {0, 0, 0, 0};
       for (const Poids& p : cy[static_cast<size_t>(y)])
         for (int k = 0; k < 4; k++) acc[k] += p.w * rows[(static_cast<size_t>(p.j) * nx + x) * 4 + k];
       for (int k = 0; k < 4; k++) *dst++ = octet255(acc[k]);
     }
+  }
   return 0;
 }
 

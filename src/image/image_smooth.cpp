@@ -10,6 +10,7 @@
 
 #include "image/image_command.h"
 #include "image/image_ops.h"
+#include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "language/commands.h"
 #include "scene/graphic.h"
@@ -54,6 +55,7 @@ void lisse_boite(const uint8_t* src, uint8_t* dst, int nx, int ny, int n, int ca
   };
   for (int y = 0; y < std::min(h, ny); y++) ajoute(y, 1);
   for (int y = 0; y < ny; y++) {
+    interrupt_check();
     if (y + h < ny) ajoute(y + h, 1);
     if (y - h - 1 >= 0) ajoute(y - h - 1, -1);
     uint32_t acc[4] = {0, 0, 0, 0};
@@ -75,6 +77,8 @@ void lisse_noyau(const uint8_t* src, uint8_t* dst, int nx, int ny, const Noyau& 
   for (int y = 0; y < ny; y++) {
     const int j0 = std::max(0, h - y), j1 = std::min(k.side, ny - y + h);
     for (int x = 0; x < nx; x++) {
+      // A kernel may be large: a point at each pixel.
+      interrupt_check();
       const int i0 = std::max(0, h - x), i1 = std::min(k.side, nx - x + h);
       double acc[4] = {0, 0, 0, 0};
       for (int j = j0; j < j1; j++) {

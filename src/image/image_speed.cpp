@@ -10,6 +10,7 @@
 
 #include "image/image_command.h"
 #include "image/image_edit.h"
+#include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "language/commands.h"
@@ -39,8 +40,11 @@ int difference(Objet* o, Objet* o2, float c) {
   if (!v) return -1;
   const uint8_t* a = pixels_image(o);
   const uint8_t* b = pixels_image(o2);
-  for (int i = 0; i < np(v); i++, a += 4, b += 4)
-    for (int k = 0; k < 3; k++) setf(v, i * 3 + k, static_cast<float>(a[k] - b[k]) * c);
+  par_tranches(static_cast<size_t>(np(v)), [&](size_t i0, size_t i1) {
+    for (size_t i = i0; i < i1; i++)
+      for (int k = 0; k < 3; k++)
+        setf(v, static_cast<int>(i) * 3 + k, static_cast<float>(a[i * 4 + k] - b[i * 4 + k]) * c);
+  });
   return 0;
 }
 
@@ -50,7 +54,9 @@ int difference(Objet* o, Objet* o2, float c) {
 static int GENERATE_SPEED_IMAGE_1(Objet* o, float lo, float hi, float c, Tirage& t) {
   bloc v = speed_image(o);
   if (!v) return -1;
-  for (int i = 0; i < np(v) * 3; i++) setf(v, i, (lo + (hi - lo) * t()) * c);
+  par_tranches(static_cast<size_t>(np(v)) * 3, [&](size_t i0, size_t i1) {
+    for (size_t i = i0; i < i1; i++) setf(v, static_cast<int>(i), (lo + (hi - lo) * t()) * c);
+  });
   return 0;
 }
 

@@ -6,6 +6,7 @@
 
 #include "kernel/handles.h"
 #include "kernel/report.h"
+#include "kernel/resources.h"
 #include "kernel/vocab.h"
 
 BlocState& bloc_state() {
@@ -96,14 +97,25 @@ Pool& pool() {
 
 }  // namespace
 
+// Requests from this size on are first weighed against the memory the
+// machine has left: the system would grant more than it has, and end a
+// process when the pages are touched.
+static constexpr size_t GRAND = 1u << 20;
+
 static void* alloue_mots(size_t words) {
   MemHeader* m = nullptr;
   if (words <= POOL_WORDS && pool().count[words] > 0) {
     Pool& p = pool();
     m = p.kept[words][--p.count[words]];
   } else {
-    m = static_cast<MemHeader*>(std::malloc(sizeof(MemHeader) + words * sizeof(word)));
-    if (!m) return nullptr;
+    const size_t bytes = sizeof(MemHeader) + words * sizeof(word);
+    if (words > static_cast<size_t>(INT32_MAX) || (bytes >= GRAND && !memoire_disponible(static_cast<double>(bytes))))
+      return nullptr;
+    m = static_cast<MemHeader*>(std::malloc(bytes));
+    if (!m) {
+      memoire_manque();
+      return nullptr;
+    }
     bloc_state().requests++;
   }
   m->words = static_cast<int32_t>(words);
@@ -131,7 +143,7 @@ bloc alloue_bloc(int n) {
   const size_t words = permanent ? -static_cast<int64_t>(n) : n;
   bloc b = n ? static_cast<bloc>(alloue_mots(words)) : nullptr;
   if (!b) {
-    err_malloc(nullptr, static_cast<long>(words * sizeof(word)));
+    err_malloc(nullptr, static_cast<double>(words) * sizeof(word));
     return nullptr;
   }
   b[0] = permanent ? -static_cast<word>(words) : static_cast<word>(words);
@@ -146,7 +158,7 @@ void* alloue_mem(size_t bytes) {
   const size_t words = bytes ? (bytes + sizeof(word) - 1) / sizeof(word) : 1;
   void* p = alloue_mots(words);
   if (!p) {
-    err_malloc(nullptr, static_cast<long>(bytes));
+    err_malloc(nullptr, static_cast<double>(bytes));
     return nullptr;
   }
   bloc_state().live_blocks++;

@@ -1,6 +1,8 @@
 // The fixed-form failure reports. Each prints its optional name, then its
 // numbered message of vocabulary 0, or a fixed text before the message
 // tables exist.
+#include <cstdio>
+
 #include "kernel/keywords.h"
 #include "kernel/objet.h"
 #include "kernel/report.h"
@@ -54,14 +56,22 @@ void err_ecriture(const char* n) { named(n, 37, nullptr); }
 void err_existe(const char* n) { named(n, 38, "EXISTS, WRITE (0,1) ?\a"); }
 void err_pas_trouve(const char* n) { named(n, 28, "NOT FOUND\a\n"); }
 
-void err_malloc(const char* n, long bytes) {
+void err_malloc(const char* n, double bytes) {
   name_of(n);
+  // The count as a whole number of any size (exact below 2^53).
+  char count[64];
+  std::snprintf(count, sizeof count, "%.0f: ", bytes);
+  VOIR_CHAR("%s", count);
   if (kernel().etat_console < 1) {
-    voir_int("%d: MALLOC ERROR\a\n", static_cast<int>(bytes));
+    voir_texte("MALLOC ERROR\a\n");
     return;
   }
-  voir_int("%d: ", static_cast<int>(bytes));
   voir_message(0, 16);
+}
+
+void err_imbrication(const char* n) {
+  name_of(n);
+  voir_texte("NESTING TOO DEEP\a\n");
 }
 
 void err_realloc(const char* n, int count) {

@@ -8,7 +8,7 @@
 namespace {
 
 struct HandleRegistry {
-  std::vector<HandleEntry> entries{{nullptr, H_FREE}};  // slot 0 stands for null
+  std::vector<HandleEntry> entries{{nullptr, H_FREE, 0}};  // slot 0 stands for null
   std::vector<word> free_list;
   int used = 0;
 };
@@ -35,10 +35,11 @@ word handle_new(void* address, HandleKind kind) {
   if (!r.free_list.empty()) {
     h = r.free_list.back();
     r.free_list.pop_back();
-    r.entries[h] = {address, kind};
+    r.entries[h].address = address;
+    r.entries[h].kind = kind;
   } else {
     h = static_cast<word>(r.entries.size());
-    r.entries.push_back({address, kind});
+    r.entries.push_back({address, kind, 0});
     publish(r);
   }
   r.used++;
@@ -48,7 +49,9 @@ word handle_new(void* address, HandleKind kind) {
 void handle_release(word h) {
   HandleRegistry& r = registry();
   if (h <= 0 || h >= static_cast<word>(r.entries.size()) || r.entries[h].kind == H_FREE) return;
-  r.entries[h] = {nullptr, H_FREE};
+  r.entries[h].address = nullptr;
+  r.entries[h].kind = H_FREE;
+  r.entries[h].generation++;
   r.free_list.push_back(h);
   r.used--;
 }
@@ -76,6 +79,11 @@ bloc handle_bloc(word h) { return static_cast<bloc>(handle_mem(h)); }
 word objet_handle_new(Objet* o) {
   o->handle = handle_new(o, H_OBJET);
   return o->handle;
+}
+
+RefObjet ref_objet(Objet* o) {
+  const word h = objet_handle(o);
+  return {h, h ? handle_table[h].generation : 0u};
 }
 
 void objet_handle_forget(Objet* o) {

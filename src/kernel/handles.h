@@ -5,6 +5,9 @@
 // is a vector of addresses with a free list, and each heap block and
 // object record keeps its own handle.
 #pragma once
+#include <cstdint>
+#include <vector>
+
 #include "kernel/objet.h"
 #include "kernel/word.h"
 
@@ -13,10 +16,13 @@
 enum HandleKind : unsigned char { H_FREE = 0, H_MEM = 1, H_OBJET = 2 };
 
 // The registry's table, read inline by the lookups below: slot h holds the
-// address and sort of handle h; slot 0 stands for null.
+// address and sort of handle h; slot 0 stands for null. A slot's
+// generation counts the times it was given back, so that a handle kept
+// past its object's end never names the next object given that slot.
 struct HandleEntry {
   void* address;
   HandleKind kind;
+  uint32_t generation;
 };
 extern HandleEntry* handle_table;
 extern word handle_table_size;
@@ -47,3 +53,29 @@ inline word objet_handle(Objet* o) {
   return o->handle ? o->handle : objet_handle_new(o);
 }
 void objet_handle_forget(Objet* o);
+
+// An object held across code that may remove objects (a walk that runs
+// the user's functions on each): null once that object is gone, even when
+// another has been made since in its place, with its number, its address
+// or its handle.
+struct RefObjet {
+  word handle = 0;
+  uint32_t generation = 0;
+};
+RefObjet ref_objet(Objet* o);
+inline Objet* objet_ref(RefObjet r) {
+  Objet* o = handle_objet(r.handle);
+  return o && handle_table[r.handle].generation == r.generation ? o : nullptr;
+}
+// The objects held, each looked up again before its turn: f runs on
+// those still there when their turn comes; a negative result of f stops
+// the walk and is returned, else 0.
+template <class F>
+int pour_chaque_objet_vivant(const std::vector<RefObjet>& refs, F&& f) {
+  for (RefObjet r : refs)
+    if (Objet* o = objet_ref(r)) {
+      const int k = f(o);
+      if (k < 0) return k;
+    }
+  return 0;
+}

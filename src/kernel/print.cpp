@@ -4,6 +4,7 @@
 #include <string>
 
 #include "kernel/console_log.h"
+#include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
@@ -114,6 +115,7 @@ void ring_bells(int n, int delay_ms) {
     return;
   }
   for (int i = 0; i < n; i++) {
+    interrupt_check();
     if (i > 0 && delay_ms > 1) sleep_ms(delay_ms);
     out_write("\a", 1);
     out_flush();

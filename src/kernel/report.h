@@ -38,7 +38,10 @@ void err_warning(const char* name);
 void err_dim_ev(const char* name);
 void err_incoherent(const char* name);
 void err_tronque(const char* name);
-void err_malloc(const char* name, long bytes);
+// The count of bytes that could not be had, then message 16.
+void err_malloc(const char* name, double bytes);
+// A text or a loop nested deeper than the native stack allows.
+void err_imbrication(const char* name);
 void err_realloc(const char* name, int count);
 void err_vide(const char* name, const Objet* o);
 void err_octets(const char* name, long count);

@@ -13,6 +13,7 @@
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
+#include "kernel/resources.h"
 #include "kernel/vocab.h"
 #include "language/call.h"
 #include "language/code.h"
@@ -56,21 +57,15 @@ Frames the_frames;
 inline Frames& frames() { return the_frames; }
 
 // Calls nest through the C++ stack: a guard stops them well before it
-// could run out, by depth and by the stack actually used (which differs
-// between builds).
+// could run out, by depth and by the stack left (which differs between
+// builds), keeping room for nested groups within the deepest call.
 constexpr int MAX_DEPTH = 2000;
-constexpr long MAX_STACK_BYTES = 3L << 20;
-const char* stack_top = nullptr;
+constexpr unsigned long CALL_STACK_KEPT = 1ul << 20;
 
 
 }  // namespace
 
-bool call_too_deep(int depth) {
-  char here;
-  if (depth == 0) stack_top = &here;
-  long used = stack_top ? static_cast<long>(stack_top - &here) : 0;
-  return depth >= MAX_DEPTH || used > MAX_STACK_BYTES || used < -MAX_STACK_BYTES;
-}
+bool call_too_deep(int depth) { return depth >= MAX_DEPTH || pile_epuisee(CALL_STACK_KEPT); }
 
 namespace {
 

@@ -1,9 +1,11 @@
 // Command records: `generer_mult` builds one from a chain of keyword
 // tokens and their argument groups; `run_command` hands it to
-// EVALUER_0, then to EVALUER_1 for what the interpreter does not handle.
+// EVALUER_0, then to EVALUER_1 for what the interpreter does not handle,
+// under the guard that turns any exception into a report.
 #include <cstring>
 
 #include "kernel/bloc.h"
+#include "kernel/exceptions.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
@@ -97,8 +99,10 @@ const word* command_operand(const word* p, word* dest, bool lvalue, int* status)
 }
 
 int run_command(word* at, int* status) {
-  int r = EVALUER_0(at, eval_limit());
-  if (r == 1) r = EVALUER_1(at, eval_limit());
+  int r = sans_exception([at] {
+    int q = EVALUER_0(at, eval_limit());
+    return q == 1 ? EVALUER_1(at, eval_limit()) : q;
+  });
   if (r == EVAL_RETURN) {
     *status = EVAL_RETURN;
     r = 0;
@@ -118,8 +122,8 @@ int run_command(word* at, int* status) {
 
 int assign_command(word* record, const word* value) {
   if (item_count(record) == 1 && first_item(record)[2] == KW_func && item_value(first_item(record)) == nullptr)
-    return define_from_console(record, value);
-  return EVALUER_1_assign(record, value, eval_limit());
+    return sans_exception([&] { return define_from_console(record, value); });
+  return sans_exception([&] { return EVALUER_1_assign(record, value, eval_limit()); });
 }
 
 const word* record_operand(const word* p, word* dest, int* status) {

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "kernel/bloc.h"
+#include "kernel/exceptions.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
@@ -125,9 +126,11 @@ void remove_redundant(Tokens& code) {
 // One sweep: returns true when pairs were removed.
 bool remove_redundant_once(Tokens& code) {
   bool changed = false;
+  // Removing a pair moves no other bracket: the ends found first hold.
+  const Groupes g(code);
   for (size_t i = 0; i < code.size() && code[i] != 0; i = next_token(code, i)) {
     if (!oper_at(code, i, '(') || !oper_at(code, i + 2, '(')) continue;
-    size_t outer = group_end(code, i), inner = group_end(code, i + 2);
+    size_t outer = g.end(i), inner = g.end(i + 2);
     if (outer == inner + 2) {
       code[i + 1] = O_NOP;
       code[outer - 1] = O_NOP;
@@ -174,7 +177,7 @@ int a_compile(Objet* obj) {
   obj->work[3] = 0;  // 1 while a formal refers to a caller's variable
   Symboles sym;
   if (symb_ini(&sym, 1024) < 0) return -1;
-  int r = compile_object(obj, sym);
+  int r = sans_exception([&] { return compile_object(obj, sym); });
   symb_free(&sym);
   if (r < 0) {
     libere_bloc(obj->code);

@@ -12,6 +12,7 @@ struct Arguments {
   Compilation& c;
   const Tokens& in;
   Tokens& out;
+  const Groupes g{in};
 
   int fail(int message) {
     compile_error(c, message);
@@ -40,7 +41,7 @@ bool Arguments::variable_token(const word* t) const {
 
 // A bracket group: its opener, its contents completed, its closer.
 int Arguments::bracket_group(size_t at, size_t* next) {
-  size_t end = group_end(in, at);
+  size_t end = g.end(at);
   if (end > in.size()) return fail(3);
   copy(at, next_token(in, at));
   if (range(next_token(in, at), end - 2) < 0) return -1;
@@ -54,7 +55,7 @@ int Arguments::bracket_group(size_t at, size_t* next) {
 int Arguments::call(size_t at, size_t* next, bool has_count) {
   size_t open = next_token(in, at);
   if (!oper_at(in, open, '(')) return fail(44);
-  size_t end = group_end(in, open);
+  size_t end = g.end(open);
   if (end > in.size()) return fail(3);
   size_t record = out.size();
   copy(at, open);
@@ -64,7 +65,7 @@ int Arguments::call(size_t at, size_t* next, bool has_count) {
     for (size_t j = start;;) {
       size_t arg_end = j;
       while (arg_end < close && !oper_at(in, arg_end, ',')) {
-        arg_end = is_open(&in[arg_end]) ? group_end(in, arg_end) : next_token(in, arg_end);
+        arg_end = is_open(&in[arg_end]) ? g.end(arg_end) : next_token(in, arg_end);
       }
       emit_oper(out, '(');
       if (range(j, arg_end) < 0) return -1;
@@ -84,11 +85,11 @@ int Arguments::call(size_t at, size_t* next, bool has_count) {
 size_t Arguments::operand_end(size_t at, size_t to) const {
   const word* t = &in[at];
   size_t j = next_token(in, at);
-  if (is_open(t)) return group_end(in, at);
+  if (is_open(t)) return g.end(at);
   bool callable = is_record(t, R_UNDEFINED) || t[0] == C_TYPE_FUNC ||
                   (t[0] == C_FORMEL && oper_at(in, j, '('));
   if (callable || variable_token(t) || t[0] == C_COMMAND) {
-    while (j < to && (oper_at(in, j, '(') || oper_at(in, j, '[') || oper_at(in, j, '{'))) j = group_end(in, j);
+    while (j < to && (oper_at(in, j, '(') || oper_at(in, j, '[') || oper_at(in, j, '{'))) j = g.end(j);
   }
   return j;
 }
@@ -151,6 +152,7 @@ int Arguments::command(size_t at, size_t to, size_t* next) {
 }
 
 int Arguments::range(size_t from, size_t to) {
+  if (compile_too_deep(c)) return -1;
   for (size_t j = from; j < to && in[j] != 0;) {
     const word* t = &in[j];
     size_t next = next_token(in, j);

@@ -1,5 +1,6 @@
 // Helpers over token streams shared by the compiler's phases.
 #include "kernel/report.h"
+#include "kernel/resources.h"
 #include "language/compile_internal.h"
 #include "language/prepare.h"
 
@@ -11,13 +12,16 @@ bool is_close(const word* t) {
   return t[0] == C_OPER && (t[1] == ')' || t[1] == ']' || t[1] == '}' || t[1] == O_CLOSE);
 }
 
-size_t group_end(const Tokens& t, size_t i) {
-  int depth = 0;
-  for (size_t j = i; j < t.size() && t[j] != 0; j = next_token(t, j)) {
-    if (is_open(&t[j])) depth++;
-    else if (is_close(&t[j]) && --depth == 0) return next_token(t, j);
+Groupes::Groupes(const Tokens& t) : fin_(t.size(), 0), taille_(t.size()) {
+  std::vector<size_t> ouverts;
+  for (size_t j = 0; j < t.size() && t[j] != 0; j = next_token(t, j)) {
+    if (is_open(&t[j])) {
+      ouverts.push_back(j);
+    } else if (is_close(&t[j]) && !ouverts.empty()) {
+      fin_[ouverts.back()] = next_token(t, j);
+      ouverts.pop_back();
+    }
   }
-  return t.size();
 }
 
 void emit2(Tokens& out, word a, word b) {
@@ -33,6 +37,16 @@ void compile_error(Compilation& c, int message) {
     report_compile_line(c.obj, c.line);
   }
   c.failed = true;
+}
+
+bool compile_too_deep(Compilation& c) {
+  if (!pile_epuisee()) return false;
+  if (!c.failed) {
+    err_imbrication(nullptr);
+    report_compile_line(c.obj, c.line);
+  }
+  c.failed = true;
+  return true;
 }
 
 int precedence(word code) {

@@ -34,12 +34,25 @@ inline bool oper_at(const Tokens& t, size_t i, word code) {
 }
 bool is_open(const word* t);
 bool is_close(const word* t);
-// Index just past the group opening at `i` (its matching close), or
-// t.size() when unbalanced.
-size_t group_end(const Tokens& t, size_t i);
+// Where the groups of a stream end, found in one pass so that stepping
+// over a group costs nothing however deep the nesting: for the index of
+// an opening bracket, the index just past its matching close, or the
+// stream's size when it has none. Valid while the brackets stay put.
+class Groupes {
+ public:
+  explicit Groupes(const Tokens& t);
+  size_t end(size_t i) const { return i < fin_.size() && fin_[i] ? fin_[i] : taille_; }
+
+ private:
+  std::vector<size_t> fin_;  // 0 for what is no opening bracket
+  size_t taille_;
+};
 void emit2(Tokens& out, word a, word b);
 void emit_oper(Tokens& out, word code);
 // Reports a failure at the current line of the compile.
 void compile_error(Compilation& c, int message);
+// True, after the nesting report, when the stack is too short to descend
+// into one more level of the text.
+bool compile_too_deep(Compilation& c);
 // Precedence of an operator code (0 for what is not a binary operator).
 int precedence(word code);

@@ -2,21 +2,19 @@
 // form, so that evaluation needs no knowledge of precedence. Assignments,
 // "," ",=" and "!" take the whole rest of the expression as their right
 // operand; otherwise equal precedence associates to the left.
-#include <memory>
+//
+// The rewriting only adds brackets around operations, the tokens keeping
+// their order; so the parse counts the brackets to put before and after
+// each token, and one copy writes the result. A group is stepped over in
+// one move, and an operation that takes the rest of its expression is
+// not a level of recursion: long lists and chains of assignments cost
+// neither stack nor copies.
 #include <vector>
 
 #include "language/compile_internal.h"
 #include "language/compile_phases.h"
 
 namespace {
-
-struct Node {
-  Tokens leaf;              // an operand's tokens, when op is 0
-  word op = 0;
-  bool prefix = false, postfix = false;
-  std::unique_ptr<Node> left, right;
-};
-using NodeP = std::unique_ptr<Node>;
 
 bool takes_rest(word op) { return precedence(op) == 3 || op == ',' || op == '!'; }
 
@@ -25,168 +23,176 @@ bool binary_operator(const word* t) {
          t[1] != O_INC && t[1] != O_DEC;
 }
 
+// The tokens an operand or an operation spans, first and last (the index
+// where each starts); `operation` for what the rendering brackets.
+struct Span {
+  size_t first = 0, last = 0;
+  bool operation = false;
+};
+
 struct Precedence {
   Compilation& c;
   const Tokens& in;
+  const Groupes g;
+  std::vector<word> before, after;  // brackets opened before a token, closed after it
+  std::vector<size_t> rest;         // starts of the operations that take the rest
 
-  int fail(int message) {
+  Precedence(Compilation& comp, const Tokens& tokens)
+      : c(comp), in(tokens), g(tokens), before(tokens.size(), 0), after(tokens.size(), 0) {}
+
+  bool fail(int message) {
     compile_error(c, message);
-    return -1;
+    return false;
+  }
+  Span operation(size_t first, size_t last) {
+    before[first]++;
+    after[last]++;
+    return {first, last, true};
   }
 
-  int group(size_t at, size_t* next, Tokens& out);
-  int contents(size_t from, size_t to, Tokens& out);
-  NodeP expression(size_t& j, size_t to, int min);
-  NodeP operand(size_t& j, size_t to);
-  int operand_tokens(size_t& j, size_t to, Tokens& leaf);
-  void render(const Node& n, Tokens& out, bool outer);
+  bool group(size_t at, size_t* next);
+  bool contents(size_t from, size_t to);
+  bool expression(size_t& j, size_t to, int min, Span* out);
+  bool operand(size_t& j, size_t to, Span* out);
+  bool operand_tokens(size_t& j, size_t to, size_t* last);
+  void write(Tokens& out) const;
 };
-
-// Renders a node; the outermost node of a group uses the group's brackets.
-void Precedence::render(const Node& n, Tokens& out, bool outer) {
-  if (!n.op) {
-    out.insert(out.end(), n.leaf.begin(), n.leaf.end());
-    return;
-  }
-  if (!outer) emit_oper(out, '(');
-  if (n.prefix) {
-    emit_oper(out, n.op);
-    render(*n.left, out, false);
-  } else if (n.postfix) {
-    render(*n.left, out, false);
-    emit_oper(out, n.op);
-  } else {
-    render(*n.left, out, false);
-    emit_oper(out, n.op);
-    render(*n.right, out, false);
-  }
-  if (!outer) emit_oper(out, ')');
-}
 
 // One operand's tokens: a group, a call with its argument groups, a chain
 // of commands with their groups, a variable with its references, a
 // literal. Inner groups are rewritten on the way.
-int Precedence::operand_tokens(size_t& j, size_t to, Tokens& leaf) {
-  const word* t = &in[j];
-  if (is_open(t)) {
+bool Precedence::operand_tokens(size_t& j, size_t to, size_t* last) {
+  if (is_open(&in[j])) {
     // A group may be indexed at once: "(a,b)[1]".
-    if (group(j, &j, leaf) < 0) return -1;
+    if (!group(j, &j)) return false;
     while (j < to && (oper_at(in, j, '[') || oper_at(in, j, '{')))
-      if (group(j, &j, leaf) < 0) return -1;
-    return 0;
+      if (!group(j, &j)) return false;
+    *last = j - 2;
+    return true;
   }
-  bool chain = t[0] == C_COMMAND || t[0] == C_DEMO;
-  size_t n = next_token(in, j);
-  leaf.insert(leaf.end(), in.begin() + j, in.begin() + n);
-  j = n;
+  const bool chain = in[j] == C_COMMAND || in[j] == C_DEMO;
+  *last = j;
+  j = next_token(in, j);
   for (;;) {
-    while (j < to && is_open(&in[j]) && in[j + 1] != O_OPEN)
-      if (group(j, &j, leaf) < 0) return -1;
-    if (!chain || j >= to || (in[j] != C_COMMAND && in[j] != C_DEMO)) return 0;
-    n = next_token(in, j);
-    leaf.insert(leaf.end(), in.begin() + j, in.begin() + n);
-    j = n;
+    while (j < to && is_open(&in[j]) && in[j + 1] != O_OPEN) {
+      if (!group(j, &j)) return false;
+      *last = j - 2;
+    }
+    if (!chain || j >= to || (in[j] != C_COMMAND && in[j] != C_DEMO)) return true;
+    *last = j;
+    j = next_token(in, j);
   }
 }
 
-NodeP Precedence::operand(size_t& j, size_t to) {
-  if (j >= to) {
-    fail(32);
-    return nullptr;
-  }
+bool Precedence::operand(size_t& j, size_t to, Span* out) {
+  if (j >= to) return fail(32);
+  if (compile_too_deep(c)) return false;
   const word* t = &in[j];
   if (t[0] == C_OPER && (t[1] == '!' || t[1] == O_INC || t[1] == O_DEC || t[1] == O_ADDRESS)) {
-    auto n = std::make_unique<Node>();
-    n->op = t[1];
-    n->prefix = true;
+    const size_t at = j;
     j = next_token(in, j);
     // "!" takes the rest of the expression, the others one operand.
-    n->left = t[1] == '!' ? expression(j, to, 0) : operand(j, to);
-    if (!n->left) return nullptr;
-    return n;
+    Span inner;
+    if (!(t[1] == '!' ? expression(j, to, 0, &inner) : operand(j, to, &inner))) return false;
+    *out = operation(at, inner.last);
+    return true;
   }
-  if (t[0] == C_OPER && !is_open(t)) {
-    fail(32);
-    return nullptr;
-  }
-  auto n = std::make_unique<Node>();
-  if (operand_tokens(j, to, n->leaf) < 0) return nullptr;
+  if (t[0] == C_OPER && !is_open(t)) return fail(32);
+  Span n{j, j, false};
+  if (!operand_tokens(j, to, &n.last)) return false;
   while (j < to && (oper_at(in, j, O_INC) || oper_at(in, j, O_DEC))) {
-    auto post = std::make_unique<Node>();
-    post->op = in[j + 1];
-    post->postfix = true;
-    post->left = std::move(n);
-    n = std::move(post);
+    n = operation(n.first, j);
     j = next_token(in, j);
   }
-  return n;
+  *out = n;
+  return true;
 }
 
-NodeP Precedence::expression(size_t& j, size_t to, int min) {
-  NodeP left = operand(j, to);
-  if (!left) return nullptr;
+// Precedence climbing. A right operand of higher precedence is a call
+// of its own (its depth bounded by the number of levels); an operator
+// that takes the rest of the expression starts a new operand in place,
+// and all such operations end together at the last token.
+bool Precedence::expression(size_t& j, size_t to, int min, Span* out) {
+  const size_t base = rest.size();
+  Span left;
+  if (!operand(j, to, &left)) return false;
   while (j < to) {
     const word* t = &in[j];
-    if (!binary_operator(t)) {
-      fail(32);
-      return nullptr;
-    }
-    word op = t[1];
-    int prec = precedence(op);
+    if (!binary_operator(t)) return fail(32);
+    const word op = t[1];
+    const int prec = precedence(op);
     if (prec < min) break;
     j = next_token(in, j);
-    NodeP right = expression(j, to, takes_rest(op) ? 0 : prec + 1);
-    if (!right) return nullptr;
-    auto n = std::make_unique<Node>();
-    n->op = op;
-    n->left = std::move(left);
-    n->right = std::move(right);
-    left = std::move(n);
+    if (takes_rest(op)) {
+      rest.push_back(left.first);
+      if (!operand(j, to, &left)) return false;
+      min = 0;
+      continue;
+    }
+    Span right;
+    if (!expression(j, to, prec + 1, &right)) return false;
+    left = operation(left.first, right.last);
   }
-  return left;
+  for (; rest.size() > base; rest.pop_back()) left = operation(rest.back(), left.last);
+  *out = left;
+  return true;
 }
 
-// The tokens inside one group, in binary form.
-int Precedence::contents(size_t from, size_t to, Tokens& out) {
-  if (from >= to) return 0;
+// The tokens inside one group, in binary form: the outermost operation
+// uses the group's own brackets.
+bool Precedence::contents(size_t from, size_t to) {
+  if (from >= to) return true;
   size_t j = from;
-  NodeP root = expression(j, to, 0);
-  if (!root) return -1;
-  render(*root, out, true);
-  return 0;
+  Span root;
+  if (!expression(j, to, 0, &root)) return false;
+  if (root.operation) {
+    before[root.first]--;
+    after[root.last]--;
+  }
+  return true;
 }
 
-int Precedence::group(size_t at, size_t* next, Tokens& out) {
-  size_t end = group_end(in, at);
-  if (end > in.size()) return fail(3);
-  out.insert(out.end(), in.begin() + at, in.begin() + at + 2);
-  if (contents(at + 2, end - 2, out) < 0) return -1;
-  out.insert(out.end(), in.begin() + end - 2, in.begin() + end);
+bool Precedence::group(size_t at, size_t* next) {
+  const size_t end = g.end(at);
+  if (end >= in.size()) return fail(3);
+  if (!contents(at + 2, end - 2)) return false;
   *next = end;
-  return 0;
+  return true;
+}
+
+void Precedence::write(Tokens& out) const {
+  out.clear();
+  out.reserve(in.size() + in.size() / 2);
+  for (size_t j = 0; j < in.size() && in[j] != 0;) {
+    for (word k = 0; k < before[j]; k++) emit_oper(out, '(');
+    const size_t n = next_token(in, j);
+    out.insert(out.end(), in.begin() + j, in.begin() + n);
+    for (word k = 0; k < after[j]; k++) emit_oper(out, ')');
+    j = n;
+  }
+  out.push_back(0);
 }
 
 }  // namespace
 
 int phase_precedence(Compilation& c, const Tokens& in, Tokens& out) {
-  out.clear();
-  Precedence p{c, in};
+  Precedence p(c, in);
   for (size_t j = 0; j < in.size() && in[j] != 0;) {
     const word* t = &in[j];
     if (t[0] == C_LINE) c.line = t[1];
     if (is_open(t) && t[1] != O_OPEN) {
-      if (p.group(j, &j, out) < 0) return -1;
+      if (!p.group(j, &j)) return -1;
       continue;
     }
     if (t[0] == C_COMMAND || is_record(t, R_UNDEFINED) || t[0] == C_TYPE_FUNC) {
       // A command or call standing as a statement of its own (`return`).
-      if (p.operand_tokens(j, in.size(), out) < 0) return -1;
+      size_t last;
+      if (!p.operand_tokens(j, in.size(), &last)) return -1;
       continue;
     }
-    size_t n = next_token(in, j);
-    out.insert(out.end(), in.begin() + j, in.begin() + n);
-    j = n;
+    j = next_token(in, j);
   }
-  out.push_back(0);
-  return c.failed ? -1 : 0;
+  if (c.failed) return -1;
+  p.write(out);
+  return 0;
 }

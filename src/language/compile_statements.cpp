@@ -15,6 +15,7 @@ struct Statements {
   Compilation& c;
   const Tokens& in;
   Tokens& out;
+  const Groupes g{in};
   size_t i = 0;
 
   bool at(word code) const { return oper_at(in, i, code); }
@@ -57,6 +58,7 @@ int Statements::sequence() {
 }
 
 int Statements::statement() {
+  if (compile_too_deep(c)) return -1;
   const word* t = &in[i];
   switch (t[0]) {
     case C_LINE:
@@ -95,7 +97,7 @@ int Statements::plain() {
     const word* t = &in[end];
     if (is_close(t) || oper_at(in, end, ';') || oper_at(in, end, O_ELSE)) break;
     if (is_open(t)) {
-      end = group_end(in, end);
+      end = g.end(end);
       continue;
     }
     // An interpreter command takes no "=", but for `func = "source"`.
@@ -109,7 +111,7 @@ int Statements::plain() {
   if (end == start) return fail(75);
   for (size_t j = start; j < end; j = next_token(in, j))
     if (in[j] == C_LINE) emit2(out, C_LINE, c.line = in[j + 1]);
-  bool one_group = is_open(&in[start]) && in[start + 1] == '(' && group_end(in, start) == end;
+  bool one_group = is_open(&in[start]) && in[start + 1] == '(' && g.end(start) == end;
   if (!one_group) emit_oper(out, '(');
   for (size_t j = start; j < end; j = next_token(in, j))
     if (in[j] != C_LINE) out.insert(out.end(), in.begin() + j, in.begin() + next_token(in, j));
@@ -143,7 +145,7 @@ int Statements::block_or_statement() {
 int Statements::head(int message, size_t* end) {
   line_tokens();
   if (ended() || !at('(')) return fail(message);
-  *end = group_end(in, i);
+  *end = g.end(i);
   if (*end >= in.size()) return fail(message);
   return 0;
 }
@@ -178,12 +180,13 @@ int Statements::control_while() {
 }
 
 // Splits the contents [from, to) of a head at the top-level tokens `sep`.
-std::vector<std::pair<size_t, size_t>> split_at(const Tokens& t, size_t from, size_t to, word sep) {
+std::vector<std::pair<size_t, size_t>> split_at(const Tokens& t, const Groupes& g, size_t from, size_t to,
+                                                word sep) {
   std::vector<std::pair<size_t, size_t>> parts;
   size_t start = from;
   for (size_t j = from; j < to;) {
     if (is_open(&t[j])) {
-      j = group_end(t, j);
+      j = g.end(j);
       continue;
     }
     if (oper_at(t, j, sep)) {
@@ -219,9 +222,9 @@ int Statements::control_for() {
   size_t end = 0;
   if (head(33, &end) < 0) return -1;
   size_t inner = next_token(in, i), close = end - 2;
-  auto parts = split_at(in, inner, close, ';');
+  auto parts = split_at(in, g, inner, close, ';');
   if (parts.size() == 1) {
-    auto terms = split_at(in, inner, close, ',');
+    auto terms = split_at(in, g, inner, close, ',');
     if (terms.size() < 2 || terms.size() > 3) return fail(95);
     emit_oper(out, O_FOR_START);
     Tokens r = for_record(R_FOR_COUNTED, terms.size() == 3);
@@ -252,12 +255,12 @@ int Statements::control_switch() {
   size_t body = end;
   while (body < in.size() && in[body] == C_LINE) body = next_token(in, body);
   if (!oper_at(in, body, '{')) return fail(58);
-  size_t body_end = group_end(in, body);
+  size_t body_end = g.end(body);
   int markers = 0;
   bool has_default = false;
   for (size_t j = next_token(in, body); j + 2 < body_end;) {
     if (is_open(&in[j])) {
-      j = group_end(in, j);
+      j = g.end(j);
       continue;
     }
     if (in[j] == C_CASE || in[j] == C_DEFAULT) {

@@ -62,7 +62,9 @@ int Walker::number() {
   const char* s = p;
   float v = 0;
   if (s[0] == '0' && s[1] != '.') {
-    long long acc = 0;
+    // Accumulated in double, which holds every integer a float can tell
+    // apart and cannot overflow short of infinity, whatever the length.
+    double acc = 0;
     const char* q = s + 1;
     if (*q == 'x' || *q == 'X') {
       for (q++; isxdigit(static_cast<unsigned char>(*q)); q++)

@@ -9,9 +9,11 @@
 #include "kernel/bloc.h"
 #include "kernel/bye.h"
 #include "kernel/console.h"
+#include "kernel/exceptions.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
+#include "kernel/resources.h"
 #include "kernel/vocab.h"
 #include "language/call.h"
 #include "language/code_object.h"
@@ -27,13 +29,16 @@
 namespace {
 
 // Compiles, links and runs a braced text with `base` as the first free
-// word of the evaluation area.
+// word of the evaluation area. The guard of commands also covers what
+// the line does between its commands.
 int run_braced(const std::string& braced, word* base, word** result) {
-  CodeObject code(braced);
-  if (!code.obj.local) return -1;
-  if (a_compile(&code.obj) < 0 || !code.obj.code) return -1;
-  if (lier_fonction(&code.obj) < 0) return -1;
-  return interp(code.obj.code, base, result);
+  return sans_exception([&] {
+    CodeObject code(braced);
+    if (!code.obj.local) return -1;
+    if (a_compile(&code.obj) < 0 || !code.obj.code) return -1;
+    if (lier_fonction(&code.obj) < 0) return -1;
+    return interp(code.obj.code, base, result);
+  });
 }
 
 // The temporary objects of a failed line go.
@@ -50,6 +55,9 @@ void echo(word* result) {
 }
 
 int run_console_line(std::string& braced, int interactive, word* eval_stack) {
+  // Given back by a failed allocation, the reserve is taken again once
+  // memory allows, for the next failure.
+  memoire_reserve();
   if (interactive > 0) {
     // A line abandoned inside calls left their frames: restore them.
     unwind_frames();

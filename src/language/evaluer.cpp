@@ -6,6 +6,7 @@
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
+#include "kernel/resources.h"
 #include "kernel/vocab.h"
 #include "language/code.h"
 #include "language/eval.h"
@@ -228,6 +229,12 @@ const word* scalar_assignment(const word* p, word* dest) {
 const word* scalar_group(const word* p, float* r) { return scalar_binary(p, r); }
 
 const word* eval_group(const word* p, word* dest, bool lvalue, int* status) {
+  // Each group is a level of recursion: code nested past what the stack
+  // holds ends here with a report.
+  if (pile_epuisee()) {
+    err_imbrication(nullptr);
+    return nullptr;
+  }
   word opener = p[1];
   const word* q = p + 2;
   // The scalar shapes open with a number or a variable.

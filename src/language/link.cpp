@@ -2,7 +2,9 @@
 // tokens: calls, `break`, then jumps and the offsets of control records.
 #include <cstring>
 #include <string>
+#include <vector>
 
+#include "kernel/exceptions.h"
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
@@ -29,6 +31,8 @@ struct Link {
   const word* table;
   int line = 0;
   int construct = 0;  // message of the construct being linked
+  // The brackets stay where they are through the three walks.
+  const Groupes g{t};
 
   int fail(int message) {
     if (obj->kind == KIND_FUNC || obj->kind == KIND_LOCAL) {
@@ -48,7 +52,6 @@ struct Link {
 
   int calls();
   int breaks();
-  int break_block(size_t record, size_t open, int n);
   int flow();
   int switch_entries(const Tokens& orig, size_t r);
   size_t first_block(size_t r) const;
@@ -86,52 +89,48 @@ size_t Link::first_block(size_t r) const {
   int groups = 1;
   if (t[r + 1] == R_FOR_COUNTED) groups = t[r + 6] ? 3 : 2;
   else if (t[r + 1] == R_FOR_C) groups = 2;
-  for (int g = 0; g < groups && j < t.size(); g++) j = group_end(t, j);
+  for (int k = 0; k < groups && j < t.size(); k++) j = g.end(j);
   return j;
 }
 
-// Replaces each `break` met from the block's open token by a jump behind
-// the n-th closing brace that follows it, inner control records linking
-// their own first blocks first.
-int Link::break_block(size_t record, size_t open, int n) {
-  (void)record;
-  if (!oper_at(t, open, O_OPEN)) return fail(57);
-  size_t end = group_end(t, open);
-  for (size_t j = next_token(t, open); j + 2 < end; j = next_token(t, j)) {
+// Each `break` is linked by the innermost `if`, `for` or `switch` whose
+// first block holds it: a jump behind the n-th closing bracket that
+// follows it, nested groups stepped over, n being 2 for an `if` and 1
+// otherwise; that close is the one of the n-th group around the break.
+// A `break` in no such block (a `while` or an `else` block at the top)
+// stays. One walk, keeping the groups and the first blocks around it.
+int Link::breaks() {
+  struct Bloc {
+    size_t open, end;
+    int n;
+  };
+  std::vector<size_t> ouverts;
+  std::vector<Bloc> blocs;
+  for (size_t j = 0; j < t.size() && t[j] != 0; j = next_token(t, j)) {
     word* k = &t[j];
     if (k[0] == C_LINE) line = k[1];
-    if (k[0] > 0 && (k[1] == R_IF || k[1] == R_FOR_COUNTED || k[1] == R_FOR_C || k[1] == R_SWITCH)) {
-      if (break_block(j, first_block(j), k[1] == R_IF ? 2 : 1) < 0) return -1;
-      continue;
+    while (!blocs.empty() && j + 2 >= blocs.back().end) blocs.pop_back();
+    if (is_open(k)) {
+      ouverts.push_back(j);
+    } else if (is_close(k)) {
+      if (!ouverts.empty()) ouverts.pop_back();
+    } else if (k[0] > 0 && (k[1] == R_IF || k[1] == R_FOR_COUNTED || k[1] == R_FOR_C || k[1] == R_SWITCH)) {
+      const size_t open = first_block(j);
+      if (!oper_at(t, open, O_OPEN)) return fail(57);
+      blocs.push_back({open, g.end(open), k[1] == R_IF ? 2 : 1});
+    } else if (k[0] == C_BREAK) {
+      // The top block may not have begun: the break is then in the
+      // heads of its record, which lie in the block below.
+      size_t b = blocs.size();
+      while (b > 0 && j <= blocs[b - 1].open) b--;
+      if (b == 0) continue;
+      const size_t n = static_cast<size_t>(blocs[b - 1].n);
+      if (ouverts.size() < n) return fail(57);
+      const size_t target = g.end(ouverts[ouverts.size() - n]);
+      if (target >= t.size()) return fail(57);
+      k[0] = C_JUMP;
+      k[1] = static_cast<word>(target - j);
     }
-    if (k[0] != C_BREAK) continue;
-    int closes = 0;
-    size_t target = 0;
-    for (size_t m = next_token(t, j); m < t.size() && t[m] != 0;) {
-      if (is_open(&t[m])) {
-        m = group_end(t, m);
-        continue;
-      }
-      if (is_close(&t[m]) && ++closes == n) {
-        target = next_token(t, m);
-        break;
-      }
-      m = next_token(t, m);
-    }
-    if (!target) return fail(57);
-    k[0] = C_JUMP;
-    k[1] = static_cast<word>(target - j);
-  }
-  return 0;
-}
-
-int Link::breaks() {
-  for (size_t j = 0; j < t.size() && t[j] != 0; j = next_token(t, j)) {
-    const word* k = &t[j];
-    if (k[0] == C_LINE) line = k[1];
-    if (k[0] <= 0) continue;
-    if (k[1] == R_IF || k[1] == R_FOR_COUNTED || k[1] == R_FOR_C || k[1] == R_SWITCH)
-      if (break_block(j, first_block(j), k[1] == R_IF ? 2 : 1) < 0) return -1;
   }
   return 0;
 }
@@ -165,9 +164,9 @@ int Link::flow() {
     word tag_word = k[1];
     if (tag_word == R_IF || tag_word == R_WHILE) {
       construct = 45;
-      size_t cond = r + 5, body = group_end(orig, cond);
+      size_t cond = r + 5, body = g.end(cond);
       if (!oper_at(orig, body, O_OPEN)) return fail(45);
-      size_t after = group_end(orig, body);
+      size_t after = g.end(body);
       t[r + 1] = R_IF_LINKED;
       t[r + 2] = 5;
       t[r + 3] = off(body + 2, r);
@@ -176,17 +175,17 @@ int Link::flow() {
         set_jump(t, after - 2, r);
       } else if (oper_at(orig, after, O_ELSE)) {
         size_t else_open = next_token(orig, after);
-        size_t else_end = group_end(orig, else_open);
+        size_t else_end = g.end(else_open);
         t[r + 4] = off(else_open, r);
         set_jump(t, after, else_end);
         if (oper_at(orig, next_token(orig, else_open), O_CLOSE)) t[else_open + 1] = O_NOP;
       }
     } else if (tag_word == R_FOR_COUNTED) {
       construct = 95;
-      size_t g1 = r + 12, g2 = group_end(orig, g1), g3 = group_end(orig, g2);
-      size_t open = orig[r + 6] ? group_end(orig, g3) : g3;
+      size_t g1 = r + 12, g2 = g.end(g1), g3 = g.end(g2);
+      size_t open = orig[r + 6] ? g.end(g3) : g3;
       if (!oper_at(orig, open, O_OPEN)) return fail(95);
-      size_t close = group_end(orig, open) - 2;
+      size_t close = g.end(open) - 2;
       t[r + 1] = R_FOR_COUNTED_LINKED;
       t[r + 2] = off(g1, r);
       t[r + 4] = off(g2, r);
@@ -197,9 +196,9 @@ int Link::flow() {
       t[r + 9] = off(close + 2, r);
     } else if (tag_word == R_FOR_C) {
       construct = 33;
-      size_t cond = r + 12, inc = group_end(orig, cond), open = group_end(orig, inc);
+      size_t cond = r + 12, inc = g.end(cond), open = g.end(inc);
       if (!oper_at(orig, open, O_OPEN)) return fail(33);
-      size_t close = group_end(orig, open) - 2;
+      size_t close = g.end(open) - 2;
       t[r + 1] = R_FOR_C_LINKED;
       t[r + 2] = off(cond, r);
       set_jump(t, open, r);
@@ -219,14 +218,14 @@ int Link::flow() {
 // the code after the expression and the expression's offset. Without a
 // `default` the last entry holds the offset of the block's end.
 int Link::switch_entries(const Tokens& orig, size_t r) {
-  size_t expr = next_token(orig, r), open = group_end(orig, expr);
+  size_t expr = next_token(orig, r), open = g.end(expr);
   if (!oper_at(orig, open, O_OPEN)) return -1;
-  size_t end = group_end(orig, open);
+  size_t end = g.end(open);
   int entries = orig[r + 2], e = 0;
   t[r + 1] = R_SWITCH_LINKED;
   for (size_t j = next_token(orig, open); j + 2 < end && e < entries;) {
     if (is_open(&orig[j])) {
-      j = group_end(orig, j);
+      j = g.end(j);
       continue;
     }
     word* entry = &t[r + 3 + 2 * e];
@@ -235,11 +234,11 @@ int Link::switch_entries(const Tokens& orig, size_t r) {
       entry[1] = orig[j + 1];
       e++;
     } else if (orig[j] == C_CASE) {
-      size_t g = next_token(orig, j);
-      if (!oper_at(orig, g, '(')) return -1;
-      size_t after = group_end(orig, g);
+      size_t expr = next_token(orig, j);
+      if (!oper_at(orig, expr, '(')) return -1;
+      size_t after = g.end(expr);
       entry[0] = -static_cast<word>(after - r);
-      entry[1] = static_cast<word>(g - r);
+      entry[1] = static_cast<word>(expr - r);
       e++;
       j = after;
       continue;
@@ -262,11 +261,15 @@ int lier_fonction(Objet* obj) {
   if (!obj->code && a_compile(obj) < 0) return -1;
   if (!obj->code) return -1;
   word* code = obj->code;
-  Tokens t(code + CODE_HEAD, code + code[0]);
-  Link l{obj, t, code_table(code)};
-  int r = l.calls();
-  if (r >= 0) r = l.breaks();
-  if (r >= 0) r = l.flow();
+  Tokens t;
+  int r = sans_exception([&] {
+    t.assign(code + CODE_HEAD, code + code[0]);
+    Link l{obj, t, code_table(code)};
+    int q = l.calls();
+    if (q >= 0) q = l.breaks();
+    if (q >= 0) q = l.flow();
+    return q;
+  });
   LanguageState& L = lang();
   if (r < 0) {
     L.link_state = -1;

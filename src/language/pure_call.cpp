@@ -15,6 +15,7 @@
 
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
+#include "kernel/resources.h"
 #include "kernel/vocab.h"
 #include "language/code.h"
 #include "language/compile.h"
@@ -130,6 +131,8 @@ Outcome item(const word*& p, const Frame& fr, float* r, int depth) {
 
 // "( a )" or "( a op b )".
 Outcome group(const word*& p, const Frame& fr, float* r, int depth) {
+  // Too deep for the stack: the general road reports it.
+  if (pile_epuisee()) return LATER;
   if (p[0] != C_OPER || p[1] != '(') return UNFIT;
   const word* q = p + 2;
   float a, b;

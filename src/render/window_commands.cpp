@@ -6,8 +6,10 @@
 #include <cstring>
 #include <string>
 
+#include "kernel/access.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
+#include "kernel/resources.h"
 #include "kernel/vocab.h"
 #include "render/cmd_args.h"
 #include "render/commands.h"
@@ -207,10 +209,11 @@ bool zbuffer_alloue(int n) {
   std::free(w.zbuffer);
   w.zbuffer = nullptr;
   if (n) {
-    const size_t bytes = static_cast<size_t>(w.Dimx) * w.Dimy * (n == 1 ? 2 : 2 * n);
-    w.zbuffer = static_cast<unsigned char*>(std::calloc(bytes, 1));
+    const double bytes = static_cast<double>(w.Dimx) * w.Dimy * (n == 1 ? 2.0 : 2.0 * n);
+    if (!memoire_possible(bytes, "zbuf")) return false;
+    w.zbuffer = static_cast<unsigned char*>(std::calloc(static_cast<size_t>(bytes), 1));
     if (!w.zbuffer) {
-      err_malloc("zbuf", static_cast<long>(bytes));
+      err_malloc("zbuf", bytes);
       return false;
     }
   }
@@ -223,7 +226,7 @@ int ZBUF_b(word* s, const word* ob, word* st, const word* lim) {
   WindowState& w = win();
   float f = 0;
   if (floats_into(ob ? ob : arg_of(s, KW_zbuf), &f, 1) == 0) return set_result_float(s, lim, static_cast<float>(w.zbuf_mode));
-  const int n = static_cast<int>(f);
+  const int n = entier(f);
   if (n < 0) {
     voir_int("%d ", n);
     voir_message(0, 66);

@@ -2,10 +2,12 @@
 #include "scene/primitives.h"
 
 #include <algorithm>
+#include <climits>
 #include <cmath>
 
 #include "kernel/access.h"
 #include "kernel/bloc.h"
+#include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
@@ -22,11 +24,6 @@ namespace {
 constexpr float DEUX_PI = 6.2831855f;
 constexpr float PI_F = 3.14159265f;
 
-// A count given by a word: its first value, at least `least`.
-int compte(const std::vector<float>& v, int fallback, int least = 1) {
-  return v.empty() ? fallback : std::max(static_cast<int>(v[0]), least);
-}
-
 // `dim(a,b,c)` with `fallback` when absent; a missing value repeats the
 // one before it.
 void dimensions(word* s, float d[3], float fallback) {
@@ -41,9 +38,12 @@ Sommets profil(const std::vector<float>& v) {
   return p;
 }
 
-// Facets over p rows of n revolved or extruded positions.
+// Facets over p rows of n revolved or extruded positions, and their count.
 Facettes facettes_lignes(int n, int rows, bool close) {
   return close ? gen_fac_close(n, rows - 1) : gen_fac_grid(n - 1, rows - 1, 0);
+}
+double nombre_lignes(double n, double rows, bool close) {
+  return close ? facettes_close(n, rows - 1) : facettes_grid(n - 1, rows - 1, 0);
 }
 
 // The shared unit sphere: a record of its own, outside the chains.
@@ -121,10 +121,14 @@ int BALL_b(word* s, const word*, word*, const word*) {
   const bool bare = item_count(s) == 1;
   std::vector<float> d = valeurs_mot(s, KW_dim);
   const float r = bare ? 1.0f : (d.empty() ? 100.0f : d[0]);
-  const int ny = compte(valeurs_mot(s, KW_secy), bare ? 8 : 3, 2);
-  const int nx = compte(valeurs_mot(s, KW_secx), 2 * ny, 3);
+  const int ny = compte_mot(s, KW_secy, bare ? 8 : 3, 2);
+  const int nx = compte_mot(s, KW_secx, ny > INT_MAX / 2 ? INT_MAX : 2 * ny, 3);
   bool sphere = false;
   valeurs_mot(s, KW_sphere, &sphere);
+  Taille t;
+  t.sommets = (ny + 1.0) * nx;
+  t.quadrilateres(facettes_close(nx, ny));
+  if (!taille_possible(s, t, sphere ? 1 : 0, "BALL_b()")) return -1;
   Construction c = boule(sphere ? 1.0f : r, nx, ny);
   c.transf = sphere;
   if (sphere) c.dila[0] = c.dila[1] = c.dila[2] = r;
@@ -153,11 +157,21 @@ int REV_b(word* s, const word*, word*, const word*) {
   std::vector<float> ang = valeurs_mot(s, KW_ang);
   const float angle = ang.empty() ? DEUX_PI : ang[0];
   const float phase = ang.size() > 1 ? ang[1] : 0.0f;
-  const int n = compte(valeurs_mot(s, KW_secx), 6);
+  const int n = compte_mot(s, KW_secx, 6);
   bool close = false;
   valeurs_mot(s, KW_close, &close);
   if (std::fabs(angle - DEUX_PI) < 0.0001f) close = true;
   Sommets p = profil(v);
+  Taille t;
+  const double positions = close ? n : n + 1.0;
+  if (p.count() < 2) {
+    t.sommets = positions;
+    t.facette(positions);
+  } else {
+    t.sommets = p.count() * positions;
+    t.quadrilateres(static_cast<double>(n) * (p.count() - 1));
+  }
+  if (!taille_possible(s, t, 0, "REV_b()")) return -1;
   Construction c;
   if (p.count() < 2) {
     Sommets one;
@@ -185,11 +199,16 @@ int PRISM_b(word* s, const word*, word*, const word*) {
   }
   const Sommets base = profil(pois[0]);
   const float* d = pois[1].data();
-  const int n = compte(valeurs_mot(s, KW_secy), 1);
+  const int n = compte_mot(s, KW_secy, 1);
   bool close = false;
   valeurs_mot(s, KW_close, &close);
+  Taille taille;
+  taille.sommets = (n + 1.0) * base.count();
+  taille.quadrilateres(nombre_lignes(base.count(), n + 1.0, close));
+  if (!taille_possible(s, taille, 0, "PRISM_b()")) return -1;
   Construction c;
   for (int j = 0; j <= n; j++) {
+    interrupt_check();
     const float t = static_cast<float>(j) / static_cast<float>(n);
     for (int k = 0; k < base.count(); k++)
       c.poi.add(base.xyz[3 * k] + t * d[0], base.xyz[3 * k + 1] + t * d[1], base.xyz[3 * k + 2] + t * d[2]);
@@ -203,13 +222,19 @@ int GRID_b(word* s, const word*, word*, const word*) {
   std::vector<float> d = valeurs_mot(s, KW_dim);
   const float dx = d.size() > 0 ? d[0] : 100.0f, dy = d.size() > 1 ? d[1] : 100.0f;
   const float dz = d.size() > 2 ? d[2] : (dx + dy) / 2;
-  const int nx = compte(valeurs_mot(s, KW_secx), 1), ny = compte(valeurs_mot(s, KW_secy), 1);
-  const int nz = compte(valeurs_mot(s, KW_secz), 0, valeurs_mot(s, KW_secz).empty() ? 0 : 1);
+  const int nx = compte_mot(s, KW_secx, 1), ny = compte_mot(s, KW_secy, 1);
+  const int nz = compte_mot(s, KW_secz, 0);
+  Taille t;
+  t.sommets = (nx + 1.0) * (ny + 1.0) * (nz + 1.0);
+  t.quadrilateres(facettes_grid(nx, ny, nz));
+  if (!taille_possible(s, t, 0, "GRID_b()")) return -1;
   Construction c;
   for (int k = 0; k <= nz; k++)
-    for (int j = 0; j <= ny; j++)
+    for (int j = 0; j <= ny; j++) {
+      interrupt_check();
       for (int i = 0; i <= nx; i++)
         c.poi.add(-nx * dx / 2 + i * dx, ny * dy / 2 - j * dy, -nz * dz / 2 + k * dz);
+    }
   c.fac = gen_fac_grid(nx, ny, nz);
   c.secx = nx, c.secy = ny, c.secz = nz;
   return cree_volumes(s, KW_grid, c, {KW_dim, KW_secx, KW_secy, KW_secz});

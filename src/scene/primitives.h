@@ -15,6 +15,9 @@
 std::vector<float> valeurs_mot(word* s, int code, bool* present = nullptr);
 // All the parameter lists of the word `code`, in order.
 std::vector<std::vector<float>> valeurs_mots(word* s, int code);
+// A count given by the word `code`: its first value as an integer, at
+// least `least`; `fallback` when the word or its value is absent.
+int compte_mot(word* s, int code, int fallback, int least = 1);
 
 // What a primitive builds: its geometry, sections and the part of the
 // transformation block it sets.
@@ -26,6 +29,9 @@ struct Construction {
   float tran[3] = {0, 0, 0}, dila[3] = {1, 1, 1}, rot[3] = {0, 0, 0};
 };
 
+// Whether the volumes the command makes, one per identifier of its first
+// word and `extra` more, can take that size (see volume_possible).
+bool taille_possible(word* s, const Taille& t, int extra, const char* name);
 // Makes a volume of kind `subkind` for every identifier of the first
 // word, from `c`, and adds the words other than `used` as properties.
 // Without identifiers, prints the keyword and "(id)".

@@ -49,6 +49,16 @@ std::vector<float> valeurs_mot(word* s, int code, bool* present) {
   return item ? flottants(item_value(item)) : std::vector<float>{};
 }
 
+int compte_mot(word* s, int code, int fallback, int least) {
+  const std::vector<float> v = valeurs_mot(s, code);
+  return v.empty() ? fallback : std::max(entier(v[0]), least);
+}
+
+bool taille_possible(word* s, const Taille& t, int extra, const char* name) {
+  const word* ids = item_value(first_item(s));
+  return volume_possible(t, (ids ? nb_selection(ids) : 1) + extra, name);
+}
+
 std::vector<std::vector<float>> valeurs_mots(word* s, int code) {
   std::vector<std::vector<float>> out;
   word* item = first_item(s);

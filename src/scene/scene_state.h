@@ -3,7 +3,9 @@
 #pragma once
 #include <vector>
 
+#include "kernel/handles.h"
 #include "kernel/objet.h"
+#include "kernel/pret.h"
 
 struct SceneEvents {
   // After a property write on a brush, a light, or an object that others
@@ -40,7 +42,10 @@ struct SceneState {
   SceneEvents events;
   // Objects whose local functions are running: their list is held apart
   // meanwhile and may not change.
-  std::vector<Objet*> locales_en_cours;
+  std::vector<RefObjet> locales_en_cours;
+  // The objects a walk that runs local functions holds: kept from one
+  // image to the next.
+  Prets<RefObjet> marches;
   ScenePointer pointeur;
 };
 

@@ -10,6 +10,7 @@
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
+#include "kernel/resources.h"
 #include "kernel/vocab.h"
 #include "language/commands.h"
 #include "scene/object_store.h"
@@ -33,6 +34,8 @@ int pose(Objet* o, int code, const word* v) { return set_propr_1(o, code, v) ? 0
 int ajoute_sommets(Objet* o, int n, const float* values, int count) {
   const word* old = get_val_1(o->local, KW_poi);
   const int d = old ? std::max(dimp(old), 1) : 3;
+  // Built in a vector, then copied into the property.
+  if (!bloc_possible((old ? size(old) : 4) + static_cast<double>(n) * d, 3, "ajoute_sommets()")) return -1;
   Words v;
   if (old)
     v.assign(old, old + size(old));
@@ -145,6 +148,7 @@ int ajou_propriete_simple(Objet* o, const word* item) {
     case KW_NF: {
       std::vector<int> n = entiers(v);
       if (n.empty() || n[0] <= 0) return 0;
+      if (!bloc_possible(4.0 + n[0], 4, "NF")) return -1;
       std::vector<int> numbers(static_cast<size_t>(n[0]));
       for (int i = 0; i < n[0]; i++) numbers[static_cast<size_t>(i)] = i + 1;
       return ecrit_facette(o, KW_fac, facette(numbers), 0);

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstdio>
 
+#include "kernel/access.h"
+#include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "language/commands.h"
@@ -43,6 +45,16 @@ Ligne sommets_de(Objet* o, int first, int count, int step = 1) {
   return l;
 }
 
+// The size of a band of `rows` rows of n vertices, `steps` rows made
+// between two given ones.
+Taille taille_bande(double rows, double n, double steps, bool close) {
+  Taille t;
+  const double count = (rows - 1) * steps + 1;
+  t.sommets = count * n;
+  t.quadrilateres(close ? n * (count - 1) : (n - 1) * (count - 1));
+  return t;
+}
+
 // Rows joined by `steps` interpolated rows between two given ones, then
 // faceted as a closed or open band.
 Construction bande(const std::vector<Ligne>& rows, int steps, bool close) {
@@ -51,6 +63,7 @@ Construction bande(const std::vector<Ligne>& rows, int steps, bool close) {
   for (size_t r = 0; r < rows.size(); r++) {
     const int parts = r + 1 < rows.size() ? steps : 1;
     for (int j = 0; j < parts; j++) {
+      interrupt_check();
       const float t = static_cast<float>(j) / static_cast<float>(steps);
       for (size_t k = 0; k < len; k += 3) {
         float p[3];
@@ -64,11 +77,6 @@ Construction bande(const std::vector<Ligne>& rows, int steps, bool close) {
   c.fac = close ? gen_fac_close(n, count - 1) : gen_fac_grid(n - 1, count - 1, 0);
   c.secx = close ? n : n - 1, c.secy = count - 1, c.close = close;
   return c;
-}
-
-int compte(word* s, int code, int fallback, int least) {
-  std::vector<float> v = valeurs_mot(s, code);
-  return v.empty() ? fallback : std::max(static_cast<int>(v[0]), least);
 }
 
 int VOL_PIPE(word* s) {
@@ -93,15 +101,20 @@ int VOL_PIPE(word* s) {
     len = std::min(len, rows.back().size());
   }
   for (Ligne& r : rows) r.resize(len);
-  Construction c = bande(rows, compte(s, KW_secy, 1, 1), vol_close(src.front()) != 0);
-  if (find_item(s, KW_ext)) {
+  const int steps = compte_mot(s, KW_secy, 1, 1);
+  const bool close = vol_close(src.front()) != 0, ends = find_item(s, KW_ext) != nullptr;
+  Taille t = taille_bande(static_cast<double>(rows.size()), len / 3.0, steps, close);
+  if (ends) t.facette(len / 3.0), t.facette(len / 3.0);
+  if (!taille_possible(s, t, 0, "VOL_PIPE()")) return -1;
+  Construction c = bande(rows, steps, close);
+  if (ends) {
     // Both ends closed by a facet.
     const int n = static_cast<int>(len / 3), last = c.poi.count() - n;
     std::vector<int> a, b;
     for (int i = n; i >= 1; i--) a.push_back(i);
     for (int i = 1; i <= n; i++) b.push_back(last + i);
-    c.fac.list.push_back(a);
-    c.fac.list.push_back(b);
+    c.fac.add(a);
+    c.fac.add(b);
   }
   return cree_volumes(s, KW_pipe, c, {KW_pipe, KW_secy, KW_ext});
 }
@@ -119,7 +132,8 @@ int VOL_ENVELOPE(word* s) {
   valeurs_mot(s, KW_close, &given);
   std::vector<float> cl = valeurs_mot(s, KW_close);
   const bool close = !given || cl.empty() || cl[0] != 0;
-  const int n = compte(s, KW_secx, np(poi_vol(src.front()) ? poi_vol(src.front()) : nullptr), 2);
+  const word* premier = poi_vol(src.front());
+  const int n = compte_mot(s, KW_secx, premier ? np(premier) : 2, 2);
   std::vector<Ligne> rows;
   for (Objet* o : src) {
     const int have = poi_vol(o) ? std::min(det_np(o), np(poi_vol(o))) : 0;
@@ -141,7 +155,10 @@ int VOL_ENVELOPE(word* s) {
     rows.push_back(l);
   }
   if (rows.size() < 2) rows.push_back(rows.front());
-  Construction c = bande(rows, compte(s, KW_secy, 1, 1), close);
+  const int steps = compte_mot(s, KW_secy, 1, 1);
+  if (!taille_possible(s, taille_bande(static_cast<double>(rows.size()), n, steps, close), 0, "VOL_ENVELOPE()"))
+    return -1;
+  Construction c = bande(rows, steps, close);
   return cree_volumes(s, KW_envelope, c, {KW_envelope, KW_secx, KW_secy, KW_close, KW_meta, KW_vertex});
 }
 
@@ -149,12 +166,17 @@ int VOL_ARC(word* s) {
   std::vector<float> a = valeurs_mot(s, KW_arc);
   const float r = a.size() > 0 ? a[0] : 100.0f, a0 = a.size() > 1 ? a[1] : 0.0f;
   const float a1 = a.size() > 2 ? a[2] : 6.2831855f;
-  const int n = a.size() > 3 ? std::max(static_cast<int>(a[3]), 2) : 12;
+  const int n = a.size() > 3 ? std::max(entier(a[3]), 2) : 12;
   std::vector<float> d = valeurs_mot(s, KW_dim);
   const float rt = d.empty() ? r / 10 : d[0];
-  const int m = compte(s, KW_secx, 8, 3);
+  const int m = compte_mot(s, KW_secx, 8, 3);
+  // The rows are made first: weighed with the band they become.
+  Taille t = taille_bande(n + 1.0, m, 1, true);
+  t.sommets *= 2;
+  if (!taille_possible(s, t, 0, "VOL_ARC()")) return -1;
   std::vector<Ligne> rows;
   for (int i = 0; i <= n; i++) {
+    interrupt_check();
     const float t = a0 + (a1 - a0) * static_cast<float>(i) / static_cast<float>(n);
     const float cx = std::cos(t), cy = std::sin(t);
     Ligne l;
@@ -172,7 +194,8 @@ int VOL_ARC(word* s) {
 // `vol(id) vol(a) vol(b)...`: the vertices and facets of the others, the
 // facets renumbered after the vertices before them.
 int VOL_VOL_VOL(word* s) {
-  Construction c;
+  std::vector<Objet*> parts;
+  Taille t;
   word* item = next_item(first_item(s));
   for (int i = 1; i < item_count(s); i++, item = next_item(item)) {
     if (item[2] != KW_vol || !item_value(item)) continue;
@@ -181,15 +204,23 @@ int VOL_VOL_VOL(word* s) {
     sel.selector = item_value(item);
     for (Objet* o : objets_selection(sel)) {
       if (!o || !poi_vol(o)) continue;
-      const int base = c.poi.count();
-      Ligne l = sommets_de(o, 0, np(poi_vol(o)));
-      c.poi.xyz.insert(c.poi.xyz.end(), l.begin(), l.end());
-      pour_chaque_facette(fac_vol(o), [&](const word* v, int n) {
-        std::vector<int> f;
-        for (int k = 0; k < n; k++) f.push_back(base + v[k]);
-        c.fac.list.push_back(f);
-      });
+      parts.push_back(o);
+      t.sommets += np(poi_vol(o));
+      pour_chaque_facette(fac_vol(o), [&](const word*, int n) { t.facette(n); });
     }
+  }
+  if (!taille_possible(s, t, 0, "VOL_VOL_VOL()")) return -1;
+  Construction c;
+  std::vector<int> f;
+  for (Objet* o : parts) {
+    const int base = c.poi.count();
+    Ligne l = sommets_de(o, 0, np(poi_vol(o)));
+    c.poi.xyz.insert(c.poi.xyz.end(), l.begin(), l.end());
+    pour_chaque_facette(fac_vol(o), [&](const word* v, int n) {
+      f.clear();
+      for (int k = 0; k < n; k++) f.push_back(base + v[k]);
+      c.fac.add(f);
+    });
   }
   return cree_volumes(s, KW_vol, c, {KW_vol});
 }

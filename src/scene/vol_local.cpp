@@ -65,8 +65,9 @@ Objet* racine_locale(Objet* f) {
 }
 
 bool en_cours(Objet* o) {
-  const std::vector<Objet*>& e = scene().locales_en_cours;
-  return std::find(e.begin(), e.end(), o) != e.end();
+  for (RefObjet r : scene().locales_en_cours)
+    if (objet_ref(r) == o) return true;
+  return false;
 }
 
 // A list that runs may not change, nor run again from within.
@@ -160,14 +161,15 @@ int exec_locales(Objet* o) {
   // its own object; it goes back if the object is still there.
   Objet* liste = o->child;
   o->child = nullptr;
-  const word h = objet_handle(o);
-  scene().locales_en_cours.push_back(o);
+  const RefObjet ref = ref_objet(o);
+  scene().locales_en_cours.push_back(ref);
   // On an area of their own, as the cycle runs outside any console line.
   int r = 0;
   for (Objet* f = liste->next; f && r == 0; f = f->next) r = execute(f);
-  std::vector<Objet*>& e = scene().locales_en_cours;
-  e.erase(std::find(e.begin(), e.end(), o));
-  if (handle_objet(h) == o) o->child = liste;
+  std::vector<RefObjet>& e = scene().locales_en_cours;
+  e.erase(std::find_if(e.begin(), e.end(), [&](RefObjet x) { return x.handle == ref.handle; }));
+  // The object may have gone, and another been made in its place.
+  if (objet_ref(ref) == o) o->child = liste;
   else rem_chaine_privee(liste);
   return r;
 }
@@ -176,19 +178,17 @@ int exec_locales(Objet* o) {
 // views of this image already moved. Menus and genetic populations have
 // steps of their own and are not among them.
 int EXEC_LOCALE_TOUT() {
-  static std::vector<word> objets;  // kept from image to image: no allocation
   for (int kind : {KW_fog, KW_light, KW_view, KW_traj, KW_field, KW_brush, KW_image, KW_object, KW_memory,
                    KW_network, KW_device, KW_vol}) {
-    // By handle: a function may remove objects of the chain.
-    objets.clear();
+    // A function may remove objects of the chain and make others: those
+    // removed are skipped, those made wait for the next pass.
+    Pret<RefObjet> objets(scene().marches);
+    objets.v.clear();
     for (Objet* o = chaine_classe(kind)->next; o; o = o->next)
-      if (o->kind == kind && o->child && o->child->kind == T_CHAINE) objets.push_back(objet_handle(o));
-    for (size_t i = 0; i < objets.size(); i++) {
-      Objet* o = handle_objet(objets[i]);
-      if (o && o->child && exec_locales(o) < 0) {
-        TRACE_FAIL("EXEC_LOCALE_TOUT");
-        return -1;
-      }
+      if (o->kind == kind && o->child && o->child->kind == T_CHAINE) objets.v.push_back(ref_objet(o));
+    if (pour_chaque_objet_vivant(objets.v, [](Objet* o) { return o->child ? exec_locales(o) : 0; }) < 0) {
+      TRACE_FAIL("EXEC_LOCALE_TOUT");
+      return -1;
     }
   }
   return 0;
@@ -226,9 +226,16 @@ int LOCALE_b(word* s, const word* ob, word* st, const word* lim) {
   const char* t = value_text(v);
   const bool definit = t && est_definition(t);
   const bool lance = find_item(s, KW_exec) != nullptr;
-  for (Objet* o : objets) {
-    if (definit && !ajoute_locale(o, t)) return -1;
-    if (lance && exec_locales(o) < 0) {
+  if (definit || lance) {
+    // The functions run may remove the objects that follow.
+    Pret<RefObjet> refs(scene().marches);
+    refs.v.clear();
+    for (Objet* o : objets) refs.v.push_back(ref_objet(o));
+    const int r = pour_chaque_objet_vivant(refs.v, [&](Objet* o) {
+      if (definit && !ajoute_locale(o, t)) return -1;
+      return lance ? exec_locales(o) : 0;
+    });
+    if (r < 0) {
       TRACE_FAIL("LOCALE_b()");
       return -1;
     }

@@ -5,11 +5,15 @@
 #include <cmath>
 #include <cstdint>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
+#include "kernel/access.h"
+#include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
+#include "scene/vol_gen.h"
 #include "scene/vol_generate.h"
 #include "scene/vol_measure.h"
 #include "scene/volume.h"
@@ -51,6 +55,38 @@ Maillage maillage_vol(const word* poi, const word* fac) {
   return m;
 }
 
+// The size of m refined `niveaux` times, counted before refining. The
+// first level splits each edge of the facets of 3 vertices or more and
+// adds a centre to each, making one quadrilateral a vertex; each later
+// level does the same to quadrilaterals: V += E + F, E = 2E + 4F, F = 4F.
+// Facets of fewer vertices are carried as they are.
+Taille taille_raffinee(const Maillage& m, int niveaux) {
+  std::unordered_set<uint64_t> aretes;
+  double grandes = 0, sommets_grandes = 0;
+  Taille petites;
+  for (const std::vector<int>& f : m.f) {
+    const size_t n = f.size();
+    if (n < 3) {
+      petites.facette(static_cast<double>(n));
+      continue;
+    }
+    grandes++;
+    sommets_grandes += static_cast<double>(n);
+    for (size_t i = 0; i < n; i++) aretes.insert(arete(f[i], f[(i + 1) % n]));
+  }
+  double v = static_cast<double>(m.p.size() / 3) + static_cast<double>(aretes.size()) + grandes;
+  double e = 2.0 * static_cast<double>(aretes.size()) + sommets_grandes, q = sommets_grandes;
+  for (int l = 1; l < niveaux; l++) {
+    v += e + q;
+    e = 2 * e + 4 * q;
+    q *= 4;
+  }
+  Taille t = petites;
+  t.sommets = v;
+  t.quadrilateres(q);
+  return t;
+}
+
 // One level: every facet of m >= 3 vertices becomes m quadrilaterals
 // (a vertex, the middle of its next edge, the facet's centre, the middle
 // of its previous edge), in the facet's own turning direction. Edge
@@ -67,6 +103,7 @@ Maillage raffine(const Maillage& in) {
     return milieux[k] = out.ajoute(q);
   };
   for (const std::vector<int>& f : in.f) {
+    interrupt_check();
     const int n = static_cast<int>(f.size());
     if (n < 3) {
       out.f.push_back(f);
@@ -101,6 +138,7 @@ Maillage epaissit(const Maillage& in, const word* normales, float t) {
     for (size_t i = 0; i < f.size(); i++) usage[arete(f[i], f[(i + 1) % f.size()])]++;
   out.f.clear();
   for (const std::vector<int>& f : in.f) {
+    interrupt_check();
     std::vector<int> haut(f), bas(f.rbegin(), f.rend());
     for (int& v : haut) v += n;
     out.f.push_back(haut);
@@ -163,10 +201,21 @@ int generer_cible(Objet* o, Cible c) {
     const word* n = derive_vol(o, 2, kn);
     if (!n) return -1;
     const float t = c.param != 0 ? c.param : det_rayon(o, nullptr) / 10;
+    // At most: every edge a border.
+    Taille epais;
+    epais.sommets = 2.0 * static_cast<double>(m.p.size() / 3);
+    for (const std::vector<int>& f : m.f) {
+      epais.facette(static_cast<double>(f.size()));
+      epais.facette(static_cast<double>(f.size()));
+      epais.quadrilateres(static_cast<double>(f.size()));
+    }
+    if (!volume_possible(epais, 2, "generer_cible()")) return -1;
     m = epaissit(m, n, t);
   } else {
-    const int niveaux = std::clamp(static_cast<int>(c.param), 1, MAX_FRAC);
+    const int niveaux = std::clamp(entier(c.param), 1, MAX_FRAC);
     c.param = static_cast<float>(niveaux);
+    // Held as lists of lists while refined: about twice the blocks more.
+    if (!volume_possible(taille_raffinee(m, niveaux), 2, "generer_cible()")) return -1;
     for (int i = 0; i < niveaux; i++) m = raffine(m);
   }
   if (stocke(o, m, c) < 0) {

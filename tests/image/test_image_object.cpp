@@ -33,7 +33,13 @@ TEST_F(ImageObject, ResizingReplacesTheBlockAndRefusesEmptySizes) {
   EXPECT_EQ(np(pixels_bloc(o)), 15);
   pixels_image(o)[14 * 4 + 3] = 9;
   EXPECT_EQ(SET_DIM_IMAGE(o, 0, 3), -1);
+  // Refused with the true count of bytes.
+  Capture out;
   EXPECT_EQ(SET_DIM_IMAGE(o, 100000, 100000), -1);
+  EXPECT_EQ(SET_DIM_IMAGE(o, 30000, 30000), -1);
+  const std::string said = out.take();
+  EXPECT_NE(said.find("40000000000:  MALLOC ERROR"), std::string::npos) << said;
+  EXPECT_NE(said.find("3600000000:  MALLOC ERROR"), std::string::npos) << said;
   // The refused sizes left the block as it was.
   ASSERT_NE(pixels_image(o), nullptr);
   EXPECT_EQ(pixels_image(o)[14 * 4 + 3], 9);

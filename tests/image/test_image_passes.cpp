@@ -39,6 +39,22 @@ TEST_F(ImagePasses, InterpolationChainsPairsAndRemakesWrongSizes) {
   EXPECT_EQ(fails("interpol image(1)"), "interpol (n) image(id1,id2,...) number(destination)\n");
 }
 
+TEST_F(ImagePasses, InterpolationNumbersAndSizesNeverOverflow) {
+  // The default destination is one past the highest number; past the
+  // largest integer it is held at 100000000.
+  ok("image(2147483647) dim(4,4); image(1) dim(4,4)");
+  ok("interpol(1) image(1,2147483647)");
+  EXPECT_NE(image_numero(100000000), nullptr);
+  EXPECT_NE(image_numero(100000001), nullptr);
+  // Images that could never be held are refused before the first is
+  // made, with the bytes they would take: 100001 of 1024 x 1024 x 4.
+  ok("image(3) dim(1024,1024); image(4) dim(1024,1024)");
+  Outcome r = run("interpol(100000) image(3,4) number(10)");
+  EXPECT_LT(r.status, 0);
+  EXPECT_NE(r.out.find("419434594304:  MALLOC ERROR"), std::string::npos) << r.out;
+  EXPECT_EQ(image_numero(10), nullptr);
+}
+
 TEST_F(ImagePasses, DiscsPaintThePixelsWithinTheRadius) {
   ok("image(1) dim(20,16)");
   ok("disk image(1) poi(6,5) radius(3.5) col(1,0,0.5)");

@@ -52,6 +52,14 @@ TEST_F(Compile, UnaryFormsAndNumbers) {
   EXPECT_EQ(console("'ab'"), "('97,98' );");
 }
 
+// Integer literals longer than any integer type are read as the nearest
+// float, with no overflow on the way.
+TEST_F(Compile, LongIntegerLiteralsAreTheNearestFloat) {
+  EXPECT_EQ(console("0333333333333333333333333"), "(2023871369906631999488.000000 );");
+  EXPECT_EQ(console("0xffffffffffffffffffffff"), "(309485009821345068724781056.000000 );");
+  EXPECT_EQ(console("0x" + std::string(60, 'f')), "(inf );");
+}
+
 TEST_F(Compile, RedundantParenthesesAreRemoved) {
   // The compile listing comes before the removal, the link listing after.
   EXPECT_EQ(console("((x))"), "((x ));");

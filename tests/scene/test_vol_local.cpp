@@ -78,4 +78,29 @@ TEST_F(VolLocal, AFunctionMayRemoveObjectsButNotChangeTheListThatRuns) {
   EXPECT_EQ(str("local vol(3)"), "m") << "the list is back after the run";
 }
 
+TEST_F(VolLocal, RunningOnSeveralObjectsSkipsTheOnesAFunctionRemoved) {
+  grilles({1, 2});
+  lignes({"ran=0", "local(\"lf(){extern ran; ran=ran+1; rem vol(2)}\") vol(1,2)", "local exec vol(1,2)"});
+  EXPECT_EQ(one("ran"), 1.0f) << "vol 2 went before its turn";
+  EXPECT_EQ(get_objet_id(chaine_classe(KW_vol), KW_vol, 2), nullptr);
+  EXPECT_EQ(str("local vol(1)"), "lf");
+}
+
+// An object removed by its own function and made again under the same
+// number is another object: it keeps its own functions, and one made
+// during a pass of the cycle waits for the next pass.
+TEST_F(VolLocal, AnObjectMadeAgainInItsPlaceIsAnotherObject) {
+  grilles({1});
+  lignes({"local(\"lf(){rem vol(1); ball(1) dim(2); local(\\\"g(){}\\\") vol(1)}\") vol(1)",
+          "local exec vol(1)"});
+  EXPECT_EQ(str("local vol(1)"), "g");
+  grilles({2, 3});
+  lignes({"count=0",
+          "local(\"lf(){extern count; count=count+1; rem vol(3); ball(3) dim(1); "
+          "local(\\\"h(){extern count; count=count+10}\\\") vol(3)}\") vol(2)"});
+  ASSERT_EQ(EXEC_LOCALE_TOUT(), 0);
+  EXPECT_EQ(one("count"), 1.0f);
+  EXPECT_EQ(str("local vol(3)"), "h");
+}
+
 }  // namespace

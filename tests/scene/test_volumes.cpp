@@ -17,15 +17,24 @@ namespace {
 // two facets, once in each direction when the facets agree in turn.
 std::multiset<std::pair<int, int>> aretes(const Facettes& f) {
   std::multiset<std::pair<int, int>> e;
-  for (const auto& facet : f.list)
-    for (size_t i = 0; i < facet.size(); i++) e.insert({facet[i], facet[(i + 1) % facet.size()]});
+  f.pour_chaque([&](const word* v, int k) {
+    for (int i = 0; i < k; i++) e.insert({v[i], v[(i + 1) % k]});
+  });
   return e;
+}
+
+// Every vertex number of the facets lies in 1..vertices.
+void numeros_dans(const Facettes& f, int vertices) {
+  f.pour_chaque([&](const word* v, int k) {
+    for (int i = 0; i < k; i++) EXPECT_TRUE(v[i] >= 1 && v[i] <= vertices) << v[i];
+  });
 }
 
 TEST(VolumeGenerators, ClosedRowsFormABandWhoseEdgesPair) {
   const int nx = 6, ny = 4;
   Facettes f = gen_fac_close(nx, ny);
-  ASSERT_EQ(f.list.size(), static_cast<size_t>(nx * ny));
+  ASSERT_EQ(f.count, nx * ny);
+  EXPECT_EQ(facettes_close(nx, ny), f.count) << "the count made before building";
   auto e = aretes(f);
   // Inner edges (between rows 1..ny-1 and within rows) appear in both
   // directions; only the first and last rows' outer edges stand alone.
@@ -33,11 +42,7 @@ TEST(VolumeGenerators, ClosedRowsFormABandWhoseEdgesPair) {
   for (const auto& [a, b] : e)
     if (!e.count({b, a})) lonely++;
   EXPECT_EQ(lonely, 2 * nx);
-  for (const auto& facet : f.list)
-    for (int v : facet) {
-      EXPECT_GE(v, 1);
-      EXPECT_LE(v, nx * (ny + 1));
-    }
+  numeros_dans(f, nx * (ny + 1));
 }
 
 TEST(VolumeGenerators, GridCountsMatchTheLatticeFormula) {
@@ -45,10 +50,10 @@ TEST(VolumeGenerators, GridCountsMatchTheLatticeFormula) {
     for (int ny : {1, 2})
       for (int nz : {0, 1, 2}) {
         Facettes f = gen_fac_grid(nx, ny, nz);
-        EXPECT_EQ(static_cast<int>(f.list.size()), nx * ny * (nz + 1) + nz * nx * (ny + 1)) << nx << ny << nz;
-        const int vertices = (nx + 1) * (ny + 1) * (nz + 1);
-        for (const auto& facet : f.list)
-          for (int v : facet) EXPECT_TRUE(v >= 1 && v <= vertices);
+        EXPECT_EQ(f.count, nx * ny * (nz + 1) + nz * nx * (ny + 1)) << nx << ny << nz;
+        EXPECT_EQ(facettes_grid(nx, ny, nz), f.count) << "the count made before building";
+        EXPECT_EQ(f.mots.size(), 8u * static_cast<size_t>(f.count));
+        numeros_dans(f, (nx + 1) * (ny + 1) * (nz + 1));
       }
 }
 
