@@ -200,6 +200,7 @@ void interaction_Idle_Func() {
     echec("STOCK_AUDIO");
     return;
   }
+  bip();
   // What the image's functions printed shows at once, also through a pipe.
   flush_out();
   cadence();

@@ -75,6 +75,10 @@ int enregistrement_du();
 void note_touche(unsigned char key);
 void rejoue_touches();
 int jauges();
+// The beep path: the note of the table at the current position, played;
+// the position moved on.
+float note_courante();
+void bip();
 // DATE.log.
 void stamp_debut();
 void ecrit_date_log();

@@ -7,6 +7,7 @@
 //   interaction ascii poi(x,y) rectangle(r,g,b) frame(r,g,b) col(r,g,b)
 //                                      waits for a line typed in the window
 //                                      in a box at (x,y), and answers it
+#include <algorithm>
 #include <cstring>
 #include <string>
 
@@ -64,6 +65,15 @@ Liaison* liaison(char c) {
   return nullptr;
 }
 
+// The pointer strictly inside the key capture rectangle.
+bool dans_capture(int x, int y) {
+  const float* r = loop().capture;
+  const float x0 = std::min(r[0], r[2]), x1 = std::max(r[0], r[2]);
+  const float y0 = std::min(r[1], r[3]), y1 = std::max(r[1], r[3]);
+  const float px = static_cast<float>(x), py = static_cast<float>(y);
+  return px > x0 && px < x1 && py > y0 && py < y1;
+}
+
 // A line typed in a box: the window's events are taken until Return.
 int saisie(word* s) {
   InteractionState& L = loop();
@@ -104,6 +114,7 @@ void touche(unsigned char key, int, int) {
   L.derniere_touche = key;
   note_touche(key);
   if (!L.entree_clavier && key != ESCAPE) return;
+  if (L.capture_on && dans_capture(L.survol[0], L.survol[1])) L.touche_capturee = key;
   switch (key) {
     case BACKSPACE: case DELETE:
       if (L.longueur > 0) L.Ligne_clavier[--L.longueur] = 0;
@@ -149,6 +160,7 @@ int exec_INTERACTION() {
     if (b.car != first) continue;
     efface_ligne();
     if (b.kind == KW_func && run_fonction(b.function) < 0) return -1;
+    if (b.kind == KW_stock && L.stock_touche && L.stock_touche(b.stock) < 0) return -1;
     return 0;
   }
   return 0;
@@ -179,9 +191,15 @@ int INTERACTION_ASCII(word* s, const word* lim) {
     b.kind = KW_func;
     if (!(b.function = fonction_nommee(value_text(arg_of(s, KW_func))))) return -1;
   } else if (has_word(s, KW_stock)) {
-    voir_mot(KW_stock);
-    voir_message(0, 104);
-    return -1;
+    // The stock entries belong to their own tool: without it, a binding
+    // to one could never run.
+    if (!L.stock_touche) {
+      voir_mot(KW_stock);
+      voir_message(0, 104);
+      return -1;
+    }
+    b.kind = KW_stock;
+    b.stock = arg_int(s, KW_stock, 0, 0);
   } else {
     // The binding of that character goes.
     for (size_t i = 0; i < L.liaisons.size(); i++)

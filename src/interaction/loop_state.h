@@ -31,8 +31,9 @@ struct Bouton {
 // An `ascii` binding: a character and what it runs.
 struct Liaison {
   char car = 0;                // 0: a binding without a character
-  int kind = 0;                // KW_func
+  int kind = 0;                // KW_func or KW_stock
   word function = 0;           // handle of the function object
+  word stock = 0;              // the stock entry of a `stock` binding
 };
 
 struct InteractionState {
@@ -142,6 +143,23 @@ struct InteractionState {
   int mode_enregistrement = 0;
   int image_enregistrement = 0;
   int mode_play = 0;
+  // A wait of the record or the replay: images counted up to its limit
+  // (0: none) while "WAIT " stands in place of the gauge.
+  int attente = 0;
+  int cpt_attente = 0;
+
+  // The note table of the beep path: frequencies read at a moving
+  // position, one note of `duree_note` ms an image; empty: no beep.
+  std::vector<float> notes;
+  float position_note = 0;
+  float pas_note = 1;
+  int duree_note = 0;
+
+  // A key capture rectangle (pixels from the window centre, x0 y0 x1 y1):
+  // a key typed with the pointer strictly inside it is kept for it.
+  int capture_on = 0;
+  float capture[4] = {0, 0, 0, 0};
+  int touche_capturee = 0;
 
   // The recorded mouse path of `line`: three numbers an image.
   std::vector<float> chemin;
@@ -170,6 +188,8 @@ struct InteractionState {
   int (*textes)() = nullptr;                 // the text objects shown
   int (*exec_stock)() = nullptr;             // EXEC_STOCK
   int (*stock_audio)() = nullptr;            // STOCK_AUDIO
+  int (*stock_touche)(word binding) = nullptr;  // exec_INTERACTION_STOCK
+  void (*bip)(float frequency, int ms) = nullptr;  // a tone of the audio back end
   int (*outil_palette)() = nullptr;          // the palette's own tool
   int (*fonction_palette)(int n) = nullptr;  // the palette's user functions 1 to 4
 

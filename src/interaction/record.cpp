@@ -125,6 +125,18 @@ int jauges() {
   InteractionState& L = loop();
   if (!L.mode_enregistrement) return 0;
   const float blanc[3] = {1, 1, 1};
+  if (L.attente > 0) {
+    // A wait holds the record and the replay alike; at its end both start
+    // counting images again from 0, so that a replay stays in step with
+    // the record it reads.
+    const float jauge[4] = {-200, -10, 200, 10};
+    outline_rectangle(jauge, blanc);
+    char texte[24];
+    std::snprintf(texte, sizeof texte, "WAIT %d", ++L.cpt_attente);
+    text_at(texte, -195, 5, blanc);
+    if (L.cpt_attente >= L.attente) L.attente = L.cpt_attente = L.image_enregistrement = 0;
+    return 0;
+  }
   if (L.mode_enregistrement < 0) {
     if (static_cast<int>(L.relecture) >= L.nb_touches) L.mode_enregistrement = 0;
     else L.image_enregistrement++;
@@ -133,8 +145,9 @@ int jauges() {
   L.image_enregistrement++;
   const float jauge[4] = {-200, -10, 200, 10};
   outline_rectangle(jauge, blanc);
-  const std::string num = "NUM " + std::to_string(L.image_enregistrement);
-  text_at(num.c_str(), -195, 5, blanc);
+  char num[24];
+  std::snprintf(num, sizeof num, "NUM %d", L.image_enregistrement);
+  text_at(num, -195, 5, blanc);
   const float w = text_width("STOP");
   text_at("STOP", -200, 25, blanc);
   const bool dessus = L.clic[0] >= -200 && L.clic[0] <= -200 + w && L.clic[1] >= 10 && L.clic[1] <= 29;

@@ -92,7 +92,7 @@ int une_lumiere(Objet* o, int code) {
     float coe[3] = {1, 0, 0};
     lire(o, KW_coe, 0, coe, 3);
     if (get_val_2(o->local, KW_coe, KW_illum))
-      for (float& c : coe) c += static_cast<float>(std::rand()) / RAND_MAX;
+      for (float& c : coe) c += static_cast<float>(std::rand()) / static_cast<float>(RAND_MAX);
     glLightf(gl, GL_CONSTANT_ATTENUATION, coe[0]);
     glLightf(gl, GL_LINEAR_ATTENUATION, coe[1]);
     glLightf(gl, GL_QUADRATIC_ATTENUATION, coe[2]);

@@ -110,4 +110,45 @@ TEST_F(Keyboard, TheConsoleViewOpensACommandLineWithAKey) {
   EXPECT_NE(out.take().find("7.000000"), std::string::npos);
 }
 
+TEST_F(Keyboard, AKeyTypedInsideTheCaptureRectangleIsKeptForIt) {
+  InteractionState& L = loop();
+  L.capture_on = 1;
+  const float r[4] = {10, 10, -10, -10};  // corners in any order
+  for (int i = 0; i < 4; i++) L.capture[i] = r[i];
+  L.touche_capturee = 0;
+  L.survol[0] = 0;
+  L.survol[1] = 5;
+  type("k");
+  EXPECT_EQ(L.touche_capturee, 'k');
+  L.survol[0] = 10;  // on the edge: outside
+  type("m");
+  EXPECT_EQ(L.touche_capturee, 'k');
+  L.capture_on = 0;
+  L.survol[0] = 0;
+  type("n");
+  EXPECT_EQ(L.touche_capturee, 'k') << "no rectangle, no capture";
+  EXPECT_EQ(line(), "kmn") << "a captured key still goes to the line";
+}
+
+int stock_vu = -1;
+int stock_joue(word entry) {
+  stock_vu = static_cast<int>(entry);
+  return 0;
+}
+
+TEST_F(Keyboard, AStockBindingHandsItsEntryToTheStockTool) {
+  Liaison b;
+  b.car = 's';
+  b.kind = KW_stock;
+  b.stock = 4;
+  loop().liaisons.push_back(b);
+  loop().stock_touche = stock_joue;
+  stock_vu = -1;
+  type("s");
+  ASSERT_EQ(exec_INTERACTION(), 0);
+  EXPECT_EQ(stock_vu, 4);
+  EXPECT_EQ(line(), "") << "the line is taken";
+  loop().stock_touche = nullptr;
+}
+
 }  // namespace
