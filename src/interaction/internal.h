@@ -41,6 +41,10 @@ void pointeur_scene();
 void cadre_souris(const float frame[4]);
 // Step 25 of an image: clicks, drag and hover brought up to date.
 void souris_image();
+// A line typed in the window in a box, and the same after a caller's text
+// (or, with `echelle`, typed in a scale field); negative after a report.
+std::string GET_ASCII(const BoiteSaisie& b);
+int KEYBOARD_INPUT(const char* texte, const BoiteSaisie& b, bool echelle, std::string& lu);
 // Empties the keyboard line.
 void efface_ligne();
 // `interaction ascii ...`.

@@ -74,31 +74,59 @@ bool dans_capture(int x, int y) {
   return px > x0 && px < x1 && py > y0 && py < y1;
 }
 
-// A line typed in a box: the window's events are taken until Return.
+// `ascii poi(x,y) rectangle(r,g,b) frame(r,g,b) col(r,g,b)`: the box of
+// GET_ASCII from the command's items.
 int saisie(word* s) {
+  BoiteSaisie b;
+  arg_floats(s, KW_poi, b.poi, 2);
+  arg_floats(s, KW_rectangle, b.fond, 3);
+  arg_floats(s, KW_frame, b.cadre, 3);
+  arg_floats(s, KW_col, b.col, 3);
+  return set_result_text(s, GET_ASCII(b));
+}
+
+}  // namespace
+
+// A line typed in a box: the window's events are taken until Return (or
+// Escape, or the window's end).
+std::string GET_ASCII(const BoiteSaisie& b) {
   InteractionState& L = loop();
-  float at[2] = {0, 0}, fond[3] = {0, 0, 0}, cadre[3] = {1, 1, 1}, col[3] = {1, 1, 1};
-  arg_floats(s, KW_poi, at, 2);
-  const bool avec_fond = arg_floats(s, KW_rectangle, fond, 3) > 0;
-  const bool avec_cadre = arg_floats(s, KW_frame, cadre, 3) > 0;
-  arg_floats(s, KW_col, col, 3);
   efface_ligne();
   L.Ligne_validee[0] = 0;
   L.attend_saisie = 1;
   while (L.attend_saisie && gl_on()) {
     const std::string shown = std::string(1, L.Car_prompt) + L.Ligne_clavier;
     const float w = text_width(shown.c_str()) + 8, h = 20;
-    const float box[4] = {at[0] - 4, at[1] - 15, at[0] - 4 + w, at[1] - 15 + h};
-    if (avec_fond) fill_rectangle(box, fond);
-    if (avec_cadre) outline_rectangle(box, cadre);
-    text_at(shown.c_str(), at[0], at[1], col);
+    const float box[4] = {b.poi[0] - 4, b.poi[1] - 15, b.poi[0] - 4 + w, b.poi[1] - 15 + h};
+    if (b.fond[0] >= 0) fill_rectangle(box, b.fond);
+    if (b.cadre[0] >= 0) outline_rectangle(box, b.cadre);
+    text_at(shown.c_str(), b.poi[0], b.poi[1], b.col);
     flush_window();
     window_events(20);
   }
-  return set_result_text(s, L.Ligne_validee);
+  L.attend_saisie = 0;
+  return L.Ligne_validee;
 }
 
-}  // namespace
+// The caller's text before the typed line; the scale variant asks the
+// scales' tool for a field of type "name" instead of the box.
+int KEYBOARD_INPUT(const char* texte, const BoiteSaisie& b, bool echelle, std::string& lu) {
+  InteractionState& L = loop();
+  lu = texte ? texte : "";
+  if (!echelle) {
+    lu += GET_ASCII(b);
+    return 0;
+  }
+  if (!L.echelle_saisie) {
+    voir_mot(KW_scale);
+    voir_message(0, 104);
+    return -1;
+  }
+  std::string champ;
+  if (L.echelle_saisie(b.poi, champ) < 0) return -1;
+  lu += champ;
+  return 0;
+}
 
 void efface_ligne() {
   InteractionState& L = loop();

@@ -28,6 +28,16 @@ struct Bouton {
   float col[3] = {1, 1, 1};
 };
 
+// The box of a line typed in the window: its place (pixels from the
+// window centre), back and frame colours (a negative first component:
+// not drawn) and the text's colour.
+struct BoiteSaisie {
+  float poi[2] = {0, 0};
+  float fond[3] = {-1, -1, -1};
+  float cadre[3] = {-1, -1, -1};
+  float col[3] = {1, 1, 1};
+};
+
 // An `ascii` binding: a character and what it runs.
 struct Liaison {
   char car = 0;                // 0: a binding without a character
@@ -190,6 +200,8 @@ struct InteractionState {
   int (*stock_audio)() = nullptr;            // STOCK_AUDIO
   int (*stock_touche)(word binding) = nullptr;  // exec_INTERACTION_STOCK
   void (*bip)(float frequency, int ms) = nullptr;  // a tone of the audio back end
+  // A scale of type "name" with `input` at that place: the text typed in it.
+  int (*echelle_saisie)(const float poi[2], std::string& text) = nullptr;
   int (*outil_palette)() = nullptr;          // the palette's own tool
   int (*fonction_palette)(int n) = nullptr;  // the palette's user functions 1 to 4
 

@@ -77,6 +77,10 @@ int echec_init() {
 
 }  // namespace
 
+// Two steps of a start are left out on purpose: no default interaction
+// file is read (nothing gives its name or its form), and the window is not
+// made again when its width differs from the screen's (that would undo, at
+// every start of the loop, a size the user gave the window).
 int init_interaction(word* block, int titre) {
   InteractionState& L = loop();
   KernelState& k = kernel();

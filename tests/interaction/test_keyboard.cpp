@@ -151,4 +151,22 @@ TEST_F(Keyboard, AStockBindingHandsItsEntryToTheStockTool) {
   loop().stock_touche = nullptr;
 }
 
+TEST_F(Keyboard, KeyboardInputPutsTheCallersTextBeforeTheLineOrTheScaleField) {
+  BoiteSaisie b;
+  std::string lu;
+  ASSERT_EQ(KEYBOARD_INPUT("name: ", b, false, lu), 0);
+  EXPECT_EQ(lu, "name: ") << "without a window nothing can be typed";
+  Capture out;
+  EXPECT_LT(KEYBOARD_INPUT("name: ", b, true, lu), 0);
+  EXPECT_NE(out.take().find("NOT IMPLEMENTED"), std::string::npos) << "no scales' tool";
+  loop().echelle_saisie = [](const float poi[2], std::string& t) {
+    t = poi[0] == 12 ? "typed" : "wrong place";
+    return 0;
+  };
+  b.poi[0] = 12;
+  ASSERT_EQ(KEYBOARD_INPUT("name: ", b, true, lu), 0);
+  EXPECT_EQ(lu, "name: typed");
+  loop().echelle_saisie = nullptr;
+}
+
 }  // namespace
