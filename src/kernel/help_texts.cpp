@@ -13,6 +13,7 @@ const char* const HELP_A[] = {
     "   esc=27                escape\n",
     "   eva=100000            evaluations\n",
     "   exe=exe/              exécutables folder\n",
+    "   fun=fun/              folder of function files\n",
     "   htm=htm               htlm code file name\n",
     "   ID                    does not write threadID\n",
     "   ini=init[abc].h       initialization file\n",

@@ -114,6 +114,7 @@ const char* option_a(const char* text, int* buffer_size, int* write_thread_id, s
     if (!v.empty() && v[0] == '!') k.exe = v.substr(1);
     else k.exe = v;  // folder separators are "/" here, kept as written
   } else if (key == "htm=") k.htm = v;
+  else if (key == "fun=") k.fun = v;
   else if (key == "buf=") *buffer_size = to_int(v);
   else if (key == "eva=") k.Dim_ev = to_int(v);
   else if (key == "com=") k.Dim_com = to_int(v);
