@@ -83,6 +83,33 @@ int EXEC_TRAJ_OBJ_VERTEX(Objet* o, Objet* t) {
   return 0;
 }
 
+// `traj fac`: the facets listed in the trajectory's `fac` take the row as
+// their colour in `col fac`, made from the volume's `col` when missing.
+int EXEC_TRAJ_OBJ_FAC(Objet* o, Objet* t) {
+  int d = 0;
+  const float* r = ligne_courante(t, &d);
+  const word* liste = get_val_1(t->local, KW_fac);
+  const word* fac = fac_vol(o);
+  if (!r || !liste || !fac || kind_1(t) != KW_col || d < 3) return 0;
+  const int nf = np(fac);
+  bloc cf = get_val_2(o->local, KW_col, KW_fac);
+  if (!cf || tag(cf) != T_FLOAT || value_elements(cf) < 3 * nf) {
+    const int codes[2] = {KW_col, KW_fac};
+    float col[3] = {1, 1, 1};
+    floats_into(get_val_1(o->local, KW_col), col, 3);
+    rem_propr_k(o, 2, codes);
+    cf = set_matrix_k(o, 2, codes, nf, 3);
+    if (!cf) return -1;
+    for (int i = 0; i < nf * 3; i++) setf(cf, i, col[i % 3]);
+  }
+  for (int i = 0; i < value_elements(liste); i++) {
+    const int k = static_cast<int>(value_at(liste, i, 0)) - 1;
+    if (k < 0 || k >= nf) continue;
+    for (int c = 0; c < 3; c++) setf(cf, k * 3 + c, r[c]);
+  }
+  return 0;
+}
+
 bool actif(int flag) { return Yes(flag) > 0; }
 
 // Every object of a kind's chain.
@@ -111,10 +138,12 @@ int EXEC_TRAJ_OBJ(Objet* o) {
   const word* tl = get_val_1(o->local, KW_traj);
   const word* ta = get_val_2(o->local, KW_traj, KW_animate);
   const word* tv = get_val_2(o->local, KW_traj, KW_vertex);
-  if (!tl && !ta && !tv) return 0;
+  const word* tf = get_val_2(o->local, KW_traj, KW_fac);
+  if (!tl && !ta && !tv && !tf) return 0;
   auto une = [o](Objet* t) { return EXEC_TRAJ_OBJ_1_1(o, t); };
   if (pour_chaque_traj(tl, une) < 0 || pour_chaque_traj(ta, une) < 0 ||
-      pour_chaque_traj(tv, [o](Objet* t) { return EXEC_TRAJ_OBJ_VERTEX(o, t); }) < 0)
+      pour_chaque_traj(tv, [o](Objet* t) { return EXEC_TRAJ_OBJ_VERTEX(o, t); }) < 0 ||
+      pour_chaque_traj(tf, [o](Objet* t) { return EXEC_TRAJ_OBJ_FAC(o, t); }) < 0)
     return -1;
   if (o->kind == KW_light && SET_LIGHT_1(o, 0, nullptr) < 0) {
     TRACE_FAIL("EXEC_TRAJ_OBJ()");

@@ -146,7 +146,7 @@ int proprietes_traj(word* s, Objet* t) {
       case KW_debug: case KW_precision: case KW_format: case KW_time: case KW_add: case KW_STOP:
         if (propriete(t, code, v) < 0) return -1;
         break;
-      case KW_number: case KW_vertex:
+      case KW_number: case KW_vertex: case KW_fac:
         if (v && propriete(t, code, v) < 0) return -1;
         break;
       case KW_name:
