@@ -8,6 +8,7 @@
 #include "animation/traj/ajust.h"
 #include "animation/traj/command.h"
 #include "animation/traj/traj.h"
+#include "kernel/access.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
@@ -19,6 +20,7 @@
 #include "scene/law.h"
 #include "scene/lookup.h"
 #include "scene/object_store.h"
+#include "scene/property_rw.h"
 
 namespace {
 
@@ -73,12 +75,12 @@ int lit_creation(word* s, Creation& c) {
     switch (code) {
       case KW_animate:
         c.animate = true;
-        c.ni = n > 0 ? static_cast<int>(f[0]) : 2;
-        if (n > 1) c.order = std::max(1, static_cast<int>(f[1]));
+        c.ni = n > 0 ? entier(f[0]) : 2;
+        if (n > 1) c.order = std::clamp(entier(f[1]), 1, MAX_ORDRE);
         break;
       case KW_period:
-        c.period = n > 0 ? static_cast<int>(f[0]) : 1;
-        if (n > 1) c.inc = static_cast<int>(f[1]);
+        c.period = n > 0 ? entier(f[0]) : 1;
+        if (n > 1) c.inc = std::clamp(entier(f[1]), -MAX_LIGNES, MAX_LIGNES);
         break;
       case KW_acc: case KW_dec: case KW_pend:
         if (n > 0 && f[0] == 0) c.aj.loi.kind = 0;
@@ -92,13 +94,13 @@ int lit_creation(word* s, Creation& c) {
       case KW_adjust: c.aj.loi.kind = KW_adjust; break;
       case KW_ext:
         c.aj.ext = true;
-        if (n > 0) c.aj.ext_steps = std::clamp(static_cast<int>(f[0]), 1, 1000);
+        if (n > 0) c.aj.ext_steps = std::clamp(entier(f[0]), 1, 1000);
         if (n > 1) c.aj.ext_tension = f[1];
         break;
       case KW_close: c.aj.close = n == 0 || f[0] != 0; break;
       case KW_ini: c.ini = true; break;
       case KW_format:
-        c.format = n > 0 ? static_cast<int>(f[0]) : 3;
+        c.format = n > 0 ? entier(f[0]) : 3;
         if (c.format < 1 || c.format > 3) {
           voir_int("(%d) != 1,2\a\n", c.format);
           return -1;
@@ -133,6 +135,12 @@ int cree_une(word* s, const Creation& c, const word* sel, int index) {
   if (c.kind1 == KW_limit) per_key = 6;
   const int n_keys = static_cast<int>((keys.size() + static_cast<size_t>(per_key) - 1) / static_cast<size_t>(per_key));
   ni(t) = std::max(c.animate ? c.ni : n_keys, 2);
+  if (ni(t) > MAX_LIGNES) {
+    hors_limite(ni(t));
+    rem_objet(t);
+    TRACE_FAIL("TRAJ_b()");
+    return -1;
+  }
   cpt(t) = 0;
   period(t) = c.period;
   order(t) = c.order;

@@ -6,6 +6,7 @@
 
 #include "animation/traj/apply.h"
 #include "animation/traj/traj.h"
+#include "kernel/access.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
@@ -21,7 +22,7 @@ namespace {
 
 // The trajectory of element i of a list: a number, or a name.
 Objet* element_traj(const word* list, int i) {
-  if (tag(list) == T_FLOAT || tag(list) == T_LONG) return trajectoire(static_cast<int>(value_at(list, i, -1)));
+  if (tag(list) == T_FLOAT || tag(list) == T_LONG) return trajectoire(entier(value_at(list, i, -1)));
   return get_objet_simple(chaine_classe(KW_traj), list, i);
 }
 
@@ -75,9 +76,9 @@ int EXEC_TRAJ_OBJ_VERTEX(Objet* o, Objet* t) {
   float* p = sommets(poi);
   const float* p0 = sommets(saved);
   for (int i = 0; i < value_elements(liste); i++) {
-    const int k = static_cast<int>(value_at(liste, i, 0)) - 1;
-    if (k < 0 || k >= np(poi) || s < 3) continue;
-    for (int c = 0; c < 3; c++) p[k * s + c] = p0[k * s + c] + (B ? B[TR_TRAN + c] : 0.0f) + r[c];
+    const int k = entier(value_at(liste, i, 0));
+    if (k < 1 || k > np(poi) || s < 3) continue;
+    for (int c = 0; c < 3; c++) p[(k - 1) * s + c] = p0[(k - 1) * s + c] + (B ? B[TR_TRAN + c] : 0.0f) + r[c];
   }
   invalide_caches(o);
   return 0;
@@ -103,9 +104,9 @@ int EXEC_TRAJ_OBJ_FAC(Objet* o, Objet* t) {
     for (int i = 0; i < nf * 3; i++) setf(cf, i, col[i % 3]);
   }
   for (int i = 0; i < value_elements(liste); i++) {
-    const int k = static_cast<int>(value_at(liste, i, 0)) - 1;
-    if (k < 0 || k >= nf) continue;
-    for (int c = 0; c < 3; c++) setf(cf, k * 3 + c, r[c]);
+    const int k = entier(value_at(liste, i, 0));
+    if (k < 1 || k > nf) continue;
+    for (int c = 0; c < 3; c++) setf(cf, (k - 1) * 3 + c, r[c]);
   }
   return 0;
 }
@@ -168,9 +169,16 @@ int EXEC_TRAJ_1(Objet* t) {
 
 int EXEC_TRAJ() {
   Objet* head = chaine_classe(KW_traj);
-  for (int o = traj_state().Max_order; o >= 1; o--)
-    for (Objet* t = head->next; t; t = t->next)
-      if (t->kind == KW_traj && order(t) == o && EXEC_TRAJ_1(t) < 0) return -1;
+  // From the highest order down, through the orders in use only.
+  for (int o = traj_state().Max_order; o >= 1;) {
+    int below = 0;
+    for (Objet* t = head->next; t; t = t->next) {
+      if (t->kind != KW_traj) continue;
+      if (order(t) == o && EXEC_TRAJ_1(t) < 0) return -1;
+      if (order(t) < o) below = std::max(below, order(t));
+    }
+    o = below;
+  }
   if ((actif(KW_brush) && chaine(KW_brush) < 0) || chaine(KW_memory) < 0 || (actif(KW_field) && chaine(KW_field) < 0) ||
       (actif(KW_image) && chaine(KW_image) < 0) || chaine(KW_light) < 0 || chaine(KW_object) < 0 ||
       chaine(KW_view) < 0 || chaine(KW_vol) < 0)

@@ -8,6 +8,7 @@
 #include "animation/traj/command.h"
 #include "animation/traj/traj.h"
 #include "kernel/bloc.h"
+#include "kernel/access.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
@@ -35,7 +36,7 @@ namespace {
 bool contient(const word* list, int id) {
   if (!list) return false;
   for (int i = 0; i < value_elements(list); i++)
-    if (static_cast<int>(value_at(list, i, -1)) == id) return true;
+    if (entier(value_at(list, i, -1)) == id) return true;
   return false;
 }
 
@@ -75,6 +76,10 @@ int propriete(Objet* t, int code, const word* v) {
 int change_lignes(Objet* t, int n) {
   bloc v = table_traj(t);
   n = std::max(n, 2);
+  if (n > MAX_LIGNES) {
+    hors_limite(n);
+    return -1;
+  }
   if (!v) {
     ni(t) = n;
     return 0;
@@ -108,9 +113,9 @@ int lit_champ(word* s, word* item, Objet* t, const word* lim) {
       if (!table) return set_result_nil(s);
       return set_result(s, table, lim);
     case KW_abs: {
-      const int row = static_cast<int>(value_at(item_value(item), 0, 1)) - 1;
+      const int row = entier(value_at(item_value(item), 0, 1)) - 1;
       if (!table || row < 0 || row >= np(table)) {
-        hors_limite(row + 1);
+        hors_limite(entier(value_at(item_value(item), 0, 1)));
         return -1;
       }
       const int d = std::max(dimp(table), 1);
@@ -197,18 +202,18 @@ int PROPR_TRAJ(word* s, const word* ob, Objet* t, const word* lim) {
     const int n = floats_into(v, f, 2);
     switch (code) {
       case KW_period:
-        if (n > 0) period(t) = static_cast<int>(f[0]);
-        if (n > 1 && f[1] != 0) inc(t) = static_cast<int>(f[1]);
+        if (n > 0) period(t) = entier(f[0]);
+        if (n > 1 && entier(f[1]) != 0) inc(t) = std::clamp(entier(f[1]), -MAX_LIGNES, MAX_LIGNES);
         end(t) = 0;
         break;
       case KW_animate:
-        if (n > 1) order(t) = std::max(1, static_cast<int>(f[1]));
-        if (n > 0 && change_lignes(t, static_cast<int>(f[0])) < 0) return -1;
+        if (n > 1) order(t) = std::clamp(entier(f[1]), 1, MAX_ORDRE);
+        if (n > 0 && change_lignes(t, entier(f[0])) < 0) return -1;
         calcule_max_order();
         break;
       case KW_format:
         if (n > 0 && (f[0] < 1 || f[0] > 3)) {
-          voir_int("(%d) != 1,2\a\n", static_cast<int>(f[0]));
+          voir_int("(%d) != 1,2\a\n", entier(f[0]));
           return -1;
         }
         if (propriete(t, code, v) < 0) return -1;

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "animation/traj/traj.h"
+#include "kernel/access.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
@@ -98,7 +99,7 @@ int EXEC_TRAJ_TRAJ_1(Objet* t, Objet* u, bool step) {
     if (const word* anim_list = get_val_2(t->local, KW_traj, KW_animate))
       for (int i = 0; i < value_elements(anim_list); i++) {
         int da = 0;
-        const float* ra = ligne_de(trajectoire(static_cast<int>(value_at(anim_list, i, -1))), &da);
+        const float* ra = ligne_de(trajectoire(entier(value_at(anim_list, i, -1))), &da);
         for (int c = 0; ra && da >= 3 && c < 3; c++) B[TR_DELTA + TR_TRAN + c] += ra[c];
       }
   }
@@ -109,7 +110,7 @@ int EXEC_TRAJ_TRAJ_1(Objet* t, Objet* u, bool step) {
 int EXEC_TRAJ_TRAJ_0(Objet* t, const word* children, bool tables) {
   const word* animate = get_val_2(t->local, KW_traj, KW_animate);
   for (int i = 0; i < value_elements(children); i++) {
-    Objet* u = trajectoire(static_cast<int>(value_at(children, i, -1)));
+    Objet* u = trajectoire(entier(value_at(children, i, -1)));
     if (!u) {
       err_objet(KW_traj, children, i, 0, nullptr);
       return -1;
@@ -117,7 +118,7 @@ int EXEC_TRAJ_TRAJ_0(Objet* t, const word* children, bool tables) {
     if (u == t || (kind_1(u) == KW_rotz) != tables) continue;
     bool step = false;
     for (int k = 0; animate && k < value_elements(animate); k++)
-      step = step || static_cast<int>(value_at(animate, k, -1)) == u->id;
+      step = step || entier(value_at(animate, k, -1)) == u->id;
     if (EXEC_TRAJ_TRAJ_1(t, u, step) < 0) return -1;
   }
   return 0;

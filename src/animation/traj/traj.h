@@ -21,6 +21,10 @@ inline int& order(Objet* t) { return t->work[4]; }     // place in the chain, 1 
 inline int& inc(Objet* t) { return t->work[5]; }       // step of cpt
 inline int& end(Objet* t) { return t->work[6]; }       // -1 when a one-shot has ended
 
+// Bounds of what a user may ask: rows of a table, and the order.
+constexpr int MAX_LIGNES = 1000000;
+constexpr int MAX_ORDRE = 1000000000;
+
 struct TrajState {
   int Max_order = 1;  // the greatest order of all the trajectories
   // Trajectories by number, found again in O(1) at each image: a slot
