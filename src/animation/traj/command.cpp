@@ -21,6 +21,7 @@
 #include "scene/lookup.h"
 #include "scene/object_store.h"
 #include "scene/property_rw.h"
+#include "scene/volume.h"
 
 namespace {
 
@@ -112,6 +113,29 @@ int lit_creation(word* s, Creation& c) {
   return 0;
 }
 
+// `interpol(v1, v2, ...)`: the vertices of those volumes, one shape a
+// key, all of the same size. The floats of a shape, or -1 after a report.
+int formes(const word* ids, std::vector<float>& shapes) {
+  int dim = 0;
+  for (int i = 0; ids && i < nb_selection(ids); i++) {
+    Objet* v = get_objet_simple(chaine_classe(KW_vol), ids, i);
+    const word* poi = v ? poi_vol(v) : nullptr;
+    if (!poi) {
+      err_objet(KW_vol, ids, i, 0, nullptr);
+      return -1;
+    }
+    const int n = np(poi) * stride(poi);
+    if (dim && n != dim) {
+      err_incoherent("TRAJ_b()");
+      return -1;
+    }
+    dim = n;
+    shapes.insert(shapes.end(), sommets(const_cast<word*>(poi)), sommets(const_cast<word*>(poi)) + n);
+  }
+  if (dim == 0) err_manque("TRAJ_b()");
+  return dim > 0 ? dim : -1;
+}
+
 // Removes the trajectories of that element of the selector.
 void retire_anciennes(const word* sel, int index) {
   while (Objet* o = get_objet_simple(chaine_classe(KW_traj), sel, index)) rem_objet(o);
@@ -125,7 +149,16 @@ int cree_une(word* s, const Creation& c, const word* sel, int index) {
     return -1;
   }
   std::vector<float> keys;
-  value_floats(c.keys, keys);
+  int shape = 0;
+  if (c.kind1 == KW_interpol) {
+    if ((shape = formes(c.keys, keys)) < 0) {
+      rem_objet(t);
+      TRACE_FAIL("TRAJ_b()");
+      return -1;
+    }
+  } else {
+    value_floats(c.keys, keys);
+  }
   kind_1(t) = c.kind1;
   kind_2(t) = c.kind2;
   anim(t) = c.animate ? KW_animate : 0;
@@ -133,6 +166,7 @@ int cree_une(word* s, const Creation& c, const word* sel, int index) {
   int per_key = kind_une_valeur(c.kind1) ? 1 : c.kind1 == KW_dim || c.kind1 == KW_radius ? 2 : c.kind1 == KW_quat ? 4 : 3;
   if (c.format == 1 || c.format == 2) per_key = c.format;
   if (c.kind1 == KW_limit) per_key = 6;
+  if (shape) per_key = shape;
   const int n_keys = static_cast<int>((keys.size() + static_cast<size_t>(per_key) - 1) / static_cast<size_t>(per_key));
   ni(t) = std::max(c.animate ? c.ni : n_keys, 2);
   if (ni(t) > MAX_LIGNES) {
@@ -148,7 +182,8 @@ int cree_une(word* s, const Creation& c, const word* sel, int index) {
   end(t) = 0;
   if (!keys.empty()) {
     int r = 0;
-    if (c.kind1 == KW_limit) r = SET_VAR_3(ni(t), t, c.kind2, keys, c.aj);
+    if (shape) r = SET_VAR_FORMES(ni(t), t, keys, shape, c.aj);
+    else if (c.kind1 == KW_limit) r = SET_VAR_3(ni(t), t, c.kind2, keys, c.aj);
     else if (c.kind2) r = SET_VAR_2(ni(t), t, c.kind1, c.kind2, keys, c.aj, c.format);
     else r = SET_VAR_1(ni(t), t, c.kind1, keys, c.aj, c.format);
     if (r < 0) {

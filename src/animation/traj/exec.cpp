@@ -49,7 +49,7 @@ int pour_chaque_traj(const word* list, F&& f) {
 
 // A table of a form the objects cannot read: reported, no effect.
 bool forme_lisible(Objet* t, int d) {
-  if (d == 1 || d == 2 || d == 3 || d == 4 || (d == 6 && kind_1(t) == KW_limit)) return true;
+  if (kind_1(t) == KW_interpol || d == 1 || d == 2 || d == 3 || d == 4 || (d == 6 && kind_1(t) == KW_limit)) return true;
   voir_objet(t);
   err_bloc("EXEC_TRAJ_OBJ_1(()");
   return false;
@@ -111,6 +111,17 @@ int EXEC_TRAJ_OBJ_FAC(Objet* o, Objet* t) {
   return 0;
 }
 
+// The `interpol` form: a volume of as many vertex floats takes the row as
+// its vertices.
+int morphe(Objet* o, const float* r, int d) {
+  bloc poi = o->kind == KW_vol ? poi_vol(o) : nullptr;
+  if (!poi || np(poi) * stride(poi) != d) return 0;
+  std::copy(r, r + d, sommets(poi));
+  invalide_caches(o);
+  raz_generate(o, 2);
+  return 0;
+}
+
 bool actif(int flag) { return Yes(flag) > 0; }
 
 // Every object of a kind's chain.
@@ -128,6 +139,7 @@ int EXEC_TRAJ_OBJ_1_1(Objet* o, Objet* t) {
   int d = 0;
   const float* r = ligne_courante(t, &d);
   if (!r || !forme_lisible(t, d)) return 0;
+  if (kind_1(t) == KW_interpol) return morphe(o, r, d);
   // Volumes (EXEC_TRAJ_VOL), fields (EXEC_TRAJ_FIELD) and the other
   // objects share the table of kinds; a volume whose placement changed
   // has its generated data made again.

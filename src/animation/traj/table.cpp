@@ -100,6 +100,14 @@ int SET_VAR_2(int n_rows, Objet* t, int kind, int kind2, const std::vector<float
   return table_de(n_rows, t, 3, codes, kind, keys, a, format);
 }
 
+int SET_VAR_FORMES(int n_rows, Objet* t, const std::vector<float>& shapes, int dim, const Ajustement& a) {
+  Ajustement aj = a;
+  aj.ni = std::max(n_rows, 2);
+  aj.interpol = true;
+  const int codes[2] = {KW_var, KW_interpol};
+  return range_table(t, 2, codes, ajust_1(shapes, dim, aj), aj.ni, dim);
+}
+
 int SET_VAR_3(int n_rows, Objet* t, int kind2, const std::vector<float>& keys, const Ajustement& a) {
   // Keys of six values: the first triples make one table, the second
   // triples the other; the rows hold both, 6 floats each.

@@ -58,6 +58,9 @@ int SET_VAR_1(int n_rows, Objet* t, int kind, const std::vector<float>& keys, co
 int SET_VAR_2(int n_rows, Objet* t, int kind, int kind2, const std::vector<float>& keys, const Ajustement& a,
               int format);
 int SET_VAR_3(int n_rows, Objet* t, int kind2, const std::vector<float>& keys, const Ajustement& a);
+// `interpol`: keys that are whole shapes of `dim` floats (the vertices of
+// volumes), spaced equally segment by segment.
+int SET_VAR_FORMES(int n_rows, Objet* t, const std::vector<float>& shapes, int dim, const Ajustement& a);
 
 // The stage and its parts.
 int EXEC_TRAJ();
