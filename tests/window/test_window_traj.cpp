@@ -60,3 +60,33 @@ TEST(WindowTraj, ABallFollowsAClosedSmoothCurve) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(WindowTraj, AnImageOfTrajectoriesAllocatesNothing) {
+  REQUIRE_XVFB();
+#if defined(__SANITIZE_ADDRESS__)
+  GTEST_SKIP() << "the sanitizer build has its own allocators and gives every block back: nothing to count";
+#endif
+  // Volumes, an object, a light and the background driven by looping
+  // trajectories of several kinds, a second order, a child, vertices and
+  // facets, and a morph: images 30 to 230 are counted.
+  WindowRun run(
+      "no edit\nball(1) dim(20)\ncube(2) dim(10)\ncube(3) dim(10)\ncube(4) dim(20)\ncube(5) dim(10)\n"
+      "object(1) col(0,0,0)\nlight(1) eye(-300,-300,-600)\nyes light\neye(0,0,-1000)\n"
+      "traj(1) tran(-100,0,0,100,0,0,0,100,0) ext close animate(40) period(1) vol(1)\n"
+      "traj(2) col(0,0,0,1,1,1) animate(7) period(-1) object(1) light(1)\n"
+      "traj(3) rotz(0,3) animate(9) period(1) vol(2)\ntraj(4) dila(1,1,1,2,2,2) animate(5,2) period(1) vol(2)\n"
+      "traj(5) tran(0,0,0,0,20,0) animate(6) period(1)\ntraj traj(1)=5\n"
+      "traj(6) tran(0,0,0,0,0,30) animate(4) period(1) vertex(1) vol(3)\n"
+      "traj(7) col(1,0,0,0,1,0) animate(3) period(1) fac(2) vol(3)\n"
+      "traj(8) back(0,0,0.5,0,0,1) animate(10) period(-1)\n"
+      "traj(9) interpol(2,4) animate(8) period(-1) vol(5)\n"
+      "traj(10) quat(1,0,0,0,0.7,0,0.7,0) animate(6) period(1) add(1) number(1,2) vol(4)\n"
+      "interaction period(0)\ninteraction time(240)\nbye abs\n",
+      "ID", "", ORVELA_ALLOC_PROBE);
+  EXPECT_NE(run.out.find("probe: images 30 to 230: 0 new, 0 blocks\n"), std::string::npos) << run.out;
+  EXPECT_EQ(run.out.find("EXEC_TRAJ"), std::string::npos) << run.out;
+}
+
+}  // namespace
