@@ -209,11 +209,11 @@ int special(word* s, int code, const word* ob, word* st, const word* lim, bool* 
 
 }  // namespace
 
-void register_graphic_handler(std::initializer_list<int> codes, Handler1 handler, bool quiet, bool marks) {
+void register_graphic_handler(std::initializer_list<int> codes, Handler1 handler, bool quiet) {
   Table& t = table();
   t.handlers.push_back(handler);
   t.quiet.push_back(quiet);
-  t.change.push_back(marks ? Change::with_value : Change::never);
+  t.change.push_back(Change::never);
   for (int c : codes)
     if (c >= -1 && c < NB_ENTRIES - 1) t.index[c + 1] = static_cast<uint8_t>(t.handlers.size() - 1);
 }

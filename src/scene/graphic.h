@@ -13,10 +13,8 @@ using Handler1 = int (*)(word* s, const word* ob, word* st, const word* lim);
 // The dispatch: the first word's handler, through a byte table.
 int evaluer_1(word* s, const word* ob, word* st, const word* lim);
 // Gives these words a handler in the dispatch. The subsystems above the
-// scene register their commands so at start-up. With `marks`, a command
-// whose first word carries a value marks the objects it names unsaved.
-void register_graphic_handler(std::initializer_list<int> codes, Handler1 handler, bool quiet = false,
-                              bool marks = false);
+// scene register their commands so at start-up.
+void register_graphic_handler(std::initializer_list<int> codes, Handler1 handler, bool quiet = false);
 
 // The generic property command: the object word selects objects, the
 // words before it are the key.

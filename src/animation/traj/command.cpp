@@ -159,6 +159,7 @@ int cree_une(word* s, const Creation& c, const word* sel, int index) {
   } else {
     value_floats(c.keys, keys);
   }
+  t->unsaved = 1;
   kind_1(t) = c.kind1;
   kind_2(t) = c.kind2;
   anim(t) = c.animate ? KW_animate : 0;

@@ -59,6 +59,7 @@ int attache_si(word* s, Objet* t, F&& keep) {
       word added[5];
       val_1(added, nullptr, static_cast<float>(t->id));
       if (grow_val(o, n, codes, added) < 0) return -1;
+      o->unsaved = 1;
     }
   }
   return 0;
@@ -112,6 +113,9 @@ int lit_champ(word* s, word* item, Objet* t, const word* lim) {
     case KW_var:
       if (!table) return set_result_nil(s);
       return set_result(s, table, lim);
+    case KW_edit:
+      montre_table(t);
+      return set_result_nil(s);
     case KW_abs: {
       const int row = entier(value_at(item_value(item), 0, 1)) - 1;
       if (!table || row < 0 || row >= np(table)) {
@@ -184,12 +188,14 @@ void montre_table(Objet* t) {
 int PROPR_TRAJ(word* s, const word* ob, Objet* t, const word* lim) {
   word* item = next_item(first_item(s));
   word* read = nullptr;
+  bool wrote = false;
   for (int i = 1; i < item_count(s); i++, item = next_item(item)) {
     const int code = item[2];
     const word* v = ob && i == item_count(s) - 1 ? ob : item_value(item);
     if (code == KW_limit && i + 1 < item_count(s) && next_item(item)[2] == KW_axis) {
       if (limite_axe(s, t) < 0) return -1;
       item = next_item(item), i++;
+      wrote = true;
       continue;
     }
     if (mot_attache(code) || code == KW_vertex || code == KW_fac) continue;
@@ -198,6 +204,7 @@ int PROPR_TRAJ(word* s, const word* ob, Objet* t, const word* lim) {
       if (code == KW_ini) cpt(t) = 0, end(t) = 0, inc(t) = std::abs(inc(t)) ? std::abs(inc(t)) : 1;
       continue;
     }
+    wrote = wrote || code != KW_abs;
     float f[2] = {0, 0};
     const int n = floats_into(v, f, 2);
     switch (code) {
@@ -229,7 +236,7 @@ int PROPR_TRAJ(word* s, const word* ob, Objet* t, const word* lim) {
         break;
     }
   }
-  t->unsaved = 1;
+  if (wrote) t->unsaved = 1;
   if (read) return lit_champ(s, read, t, lim);
   return set_result_nil(s);
 }
