@@ -58,7 +58,12 @@ int step_traj(Objet* t) {
   return ended;
 }
 
-int INC_TRAJ_1(Objet* t) {
+namespace {
+
+// One trajectory's step: the background of the `back` kind, the counter,
+// and on a cycle ended the list of `number`. 1 when a cycle ended, 0 when
+// not, -1 after a report.
+int un_pas(Objet* t) {
   if (ni(t) <= 0) return 0;
   if (kind_1(t) == KW_back) {
     int d = 0;
@@ -68,10 +73,28 @@ int INC_TRAJ_1(Objet* t) {
     }
   }
   if (step_traj(t) == 0) return 0;
-  if (avance_numeros(t) < 0) return -1;
-  const int next = order(t) + 1;
-  if (next > traj_state().Max_order) return 0;
-  for (Objet* u = chaine_classe(KW_traj)->next; u; u = u->next)
-    if (u->kind == KW_traj && order(u) == next && INC_TRAJ_1(u) < 0) return -1;
+  return avance_numeros(t) < 0 ? -1 : 1;
+}
+
+}  // namespace
+
+// Each cycle that ends steps every trajectory of the next order once; the
+// orders are walked in a loop rather than by recursion, so that a long
+// chain of orders cannot exhaust the stack.
+int INC_TRAJ_1(Objet* t) {
+  int fois = un_pas(t);
+  if (fois < 0) return -1;
+  Objet* head = chaine_classe(KW_traj);
+  for (int o = order(t) + 1; fois > 0 && o <= traj_state().Max_order; o++) {
+    int ended = 0;
+    for (int f = 0; f < fois; f++)
+      for (Objet* u = head->next; u; u = u->next) {
+        if (u->kind != KW_traj || order(u) != o) continue;
+        const int r = un_pas(u);
+        if (r < 0) return -1;
+        ended += r;
+      }
+    fois = ended;
+  }
   return 0;
 }
