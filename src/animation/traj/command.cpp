@@ -130,7 +130,8 @@ int formes(const word* ids, std::vector<float>& shapes) {
       return -1;
     }
     dim = n;
-    shapes.insert(shapes.end(), sommets(const_cast<word*>(poi)), sommets(const_cast<word*>(poi)) + n);
+    const float* f = reinterpret_cast<const float*>(poi + 4);
+    shapes.insert(shapes.end(), f, f + n);
   }
   if (dim == 0) err_manque("TRAJ_b()");
   return dim > 0 ? dim : -1;
@@ -170,7 +171,7 @@ int cree_une(word* s, const Creation& c, const word* sel, int index) {
   if (shape) per_key = shape;
   const int n_keys = static_cast<int>((keys.size() + static_cast<size_t>(per_key) - 1) / static_cast<size_t>(per_key));
   ni(t) = std::max(c.animate ? c.ni : n_keys, 2);
-  if (ni(t) > MAX_LIGNES) {
+  if (ni(t) > MAX_LIGNES || static_cast<long long>(ni(t)) * std::max(per_key, 6) > MAX_FLOTTANTS) {
     hors_limite(ni(t));
     rem_objet(t);
     TRACE_FAIL("TRAJ_b()");

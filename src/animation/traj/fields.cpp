@@ -77,7 +77,7 @@ int propriete(Objet* t, int code, const word* v) {
 int change_lignes(Objet* t, int n) {
   bloc v = table_traj(t);
   n = std::max(n, 2);
-  if (n > MAX_LIGNES) {
+  if (n > MAX_LIGNES || (v && static_cast<long long>(n) * std::max(dimp(v), 1) > MAX_FLOTTANTS)) {
     hors_limite(n);
     return -1;
   }

@@ -24,6 +24,8 @@ inline int& end(Objet* t) { return t->work[6]; }       // -1 when a one-shot has
 // Bounds of what a user may ask: rows of a table, and the order.
 constexpr int MAX_LIGNES = 1000000;
 constexpr int MAX_ORDRE = 1000000000;
+// Floats of a table (a morph between large shapes is the case to bound).
+constexpr long long MAX_FLOTTANTS = 1LL << 25;
 
 struct TrajState {
   int Max_order = 1;  // the greatest order of all the trajectories
