@@ -117,11 +117,12 @@ int lit_champ(word* s, word* item, Objet* t, const word* lim) {
       montre_table(t);
       return set_result_nil(s);
     case KW_abs: {
-      const int row = entier(value_at(item_value(item), 0, 1)) - 1;
-      if (!table || row < 0 || row >= np(table)) {
-        hors_limite(entier(value_at(item_value(item), 0, 1)));
+      const int k = entier(value_at(item_value(item), 0, 1));  // from 1
+      if (!table || k < 1 || k > np(table)) {
+        hors_limite(k);
         return -1;
       }
+      const int row = k - 1;
       const int d = std::max(dimp(table), 1);
       std::vector<float> f(reinterpret_cast<const float*>(table + 4) + row * d,
                            reinterpret_cast<const float*>(table + 4) + (row + 1) * d);
