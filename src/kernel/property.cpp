@@ -234,19 +234,24 @@ bloc set_propr_1(Objet* o, int code, const word* value) {
   return p;
 }
 
-bloc set_matrix_2(Objet* o, int c1, int c2, int np, int dimp) {
+bloc set_matrix_k(Objet* o, int n, const int* codes, int np, int dimp) {
   if (np < 0 || dimp < 1) {
     err_illegal(nullptr);
     return nullptr;
   }
-  bloc p = ajoute_propriete(o, 12 + np * dimp);
+  bloc p = ajoute_propriete(o, 8 + 2 * n + np * dimp);
   if (!p) {
     TRACE_FAIL("set_matrix_2()");
     return nullptr;
   }
-  propr_key_2(p, c1, c2);
+  propr_key_k(p, n, codes);
   float_zero(propr_val(p), np, dimp);
   return propr_val(p);
+}
+
+bloc set_matrix_2(Objet* o, int c1, int c2, int np, int dimp) {
+  const int codes[2] = {c1, c2};
+  return set_matrix_k(o, 2, codes, np, dimp);
 }
 
 /* Removal */

@@ -54,6 +54,8 @@ bloc set_propr_1(Objet* o, int code, const word* value);
 // A new two-key property holding a zeroed FLOAT of np points of dimp,
 // appended without looking for an old one. Returns its value, or null.
 bloc set_matrix_2(Objet* o, int c1, int c2, int np, int dimp);
+// The same with n keys.
+bloc set_matrix_k(Objet* o, int n, const int* codes, int np, int dimp);
 
 // Tag, value offset and key pairs of a property, from segments or codes.
 void propr_keys(bloc p, int n, const word* segs);

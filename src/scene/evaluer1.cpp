@@ -213,6 +213,7 @@ void register_graphic_handler(std::initializer_list<int> codes, Handler1 handler
   Table& t = table();
   t.handlers.push_back(handler);
   t.quiet.push_back(quiet);
+  t.change.push_back(Change::never);
   for (int c : codes)
     if (c >= -1 && c < NB_ENTRIES - 1) t.index[c + 1] = static_cast<uint8_t>(t.handlers.size() - 1);
 }

@@ -4,6 +4,10 @@
 #include <cmath>
 
 #include "kernel/keywords.h"
+#include "kernel/property.h"
+#include "kernel/report.h"
+#include "scene/chains.h"
+#include "scene/lookup.h"
 
 float read_law(const float* p, int n, int d, float v) {
   if (n <= 0) return 0.0f;
@@ -33,4 +37,16 @@ float loi(int code, float t) {
     case KW_pend: return std::cos(t * PI_F);
     default: return 1.0f;
   }
+}
+
+bool courbe_loi(const word* ids, std::vector<float>& curve) {
+  Objet* o = ids ? get_objet_simple(chaine_classe(KW_law), ids, 0) : nullptr;
+  const word* p = o ? get_val_1(o->local, KW_poi) : nullptr;
+  if (!p || tag(p) != T_FLOAT || dimp(p) < 2) {
+    err_objet(KW_law, ids, 0, 0, nullptr);
+    return false;
+  }
+  for (int i = 0; i < np(p); i++)
+    for (int k = 0; k < 3; k++) curve.push_back(k < dimp(p) ? getf(p, i * dimp(p) + k) : 0.0f);
+  return true;
 }

@@ -1,5 +1,8 @@
 // Curves read as functions, and the laws of gradation along a list.
 #pragma once
+#include <vector>
+
+#include "kernel/word.h"
 
 // The y of a curve of n points (x,y) of stride d at abscissa v: linear
 // between the two points around v, the first y before the curve, the
@@ -10,3 +13,7 @@ float read_law(const float* points, int n, int d, float v);
 // The laws of gradation: f(t) for t from 0 to 1, by keyword (`cos`,
 // `sin`, `acc`, `dec`, `pend`); 1 for any other code.
 float loi(int code, float t);
+
+// The curve of `law(id)`: the vertices of the law object as points
+// (x, y, z). False after a report when there is none.
+bool courbe_loi(const word* ids, std::vector<float>& curve);

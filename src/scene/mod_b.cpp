@@ -15,6 +15,7 @@
 #include "language/commands.h"
 #include "scene/chains.h"
 #include "scene/graphic.h"
+#include "scene/law.h"
 #include "scene/lookup.h"
 #include "scene/matrix.h"
 #include "scene/mod_mouse.h"
@@ -72,19 +73,6 @@ struct Commande {
 
 int premier(const std::vector<float>& v, int fallback) { return v.empty() ? fallback : static_cast<int>(v[0]); }
 
-// The curve of `law(id)`: the vertices of the law object.
-bool courbe(const word* ids, std::vector<float>& curve) {
-  Objet* o = ids ? get_objet_simple(chaine_classe(KW_law), ids, 0) : nullptr;
-  const word* p = o ? get_val_1(o->local, KW_poi) : nullptr;
-  if (!p || tag(p) != T_FLOAT || dimp(p) < 2) {
-    err_objet(KW_law, ids, 0, 0, nullptr);
-    return false;
-  }
-  for (int i = 0; i < np(p); i++)
-    for (int k = 0; k < 3; k++) curve.push_back(k < dimp(p) ? getf(p, i * dimp(p) + k) : 0.0f);
-  return true;
-}
-
 // Reads the words of the command. 1 when it is well formed, 0 for the
 // usage report, -1 after another report.
 int lit(word* s, Commande& c) {
@@ -118,7 +106,7 @@ int lit(word* s, Commande& c) {
         case KW_cos: case KW_sin: case KW_acc: case KW_dec: case KW_pend: c.t.law = code; break;
         case KW_law:
           c.t.law = KW_law;
-          if (!courbe(v, c.t.curve)) return -1;
+          if (!courbe_loi(v, c.t.curve)) return -1;
           break;
         case KW_ini: c.ini = premier(f, 1); break;
         case KW_validate: c.validate = true, c.validate_n = premier(f, 1); break;
