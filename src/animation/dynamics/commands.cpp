@@ -74,6 +74,8 @@ int rangees_sommets(word* s, const word* ob, const word* lim, int code, int w, c
       if (!rows) return -1;
       cache_valide(o, 2, keys);
       for (int i = 0; i < n; i++) std::copy(init, init + w, rows + i * w);
+      // The masses of the vertices start at the volume's.
+      if (code == KW_mass) std::fill(rows, rows + n, value_at(get_val_1(o->local, KW_mass), 0, 0));
     }
     const std::vector<int> k = sommets_nommes(s, n);
     const int e = ob ? value_elements(ob) : 0;
