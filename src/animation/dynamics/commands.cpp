@@ -211,4 +211,5 @@ void install_dynamics() {
   register_graphic_handler({KW_force}, FORCE_b);
   register_graphic_handler({KW_speed, KW_acc}, SPEED_b);
   register_graphic_handler({KW_lead, KW_follow, KW_anc, KW_reanc}, LEAD_FOLLOW);
+  install_fields();
 }

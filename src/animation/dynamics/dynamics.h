@@ -9,6 +9,8 @@
 
 // Registers the stage and the command handlers. Called once at start-up.
 void install_dynamics();
+// The creation of fields with their kind (`field(id) meta(...)`...).
+void install_fields();
 
 // The stage: fields, dynamic images, lights, brushes, objects, volumes,
 // then the views and the particles.

@@ -1,5 +1,5 @@
 // Force fields: objects of the `field` family whose `subkind` gives the
-// kind. `meta` is the gradient of a quadric, `func` a user function of
+// kind (a `func` field is known by its `func` property). `meta` is the gradient of a quadric, `func` a user function of
 // the point, `vol` the attraction of a volume's vertices; any other field
 // has one of three forms of direction, chosen by its data:
 //   `near` (points)          form 3: toward the nearest of the points;
@@ -163,7 +163,9 @@ int set_FIELD_1(Objet* f, float force[4], const float point[3], int vertex) {
   if (!local) return 0;
   const float s = value_at(get_val_1(local, KW_coe), 0, COE_DEFAUT);
   int r = 0;
-  switch (f->subkind) {
+  // A `func` field is known by its property (see field_commands.cpp).
+  const int kind = f->subkind ? f->subkind : get_val_1(local, KW_func) ? KW_func : 0;
+  switch (kind) {
     case KW_meta: champ_meta(get_val_1(local, KW_meta), get_val_1(local, KW_poi), s, force, point); break;
     case KW_func: r = champ_func(f, get_val_1(local, KW_func), s, force, point); break;
     case KW_vol: r = champ_vol(f, local, s, force, point, vertex); break;
@@ -179,7 +181,7 @@ int champs_objet(Objet* o, const word* liste, float force[4], const float point[
     for (int i = 0; i < value_elements(liste); i++) {
       Objet* f = get_objet_id(head, KW_field, static_cast<int>(value_at(liste, i, 0)));
       if (!f) {
-        err_objet(KW_field, liste, i, static_cast<int>(value_at(liste, i, 0)), nullptr);
+        err_objet(KW_field, liste, i, 0, nullptr);
         return -1;
       }
       if (f != o && set_FIELD_1(f, force, point, vertex) < 0) return -1;

@@ -29,17 +29,17 @@ float* moment_ajoute(Objet* g) {
 }
 
 // The torque of the force at the vertex named by `vertex follow`.
-void couple_sommet(Pas& p) {
+int couple_sommet(Pas& p) {
   const int n = static_cast<int>(value_at(p.d[D_vertex_follow], 0, 0));
   const word* A = get_poi_vol(p.o);
-  if (!A || n < 1 || n > np(A)) return;
+  if (!A || n < 1 || n > np(A)) return 0;
   const int d = stride(A);
   const float* a = reinterpret_cast<const float*>(A + 4);
   float G[3];
   mat::moyenne(a, np(A), d, G);
   const float* P = a + (n - 1) * d;
   const float u[3] = {P[0] - G[0], P[1] - G[1], P[2] - G[2]};
-  if (Yes(KW_field) > 0) champs_objet(p.o, p.d[D_field], p.force, P, 0);
+  if (Yes(KW_field) > 0 && champs_objet(p.o, p.d[D_field], p.force, P, 0) < 0) return -1;
   // The absolute vertices are made again for what follows.
   raz_generate(p.o, 0);
   float T[3];
@@ -57,6 +57,7 @@ void couple_sommet(Pas& p) {
   p.speed_rota[0] = borne_scalaire(p.speed_rota[0], p.d[D_limit_speed_rota]);
   p.T[TR_ROTA] += p.s * p.speed_rota[0];
   bornes_angle(p);
+  return 0;
 }
 
 }  // namespace
@@ -89,7 +90,7 @@ void EXEC_LAW_SPEED_ROTA(Objet* o, float k, float q, float w) {
 }
 
 int mouvement_mene(Pas& p) {
-  if (p.d[D_vertex_follow]) couple_sommet(p);
+  if (p.d[D_vertex_follow] && couple_sommet(p) < 0) return -1;
   const word* ang = p.d[D_spring_ang];
   const float w = p.speed_rota[0];
   const float t = ang ? value_at(ang, 1, 0) * w - value_at(ang, 0, 0) * p.T[TR_ROTA] : 0;

@@ -31,7 +31,7 @@ float ressort_rota(Pas& p, int* err);
 // The axis of rotation led by `limit axis rota`.
 void pas_axe(Pas& p);
 // The motion as a whole of an object that leads nothing.
-void mouvement_libre(Pas& p);
+int mouvement_libre(Pas& p);
 // The rotation of an object without `lead`, m not 0.
 int rotation_libre(Pas& p);
 // A led object: rotation only.

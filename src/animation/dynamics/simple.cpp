@@ -19,7 +19,7 @@ constexpr float SEUIL = 0.0001f;
 int forme_simple(Pas& p) {
   if (p.m == 0) return 0;
   const float r = 1 / p.m;
-  if (Yes(KW_field) > 0) champs_objet(p.o, p.d[D_field], p.force, p.T + TR_TRAN, 0);
+  if (Yes(KW_field) > 0 && champs_objet(p.o, p.d[D_field], p.force, p.T + TR_TRAN, 0) < 0) return -1;
   const float c = p.force[3];
   for (int a = 0; a < 3; a++) {
     p.acc[a] = c * p.speed[a] + r * (p.force[a] + value_at(p.d[D_force_add], a, 0));
@@ -46,7 +46,7 @@ int forme_simple(Pas& p) {
   const bool champs = Yes(KW_field) > 0;
   for (int i = 0; i < stored; i++) {
     float F[4] = {FV[i * 4], FV[i * 4 + 1], FV[i * 4 + 2], 0};
-    if (champs) champs_objet(p.o, p.d[D_field], F, P + i * d, i + 1);
+    if (champs && champs_objet(p.o, p.d[D_field], F, P + i * d, i + 1) < 0) return -1;
     if (std::fabs(F[0]) <= SEUIL && std::fabs(F[1]) <= SEUIL && std::fabs(F[2]) <= SEUIL) continue;
     for (int a = 0; a < 3; a++) {
       V[i * 3 + a] += FV[i * 4 + 3] * V[i * 3 + a] + r * F[a];

@@ -82,8 +82,7 @@ int DYNAMIC_2(Objet* o) {
   if (p.d[D_lead]) {
     if (mouvement_mene(p) < 0) return -1;
   } else if (p.m != 0) {
-    mouvement_libre(p);
-    if (rotation_libre(p) < 0) return -1;
+    if (mouvement_libre(p) < 0 || rotation_libre(p) < 0) return -1;
   }
   // With m at 0 only the bare update above ran, with r at 1000000.
   if (memoire_positions(p) < 0) return -1;

@@ -136,7 +136,7 @@ int mouvement_sommets(Pas& p) {
         spring_force(Pi, P + (v - 1) * d, ND[i * k + j], F, ks, cs, vi, lim_dist);
       }
     }
-    if (champs) champs_objet(p.o, p.d[D_field], F, Pi, i + 1);
+    if (champs && champs_objet(p.o, p.d[D_field], F, Pi, i + 1) < 0) return -1;
     if (MS)
       for (int a = 0; a < 3; a++) F[a] += MS[i * 5 + 1] * vi[a] + MS[i * 5] * (MS[i * 5 + 2 + a] - Pi[a]);
     float c = 0;

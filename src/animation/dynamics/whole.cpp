@@ -52,8 +52,8 @@ void borne_vecteur(float* v, int n, float L) {
   }
 }
 
-void mouvement_libre(Pas& p) {
-  if (Yes(KW_field) > 0) champs_objet(p.o, p.d[D_field], p.force, p.T + TR_TRAN, 0);
+int mouvement_libre(Pas& p) {
+  if (Yes(KW_field) > 0 && champs_objet(p.o, p.d[D_field], p.force, p.T + TR_TRAN, 0) < 0) return -1;
   if (const float k = value_at(p.d[D_inv_speed], 0, 0); k != 0)
     for (int a = 0; a < 3; a++) p.force[a] = k * p.speed[a];
   const word* add = p.d[D_force_add];
@@ -76,6 +76,7 @@ void mouvement_libre(Pas& p) {
   borne_vecteur(p.speed, 3, value_at(p.d[D_limit_speed], 0, -1));
   for (int a = 0; a < 3; a++) p.T[TR_TRAN + a] += p.speed[a];
   if (Yes(KW_acc) > 0) transmet_acceleration(p);
+  return 0;
 }
 
 float ressort_rota(Pas& p, int* err) {
