@@ -125,3 +125,34 @@ bloc cree_prop(Objet* o, DynProps& d, DynPath p, int n, int dp) {
   cache_valide(o, PATHS[p].n, PATHS[p].codes);
   return d.v[p] = v;
 }
+
+Rangees rangees(const word* v, int w) {
+  Rangees r;
+  if (!v) return r;
+  r.w = w;
+  if (tag(v) == T_FLOAT && dimp(v) > 0) {
+    r.v = v;
+    r.n = value_elements(v) / w;
+    r.plain = reinterpret_cast<const float*>(v + 4);
+  } else if ((tag(v) == T_FLOAT && dimp(v) < 0) || tag(v) == T_PROPRIETES) {
+    r.v = v;
+    r.n = np(v);
+  }
+  return r;
+}
+
+bool Rangees::has(int i) const {
+  if (!v || i < 0 || i >= n) return false;
+  if (plain) return true;
+  if (tag(v) == T_PROPRIETES) return handle_bloc(v[4 + i]) != nullptr;
+  const int s = -dimp(v);
+  return 4 + (i + 1) * s <= size(v) && v[4 + i * s] != 0;
+}
+
+float Rangees::at(int i, int a, float dflt) const {
+  if (!has(i)) return dflt;
+  if (plain) return a < w ? plain[i * w + a] : dflt;
+  if (tag(v) == T_PROPRIETES) return value_at(handle_bloc(v[4 + i]), a, dflt);
+  const int s = -dimp(v);
+  return a + 1 < s ? wf(v[4 + i * s + 1 + a]) : dflt;
+}

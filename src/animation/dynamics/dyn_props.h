@@ -41,3 +41,21 @@ int cles_prop(DynPath p, const int** codes);
 
 // The floats of a FLOAT value that holds at least n of them, else null.
 float* flottants(bloc v, int n);
+
+// A value of one row a vertex, as the step reads it: plain rows of `w`
+// floats, or the tables the generic property command writes for
+// `KEY vertex vol(id)=...` (slots of a FLOAT of negative dimp, or a
+// PROPRIETES table of one value a vertex). An empty slot, or a vertex past
+// the table, reads as absent.
+struct Rangees {
+  const word* v = nullptr;
+  const float* plain = nullptr;
+  int w = 0;
+  int n = 0;  // the rows the value holds
+  explicit operator bool() const { return v != nullptr; }
+  // Element a of row i, or `dflt`.
+  float at(int i, int a, float dflt = 0) const;
+  // Whether row i is given.
+  bool has(int i) const;
+};
+Rangees rangees(const word* v, int w);

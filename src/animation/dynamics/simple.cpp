@@ -39,17 +39,17 @@ int forme_simple(Pas& p) {
   // force has a component above 0.0001 in size.
   bloc poi = p.d[D_poi];
   const int stored = np(poi), d = stride(poi);
-  const float* FV = flottants(p.d[D_force_vertex], stored * 4);
+  const Rangees FV = rangees(p.d[D_force_vertex], 4);
   float* V = flottants(p.d[D_speed_vertex], stored * 3);
   if (!FV || !V || p.m < SEUIL || d < 3) return 0;
   float* P = sommets(poi);
   const bool champs = Yes(KW_field) > 0;
   for (int i = 0; i < stored; i++) {
-    float F[4] = {FV[i * 4], FV[i * 4 + 1], FV[i * 4 + 2], 0};
+    float F[4] = {FV.at(i, 0), FV.at(i, 1), FV.at(i, 2), 0};
     if (champs && champs_objet(p.o, p.d[D_field], F, P + i * d, i + 1) < 0) return -1;
     if (std::fabs(F[0]) <= SEUIL && std::fabs(F[1]) <= SEUIL && std::fabs(F[2]) <= SEUIL) continue;
     for (int a = 0; a < 3; a++) {
-      V[i * 3 + a] += FV[i * 4 + 3] * V[i * 3 + a] + r * F[a];
+      V[i * 3 + a] += FV.at(i, 3) * V[i * 3 + a] + r * F[a];
       P[i * d + a] += V[i * 3 + a];
     }
   }

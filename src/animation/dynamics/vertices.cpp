@@ -100,13 +100,13 @@ int mouvement_sommets(Pas& p) {
   float* V = rangees(p.d[D_speed_vertex], stored, 3);
   float* A = rangees(p.d[D_acc_vertex], stored, 3);
   if (!V || !A) return 0;
-  const float* FV = rangees(p.d[D_force_vertex], stored, 4);
-  const float* MV = rangees(p.d[D_mass_vertex], stored, 1);
-  const float* AF = rangees(p.d[D_add_force_vertex], stored, 3);
-  const float* SV = rangees(p.d[D_spring_vertex], stored, 2);
-  const float* MS = rangees(p.d[D_meta_spring_poi_vertex], stored, 5);
-  const float* LF = rangees(p.d[D_limit_force_vertex], stored, 1);
-  const float* LS = rangees(p.d[D_limit_speed_vertex], stored, 1);
+  const Rangees FV = rangees(p.d[D_force_vertex], 4);
+  const Rangees MV = rangees(p.d[D_mass_vertex], 1);
+  const Rangees AF = rangees(p.d[D_add_force_vertex], 3);
+  const Rangees SV = rangees(p.d[D_spring_vertex], 2);
+  const Rangees MS = rangees(p.d[D_meta_spring_poi_vertex], 5);
+  const Rangees LF = rangees(p.d[D_limit_force_vertex], 1);
+  const Rangees LS = rangees(p.d[D_limit_speed_vertex], 1);
   const word* coq = p.d[D_limit_dist_vertex_poi];
   const word* nv = p.d[D_near_vertex_vertex];
   const word* nd = p.d[D_near_vertex_dist];
@@ -121,14 +121,14 @@ int mouvement_sommets(Pas& p) {
   const float k0 = value_at(p.d[D_spring], 0, 0), c0 = value_at(p.d[D_spring], 1, 0);
   const bool champs = Yes(KW_field) > 0;
   for (int i = 0; i < n; i++) {
-    const float mi = MV ? MV[i] : p.m;
+    const float mi = MV.at(i, 0, p.m);
     if (mi < MASSE_MIN) continue;
     const float r = 1 / mi;
     float* Pi = P + i * d;
     float* vi = V + i * 3;
-    float F[4] = {AF ? AF[i * 3] : 0, AF ? AF[i * 3 + 1] : 0, AF ? AF[i * 3 + 2] : 0, 0};
+    float F[4] = {AF.at(i, 0), AF.at(i, 1), AF.at(i, 2), 0};
     if (NV && ND && !(peu_de_facettes && i == n - 1) && NV[i * k] >= 0) {
-      const float ks = SV ? SV[i * 2] : k0, cs = SV ? SV[i * 2 + 1] : c0;
+      const float ks = SV.at(i, 0, k0), cs = SV.at(i, 1, c0);
       for (int j = 0; j < k; j++) {
         const int v = static_cast<int>(NV[i * k + j]);
         if (v < 1) break;
@@ -137,14 +137,11 @@ int mouvement_sommets(Pas& p) {
       }
     }
     if (champs && champs_objet(p.o, p.d[D_field], F, Pi, i + 1) < 0) return -1;
-    if (MS)
-      for (int a = 0; a < 3; a++) F[a] += MS[i * 5 + 1] * vi[a] + MS[i * 5] * (MS[i * 5 + 2 + a] - Pi[a]);
-    float c = 0;
-    if (FV) {
-      for (int a = 0; a < 3; a++) F[a] += FV[i * 4 + a];
-      c = FV[i * 4 + 3];
-    }
-    if (LF) borne_vecteur(F, 3, LF[i]);
+    if (MS.has(i))
+      for (int a = 0; a < 3; a++) F[a] += MS.at(i, 1) * vi[a] + MS.at(i, 0) * (MS.at(i, 2 + a) - Pi[a]);
+    for (int a = 0; a < 3; a++) F[a] += FV.at(i, a);
+    const float c = FV.at(i, 3);
+    borne_vecteur(F, 3, LF.at(i, 0, -1));
     if (coq) coquille(coq, Pi, F);
     for (int a = 0; a < 3; a++) {
       A[i * 3 + a] = c * vi[a] + r * F[a];
@@ -154,7 +151,7 @@ int mouvement_sommets(Pas& p) {
   }
   // The bounds of the speed act after the move: they limit the next step.
   const float L = value_at(p.d[D_limit_speed], 0, -1);
-  for (int i = 0; i < n; i++) borne_vecteur(V + i * 3, 3, LS && LS[i] >= 0 ? LS[i] : L);
+  for (int i = 0; i < n; i++) borne_vecteur(V + i * 3, 3, LS.at(i, 0, -1) >= 0 ? LS.at(i, 0) : L);
   // `poi dup` takes the vertices.
   if (float* dup = rangees(p.d[D_poi_dup], stored, d)) std::copy(P, P + stored * d, dup);
   // The measures of the volume are stale; the rest lengths stay.
