@@ -154,13 +154,30 @@ int SPEED_b(word* s, const word* ob, word* st, const word* lim) {
 
 Objet* vol_id(float id) { return get_objet_id(chaine_classe(KW_vol), KW_vol, static_cast<int>(id)); }
 
-// b is led by a: `lead` of b is a, and b joins a's `follow` once.
+// b leaves the `follow` list of its former leader.
+int delie(Objet* b) {
+  Objet* c = vol_id(value_at(get_val_1(b->local, KW_lead), 0, 0));
+  const word* f = c ? get_val_1(c->local, KW_follow) : nullptr;
+  if (!f) return 0;
+  std::vector<float> reste;
+  for (int i = 0; i < value_elements(f); i++)
+    if (static_cast<int>(value_at(f, i, 0)) != b->id) reste.push_back(value_at(f, i, 0));
+  if (static_cast<int>(reste.size()) == value_elements(f)) return 0;
+  if (reste.empty()) return rem_propr_1(c, KW_follow) < 0 ? -1 : 0;
+  std::vector<word> v{4 + static_cast<int>(reste.size()), T_FLOAT, static_cast<int>(reste.size()), 1};
+  for (float x : reste) v.push_back(fw(x));
+  return set_propr_1(c, KW_follow, v.data()) ? 0 : -1;
+}
+
+// b is led by a: `lead` of b is a, and b joins a's `follow` once; a
+// former leader's list no longer holds b.
 int lie(Objet* a, Objet* b) {
   if (a == b) return 0;
+  if (delie(b) < 0) return -1;
   word v[5] = {5, T_FLOAT, 1, 1, fw(static_cast<float>(a->id))};
   if (!set_propr_1(b, KW_lead, v)) return -1;
   const word* f = get_val_1(a->local, KW_follow);
-  for (int i = 0; f && i < value_elements(f); i++)
+  for (int i = 0; i < value_elements(f); i++)
     if (static_cast<int>(value_at(f, i, 0)) == b->id) return 0;
   word w[5] = {5, T_FLOAT, 1, 1, fw(static_cast<float>(b->id))};
   const int keys[] = {KW_follow};
@@ -195,7 +212,7 @@ int LEAD_FOLLOW(word* s, const word* ob, word* st, const word* lim) {
     for (int i = 0; i < value_elements(ob); i++) {
       Objet* g = vol_id(value_at(ob, i, 0));
       if (!g) {
-        err_objet(KW_vol, ob, i, static_cast<int>(value_at(ob, i, 0)), nullptr);
+        err_objet(KW_vol, ob, i, 0, nullptr);
         return -1;
       }
       if ((code == KW_lead ? lie(g, o) : lie(o, g)) < 0) return -1;
