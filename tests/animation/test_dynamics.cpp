@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "animation/dynamics/dynamics.h"
+#include "kernel/property.h"
 #include "scene/lookup.h"
 #include "scene/scene_fixture.h"
 #include "scene/volume.h"
@@ -250,12 +251,14 @@ TEST_F(Dynamics, PairForcesAreWrittenAndALaterPairOverwrites) {
   ASSERT_EQ(DYNAMIC_2(vol(1)), 0);
   const word* add = get_val_3(vol(1)->local, KW_add, KW_force, KW_vertex);
   ASSERT_NE(add, nullptr);
-  // (1,2): D 1 under d1: g = (max(1,1) - 2) / 1 = -1: 2 gets -u, 1 gets u.
-  // (1,3): D 3 over d2: g = (3 - 2.5) / 3: 3 gets -g, 1 gets g, overwriting.
-  // (2,3): D 2 under d1: g = (2 - 2) / 2 = 0: both written 0.
-  EXPECT_FLOAT_EQ(getf(add, 0), 0.5f / 3);
-  EXPECT_FLOAT_EQ(getf(add, 3), 0);
-  EXPECT_FLOAT_EQ(getf(add, 6), 0);
+  // (1,2): D 1 under d1: g = k (max(D,1) - d1) / max(D,1) = -1, u = +x:
+  //   2 gets g u = -1, 1 gets -g u = +1.
+  // (1,3): D 3 over d2: g = (3 - 2.5) / 3: 3 gets g u, and 1 gets -g u in
+  //   place of its +1 (written, not added).
+  // (2,3): D 2, D2 = 4 is not under d1 squared: nothing.
+  EXPECT_FLOAT_EQ(getf(add, 0), -0.5f / 3);
+  EXPECT_FLOAT_EQ(getf(add, 3), -1);
+  EXPECT_FLOAT_EQ(getf(add, 6), 0.5f / 3);
 }
 
 TEST_F(Dynamics, CommandsReadAndWriteTheRowsOfVertices) {

@@ -173,7 +173,7 @@ int delie(Objet* b) {
 // former leader's list no longer holds b.
 int lie(Objet* a, Objet* b) {
   if (a == b) return 0;
-  if (delie(b) < 0) return -1;
+  if (static_cast<int>(value_at(get_val_1(b->local, KW_lead), 0, 0)) != a->id && delie(b) < 0) return -1;
   word v[5] = {5, T_FLOAT, 1, 1, fw(static_cast<float>(a->id))};
   if (!set_propr_1(b, KW_lead, v)) return -1;
   const word* f = get_val_1(a->local, KW_follow);

@@ -63,30 +63,21 @@ int couple_sommet(Pas& p) {
 }  // namespace
 
 void EXEC_LAW_SPEED_ROTA(Objet* o, float k, float q, float w) {
-  if (Yes(KW_lead) > 0) {
+  // Along the links of `code`, the first object of each: k x w to its
+  // moment, k multiplied by q at each link.
+  auto chaine = [&](int code) {
     float kk = k;
     Objet* g = o;
     for (int i = 0; i < PROFONDEUR; i++) {
-      const word* l = get_val_1(g->local, KW_lead);
-      Objet* chef = l ? volume(value_at(l, 0, 0)) : nullptr;
-      if (!chef || chef == o) break;
-      if (float* f = moment_ajoute(chef)) f[0] += kk * w;
+      Objet* h = volume(value_at(get_val_1(g->local, code), 0, 0));
+      if (!h || h == o) break;
+      if (float* m = moment_ajoute(h)) m[0] += kk * w;
       kk *= q;
-      g = chef;
+      g = h;
     }
-  }
-  if (Yes(KW_follow) < 1) {
-    float kk = k;
-    Objet* g = o;
-    for (int i = 0; i < PROFONDEUR; i++) {
-      const word* f = get_val_1(g->local, KW_follow);
-      Objet* suivant = f ? volume(value_at(f, 0, 0)) : nullptr;
-      if (!suivant || suivant == o) break;
-      if (float* m = moment_ajoute(suivant)) m[0] += kk * w;
-      kk *= q;
-      g = suivant;
-    }
-  }
+  };
+  if (Yes(KW_lead) > 0) chaine(KW_lead);
+  if (Yes(KW_follow) < 1) chaine(KW_follow);
 }
 
 int mouvement_mene(Pas& p) {
@@ -96,17 +87,8 @@ int mouvement_mene(Pas& p) {
   const float t = ang ? value_at(ang, 1, 0) * w - value_at(ang, 0, 0) * p.T[TR_ROTA] : 0;
   if (const word* law = p.d[D_law_speed_rota]; law && value_at(law, 0, 0) != 0)
     EXEC_LAW_SPEED_ROTA(p.o, value_at(law, 0, 0), value_at(law, 1, 1.0f), w);
-  float M, c;
-  moment(p, &M, &c);
-  p.acc_rota[0] = c * w + (M + t) * p.r;
-  int err = 0;
-  p.acc_rota[0] += ressort_rota(p, &err);
-  if (err < 0) return -1;
   // The acceleration here is clamped by the bound of the speed.
-  p.acc_rota[0] = borne_scalaire(p.acc_rota[0], p.d[D_limit_speed_rota]);
-  p.speed_rota[0] += p.acc_rota[0];
-  p.speed_rota[0] = borne_scalaire(p.speed_rota[0], p.d[D_limit_speed_rota]);
-  p.T[TR_ROTA] += p.s * p.speed_rota[0];
+  if (pas_rotation(p, t, p.d[D_limit_speed_rota]) < 0) return -1;
   bornes_angle(p);
   // And the angle gets w once more.
   p.T[TR_ROTA] += p.speed_rota[0];

@@ -30,6 +30,10 @@ float ressort_rota(Pas& p, int* err);
 
 // The axis of rotation led by `limit axis rota`.
 void pas_axe(Pas& p);
+// The rotation's update: `acc rota` = c w + (M + t) r, the spring of
+// rotation, `acc rota` clamped by `borne_acc`, w clamped by `limit speed
+// rota`, the angle advanced by s w.
+int pas_rotation(Pas& p, float t, const word* borne_acc);
 // The motion as a whole of an object that leads nothing.
 int mouvement_libre(Pas& p);
 // The rotation of an object without `lead`, m not 0.

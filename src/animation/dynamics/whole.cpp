@@ -144,17 +144,22 @@ void pas_axe(Pas& p) {
   p.speed_rota[0] *= cosinus;
 }
 
-int rotation_libre(Pas& p) {
+int pas_rotation(Pas& p, float t, const word* borne_acc) {
   float M, c;
   moment(p, &M, &c);
-  p.acc_rota[0] = c * p.speed_rota[0] + p.r * M;
+  p.acc_rota[0] = c * p.speed_rota[0] + (M + t) * p.r;
   int err = 0;
   p.acc_rota[0] += ressort_rota(p, &err);
   if (err < 0) return -1;
-  p.acc_rota[0] = borne_scalaire(p.acc_rota[0], p.d[D_limit_acc_rota]);
+  p.acc_rota[0] = borne_scalaire(p.acc_rota[0], borne_acc);
   p.speed_rota[0] += p.acc_rota[0];
   p.speed_rota[0] = borne_scalaire(p.speed_rota[0], p.d[D_limit_speed_rota]);
   p.T[TR_ROTA] += p.s * p.speed_rota[0];
+  return 0;
+}
+
+int rotation_libre(Pas& p) {
+  if (pas_rotation(p, 0, p.d[D_limit_acc_rota]) < 0) return -1;
   pas_axe(p);
   bornes_angle(p);
   return 0;
