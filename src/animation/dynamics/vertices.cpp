@@ -56,10 +56,13 @@ bool forces_de_paires(Pas& p, const float* P, int d, int n) {
   return true;
 }
 
-// The shell of `limit dist vertex poi` (r1, r2, x, y, z).
-void coquille(const word* l, const float* P, float F[3]) {
-  const float r1 = value_at(l, 0, 0), r2 = value_at(l, 1, 0);
-  const float c[3] = {value_at(l, 2, 0), value_at(l, 3, 0), value_at(l, 4, 0)};
+// The shell of `limit dist vertex poi` (r1, r2, x, y, z) of vertex i: one
+// for all, or one a vertex as the property command writes it.
+void coquille(const Rangees& l, int i, const float* P, float F[3]) {
+  const int k = l.n == 1 ? 0 : i;
+  if (!l.has(k)) return;
+  const float r1 = l.at(k, 0), r2 = l.at(k, 1);
+  const float c[3] = {l.at(k, 2), l.at(k, 3), l.at(k, 4)};
   float u[3] = {P[0] - c[0], P[1] - c[1], P[2] - c[2]};
   const float D = std::sqrt(u[0] * u[0] + u[1] * u[1] + u[2] * u[2]);
   if (D <= 0) return;
@@ -107,7 +110,7 @@ int mouvement_sommets(Pas& p) {
   const Rangees MS = rangees(p.d[D_meta_spring_poi_vertex], 5);
   const Rangees LF = rangees(p.d[D_limit_force_vertex], 1);
   const Rangees LS = rangees(p.d[D_limit_speed_vertex], 1);
-  const word* coq = p.d[D_limit_dist_vertex_poi];
+  const Rangees coq = rangees(p.d[D_limit_dist_vertex_poi], 5);
   const word* nv = p.d[D_near_vertex_vertex];
   const word* nd = p.d[D_near_vertex_dist];
   const int k = nv && dimp(nv) > 0 ? dimp(nv) : 0;
@@ -142,7 +145,7 @@ int mouvement_sommets(Pas& p) {
     for (int a = 0; a < 3; a++) F[a] += FV.at(i, a);
     const float c = FV.at(i, 3);
     borne_vecteur(F, 3, LF.at(i, 0, -1));
-    if (coq) coquille(coq, Pi, F);
+    if (coq) coquille(coq, i, Pi, F);
     for (int a = 0; a < 3; a++) {
       A[i * 3 + a] = c * vi[a] + r * F[a];
       vi[a] += A[i * 3 + a];
