@@ -106,6 +106,24 @@ TEST(SpringMove, BoundsScaleTheForceAndTheSpeed) {
   expect3(to, 0, 99.5f, 0, "to");
 }
 
+TEST_F(Dynamics, SpringMoveKeepsItsMotionInTheObject) {
+  ok("vol(1) poi(0,0,0)");
+  ok("limit speed vol(1)=1");
+  const float from[3] = {0, 0, 0};
+  float to[3] = {0, 0, 10};
+  // k 0.5, m 1: G = -5 z; v = -5 z scaled to 1; the second call starts
+  // from the speed the first left in `speed move`.
+  ASSERT_EQ(SPRING_MOVE(vol(1), from, to, 0.5f, 0, 1), 0);
+  expect3(to, 0, 0, 9, "first");
+  EXPECT_EQ(floats("speed move vol(1)"), (std::vector<float>{0, 0, -1}));
+  EXPECT_EQ(floats("acc move vol(1)"), (std::vector<float>{0, 0, -5}));
+  ok("force move vol(1)=0,0,0,-1");
+  // a = -1 x v + G: v = -(-1) + (-1) - 4.5 -> scaled to 1.
+  ASSERT_EQ(SPRING_MOVE(vol(1), from, to, 0.5f, 0, 1), 0);
+  expect3(to, 0, 0, 8, "second");
+  EXPECT_EQ(floats("acc move vol(1)"), (std::vector<float>{0, 0, 1 - 4.5f}));
+}
+
 // The quadric q0 x2 + q1 y2 + q2 z2 + q3 xy + q4 xz + q5 yz + q6 x + q7 y + q8 z.
 float quadrique(const float* q, float x, float y, float z) {
   return q[0] * x * x + q[1] * y * y + q[2] * z * z + q[3] * x * y + q[4] * x * z + q[5] * y * z + q[6] * x +

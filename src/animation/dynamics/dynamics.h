@@ -3,6 +3,17 @@
 // any formula. The stage DYNAMIC_b walks the families of objects; the
 // commands `mass`, `force`, `speed`, `lead`, `follow`, `anc`, `reanc` and
 // the fields are registered in the graphic dispatch by install_dynamics.
+//
+// Which force acts how long, with `yes dynamic` and `yes force`: `force`
+// (x, y, z) is cleared after the user's first function and before the
+// trajectories, so a value set between images or by F1 never acts, and
+// one set by F2 or a trajectory acts in that image; `force add`, `force
+// rota` and `force vertex` are cleared after the dynamics, so a value
+// written at the console acts for exactly one image. With `no force`
+// nothing is cleared and every force holds from image to image.
+//
+// The simple form of the step is taken when the object's `simple` is above
+// 1, or the switch `simple` above 1 (`yes simple` alone gives 1).
 #pragma once
 #include "kernel/objet.h"
 #include "kernel/word.h"

@@ -62,23 +62,24 @@ void spring_move(const float from[3], float to[3], float k, float c, float m, Sp
 
 int SPRING_MOVE(Objet* o, const float from[3], float to[3], float k, float c, float m) {
   if (!o->local && !local_ini(o)) return -1;
-  DynProps d;
-  lire_props(o, d);
-  static const int kv[] = {KW_speed, KW_move}, ka[] = {KW_acc, KW_move}, kf[] = {KW_force, KW_move};
-  bool valide = false;
-  float* v = flottants(get_val_2(o->local, KW_speed, KW_move), 3);
-  if (!v) v = sommets(cache_vol(o, 2, kv, 1, 3, &valide));
-  float* acc = flottants(get_val_2(o->local, KW_acc, KW_move), 3);
-  if (!acc && v) acc = sommets(cache_vol(o, 2, ka, 1, 3, &valide));
-  // Looked up after the two above were made, which may have moved it.
-  float* f = flottants(get_val_2(o->local, KW_force, KW_move), 4);
-  if (!f && acc) f = sommets(cache_vol(o, 2, kf, 1, 4, &valide));
-  v = flottants(get_val_2(o->local, KW_speed, KW_move), 3);
-  acc = flottants(get_val_2(o->local, KW_acc, KW_move), 3);
+  // `speed move`, `acc move` (3) and `force move` (4), made at 0.
+  auto ligne = [&](int code, int n) -> float* {
+    if (float* f = flottants(get_val_2(o->local, code, KW_move), n)) return f;
+    const int keys[] = {code, KW_move};
+    bool valide = false;
+    float* f = flottants(cache_vol(o, 2, keys, 1, n, &valide), n);
+    if (f) cache_valide(o, 2, keys);
+    return f;
+  };
+  float* v = ligne(KW_speed, 3);
+  float* acc = ligne(KW_acc, 3);
+  float* f = ligne(KW_force, 4);
   if (!v || !acc || !f) {
     TRACE_FAIL("SPRING_MOVE()");
     return -1;
   }
+  DynProps d;
+  lire_props(o, d);
   SpringMotion s{v, acc, f, value_at(d[D_limit_force], 0, -1), value_at(d[D_limit_speed], 0, -1)};
   spring_move(from, to, k, c, m, s);
   return 0;
