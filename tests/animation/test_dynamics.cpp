@@ -293,6 +293,12 @@ TEST_F(Dynamics, CommandsReadAndWriteTheRowsOfVertices) {
   EXPECT_NE(r.out.find("has no speed"), std::string::npos) << r.out;
   ok("force CG vol(1)=3,0,0");
   EXPECT_EQ(floats("force vertex(2) vol(1)"), (std::vector<float>{1, 0, 0, 0}));
+  // The rows of a grid: row 2 of a 3 x 3 grid is vertices 4 to 6.
+  ok("grid(4) secx(2) secy(2)");
+  ok("force secy(2) vol(4)=0,-1,0,0");
+  EXPECT_EQ(floats("force vertex vol(4)"),
+            (std::vector<float>{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, -1, 0, 0, 0, -1, 0, 0, 0, -1, 0, 0,
+                                0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
   // A chain: both ends of each link written.
   ok("vol(2) poi(0,0,0)");
   ok("vol(3) poi(0,0,0)");

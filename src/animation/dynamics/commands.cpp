@@ -22,9 +22,10 @@
 
 namespace {
 
-// The vertex numbers (from 1) a command names with `vertex(...)`, or all
-// n of them when it names none or 0.
-std::vector<int> sommets_nommes(word* s, int n) {
+// The vertex numbers (from 1) a command names with `vertex(...)`, or by
+// rows of a grid with `secy(j...)` (row j from 1, `secx` + 1 vertices
+// long), or all n of them when it names none or 0.
+std::vector<int> sommets_nommes(word* s, Objet* o, int n) {
   std::vector<int> k;
   const word* l = parametre(s, KW_vertex);
   for (int i = 0; l && i < value_elements(l); i++) {
@@ -34,6 +35,12 @@ std::vector<int> sommets_nommes(word* s, int n) {
       break;
     }
     k.push_back(v);
+  }
+  const word* rows = parametre(s, KW_secy);
+  const int len = vol_secx(o) + 1;
+  for (int i = 0; rows && i < value_elements(rows); i++) {
+    const int j = static_cast<int>(value_at(rows, i, 0));
+    for (int v = (j - 1) * len + 1; j >= 1 && v <= j * len && v <= n; v++) k.push_back(v);
   }
   if (k.empty())
     for (int i = 1; i <= n; i++) k.push_back(i);
@@ -77,7 +84,7 @@ int rangees_sommets(word* s, const word* ob, const word* lim, int code, int w, c
       // The masses of the vertices start at the volume's.
       if (code == KW_mass) std::fill(rows, rows + n, value_at(get_val_1(o->local, KW_mass), 0, 0));
     }
-    const std::vector<int> k = sommets_nommes(s, n);
+    const std::vector<int> k = sommets_nommes(s, o, n);
     const int e = ob ? value_elements(ob) : 0;
     const bool chacun = e >= w * static_cast<int>(k.size()) && k.size() > 1;
     for (size_t j = 0; j < k.size(); j++) {
@@ -136,7 +143,7 @@ int FORCE_VERTEX_CG(word* s, const word* ob, word* st, const word* lim) {
 
 int FORCE_b(word* s, const word* ob, word* st, const word* lim) {
   if (has_word(s, KW_CG)) return FORCE_VERTEX_CG(s, ob, st, lim);
-  if (has_word(s, KW_vertex) && item_count(s) == 3) {
+  if ((has_word(s, KW_vertex) || has_word(s, KW_secy)) && item_count(s) == 3) {
     const float zero[4] = {0, 0, 0, 0};
     return rangees_sommets(s, ob, lim, KW_force, 4, zero, 103);
   }
