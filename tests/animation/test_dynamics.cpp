@@ -178,6 +178,19 @@ TEST_F(Dynamics, PointFieldsPullAndPushInsideTheirRadiusWithTheirLaw) {
   EXPECT_FLOAT_EQ(L[3], -0.3f);
 }
 
+TEST_F(Dynamics, ImageFieldsReadThePixelUnderThePoint) {
+  ok("image(5) dim(4,2) col(1,0,0)");
+  ok("field(1) image(5) coe(2)");
+  // Each component from -1 to 1 about 128: 255, 0, 0.
+  const float on[3] = {1.5f, 1.2f, 0}, off[3] = {4.5f, 0, 0};
+  float F[4] = {0, 0, 0, 0};
+  ASSERT_EQ(set_FIELD_1(field(1), F, on, 0), 0);
+  expect3(F, 2 * 127 / 128.0f, -2, -2, "colour");
+  float G[4] = {0, 0, 0, 0};
+  ASSERT_EQ(set_FIELD_1(field(1), G, off, 0), 0);
+  expect3(G, 0, 0, 0, "outside");
+}
+
 TEST_F(Dynamics, AnObjectsOwnFieldListNamesTheFieldsThatAct) {
   ok("field(1) poi(0,10,0)");
   ok("field(2) poi(10,0,0)");

@@ -1,6 +1,6 @@
 // `field(id) ...`: a force field made like any object, its kind given by
 // the word that comes with it: `meta(q0..q8)` (generate_field_meta),
-// `func("name")` (generate_field_func) or `vol(id)`; without
+// `func("name")` (generate_field_func), `vol(id)` or `image(id)`; without
 // one of these the field has the forms of direction of its `poi`, `near`
 // and `radius`.
 #include <vector>
@@ -16,7 +16,7 @@ namespace {
 
 // The kind a creation command gives its fields, or 0.
 int sorte(word* s) {
-  for (int code : {KW_meta, KW_func, KW_vol})
+  for (int code : {KW_meta, KW_func, KW_vol, KW_image})
     if (find_item(s, code)) return code;
   return 0;
 }

@@ -1,7 +1,10 @@
 // Force fields: objects of the `field` family whose `subkind` gives the
-// kind (a `func` field is known by its `func` property). `meta` is the gradient of a quadric, `func` a user function of
-// the point, `vol` the attraction of a volume's vertices; any other field
-// has one of three forms of direction, chosen by its data:
+// kind (a `func` field is known by its `func` property). `meta` is the
+// gradient of a quadric, `func` a user function of the point, `vol` the
+// attraction of a volume's vertices, `image` the colour of the pixel under
+// the point (or, when the field has a `speed`, the speed the image keeps
+// for that pixel); any other field has one of three forms of direction,
+// chosen by its data:
 //   `near` (points)          form 3: toward the nearest of the points;
 //   `poi` of two points      form 2: the constant direction first to second;
 //   `poi` of one point       form 1: toward the point, away from it inside
@@ -18,6 +21,7 @@
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
+#include "image/image_object.h"
 #include "language/call.h"
 #include "language/functions.h"
 #include "render/cmd_args.h"
@@ -127,6 +131,45 @@ int champ_vol(Objet* f, const word* local, float s, float force[4], const float 
   return 0;
 }
 
+// The pixel of the image under the point (x, y in pixels, the first row
+// first), or -1 outside.
+int pixel_sous(const Objet* im, const float x[3]) {
+  const int i = static_cast<int>(std::floor(x[0])), j = static_cast<int>(std::floor(x[1]));
+  if (i < 0 || j < 0 || i >= image_nx(im) || j >= image_ny(im)) return -1;
+  return j * image_nx(im) + i;
+}
+
+// set_FIELD_IMAGE: the colour of the pixel under the point, each of R, G,
+// B from -1 to 1 about its middle 128, times s.
+void set_FIELD_IMAGE(const Objet* im, float s, float force[4], const float x[3]) {
+  const word* px = pixels_lecture(im);
+  const int k = px ? pixel_sous(im, x) : -1;
+  if (k < 0 || k >= np(px)) return;
+  const uint8_t* c = octets(px) + 4 * k;
+  for (int a = 0; a < 3; a++) force[a] += s * (static_cast<float>(c[a]) - 128) / 128;
+}
+
+// set_FIELD_IMAGE_SPEED: the speed the image keeps for that pixel
+// (`generate speed image`), times s.
+void set_FIELD_IMAGE_SPEED(const Objet* im, float s, float force[4], const float x[3]) {
+  const word* v = get_val_1(im->local, KW_speed);
+  const int k = pixel_sous(im, x);
+  if (k < 0 || !v || tag(v) != T_FLOAT || dimp(v) != 3 || k >= np(v)) return;
+  for (int a = 0; a < 3; a++) force[a] += s * getf(v, 3 * k + a);
+}
+
+int champ_image(const word* local, float s, float force[4], const float x[3]) {
+  const word* id = get_val_1(local, KW_image);
+  const Objet* im = image_numero(static_cast<int>(value_at(id, 0, 0)));
+  if (!im) {
+    err_objet(KW_image, id, 0, 0, nullptr);
+    return -1;
+  }
+  if (get_val_1(local, KW_speed)) set_FIELD_IMAGE_SPEED(im, s, force, x);
+  else set_FIELD_IMAGE(im, s, force, x);
+  return 0;
+}
+
 void champ_direction(const word* local, float s, float force[4], const float x[3]) {
   const word* law = get_val_1(local, KW_law);
   if (const word* near = get_val_1(local, KW_near); near && value_elements(near) >= 3) {
@@ -169,6 +212,7 @@ int set_FIELD_1(Objet* f, float force[4], const float point[3], int vertex) {
     case KW_meta: champ_meta(get_val_1(local, KW_meta), get_val_1(local, KW_poi), s, force, point); break;
     case KW_func: r = champ_func(f, get_val_1(local, KW_func), s, force, point); break;
     case KW_vol: r = champ_vol(f, local, s, force, point, vertex); break;
+    case KW_image: r = champ_image(local, s, force, point); break;
     default: champ_direction(local, s, force, point); break;
   }
   if (const word* fo = get_val_1(local, KW_force); value_elements(fo) >= 4) force[3] = value_at(fo, 3, 0);
