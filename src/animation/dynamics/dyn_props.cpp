@@ -141,17 +141,15 @@ Rangees rangees(const word* v, int w) {
   return r;
 }
 
-bool Rangees::has(int i) const {
-  if (!v || i < 0 || i >= n) return false;
-  if (plain) return true;
+bool Rangees::has_table(int i) const {
+  if (i < 0 || i >= n) return false;
   if (tag(v) == T_PROPRIETES) return handle_bloc(v[4 + i]) != nullptr;
   const int s = -dimp(v);
   return 4 + (i + 1) * s <= size(v) && v[4 + i * s] != 0;
 }
 
-float Rangees::at(int i, int a, float dflt) const {
-  if (!has(i)) return dflt;
-  if (plain) return a < w ? plain[i * w + a] : dflt;
+float Rangees::at_table(int i, int a, float dflt) const {
+  if (!has_table(i)) return dflt;
   if (tag(v) == T_PROPRIETES) return value_at(handle_bloc(v[4 + i]), a, dflt);
   const int s = -dimp(v);
   return a + 1 < s ? wf(v[4 + i * s + 1 + a]) : dflt;

@@ -53,9 +53,16 @@ struct Rangees {
   int w = 0;
   int n = 0;  // the rows the value holds
   explicit operator bool() const { return v != nullptr; }
-  // Element a of row i, or `dflt`.
-  float at(int i, int a, float dflt = 0) const;
+  // Element a of row i, or `dflt`. Plain rows are read inline.
+  float at(int i, int a, float dflt = 0) const {
+    if (plain) return i >= 0 && i < n && a < w ? plain[i * w + a] : dflt;
+    return v ? at_table(i, a, dflt) : dflt;
+  }
   // Whether row i is given.
-  bool has(int i) const;
+  bool has(int i) const { return plain ? i >= 0 && i < n : v && has_table(i); }
+
+ private:
+  float at_table(int i, int a, float dflt) const;
+  bool has_table(int i) const;
 };
 Rangees rangees(const word* v, int w);
