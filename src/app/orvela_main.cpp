@@ -2,6 +2,7 @@
 // loop when there is no window.
 #include "app/orvela_main.h"
 
+#include "animation/dynamics/dynamics.h"
 #include "animation/traj/traj.h"
 #include "interaction/interaction.h"
 #include "kernel/bye.h"
@@ -22,6 +23,7 @@ void orvela_main(int argc, char** argv) {
   k.mode_courant = 1;
   install_console_runner();
   install_interaction();
+  install_dynamics();
   install_object_files();
   install_trajectories();
   inita(argc, argv, "initb.h");
