@@ -7,13 +7,13 @@
 #include "kernel/console.h"
 #include "kernel/interrupt.h"
 #include "kernel/kernel.h"
+#include "kernel/screen.h"
 #include "kernel/startup.h"
 #include "language/console_runner.h"
 #include "persist/object_file.h"
 #include "platform/console_io.h"
 #include "platform/line_editor.h"
 #include "platform/process.h"
-#include "render/screen.h"
 #include "render/window.h"
 
 void orvela_main(int argc, char** argv) {

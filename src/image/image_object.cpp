@@ -3,10 +3,10 @@
 #include <cstring>
 
 #include "kernel/bloc.h"
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
-#include "scene/chains.h"
 #include "scene/lookup.h"
 
 namespace {

@@ -11,6 +11,7 @@
 #include "interaction/interaction.h"
 #include "interaction/internal.h"
 #include "kernel/access.h"
+#include "kernel/chains.h"
 #include "kernel/handles.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
@@ -22,7 +23,6 @@
 #include "render/lights.h"
 #include "render/view.h"
 #include "render/window.h"
-#include "scene/chains.h"
 #include "scene/scene_state.h"
 #include "scene/volume.h"
 

@@ -7,6 +7,7 @@
 
 #include "interaction/internal.h"
 #include "kernel/access.h"
+#include "kernel/chains.h"
 #include "kernel/handles.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
@@ -15,7 +16,6 @@
 #include "language/cmd_util.h"
 #include "language/commands.h"
 #include "render/cmd_args.h"
-#include "scene/chains.h"
 #include "scene/lookup.h"
 
 namespace {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "kernel/access.h"
+#include "kernel/chains.h"
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
@@ -19,7 +20,6 @@
 #include "language/operators.h"
 #include "language/variables.h"
 #include "platform/process.h"
-#include "scene/chains.h"
 
 namespace {
 

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <string>
 
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "language/cmd_util.h"
@@ -16,7 +17,6 @@
 #include "language/lang_state.h"
 #include "language/symbols.h"
 #include "language/variables.h"
-#include "scene/chains.h"
 
 namespace {
 

@@ -5,7 +5,9 @@
 #include <string>
 
 #include "kernel/bloc.h"
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
 #include "language/cmd_util.h"
@@ -19,8 +21,6 @@
 #include "language/operators.h"
 #include "language/prepare.h"
 #include "language/variables.h"
-#include "scene/chains.h"
-#include "scene/object_store.h"
 
 namespace {
 

@@ -8,6 +8,7 @@
 #include "kernel/exceptions.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
 #include "language/compile_internal.h"
@@ -15,7 +16,6 @@
 #include "language/lang_state.h"
 #include "language/prepare.h"
 #include "language/variables.h"
-#include "scene/object_store.h"
 
 namespace {
 

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "kernel/chains.h"
 #include "kernel/file_out.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
@@ -9,7 +10,6 @@
 #include "language/cmd_util.h"
 #include "language/functions.h"
 #include "platform/process.h"
-#include "scene/chains.h"
 
 namespace {
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "kernel/chains.h"
 #include "kernel/exceptions.h"
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
@@ -12,7 +13,6 @@
 #include "language/compile_internal.h"
 #include "language/functions.h"
 #include "language/lang_state.h"
-#include "scene/chains.h"
 
 namespace {
 

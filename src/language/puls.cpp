@@ -13,14 +13,14 @@
 #include <cmath>
 #include <cstring>
 
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "language/commands.h"
 #include "language/eval.h"
 #include "language/fct0.h"
-#include "scene/chains.h"
-#include "scene/object_store.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 
 #include <cstring>
 
-#include "scene/chains.h"
-#include "scene/object_store.h"
+#include "kernel/chains.h"
+#include "kernel/object_store.h"
 
 int var_kind(const Objet* v) { return v->kind == V_ADDRESS ? v->work[5] : v->kind; }
 

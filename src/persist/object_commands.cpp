@@ -6,6 +6,7 @@
 
 #include "image/image_commands.h"
 #include "kernel/bye.h"
+#include "kernel/chains.h"
 #include "kernel/file_out.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
@@ -14,7 +15,6 @@
 #include "persist/object_file.h"
 #include "platform/process.h"
 #include "render/cmd_args.h"
-#include "scene/chains.h"
 #include "scene/graphic.h"
 #include "scene/selection.h"
 #include "scene/unsaved.h"

@@ -8,10 +8,10 @@
 #include "kernel/bloc.h"
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/report.h"
 #include "persist/object_file.h"
 #include "scene/lookup.h"
-#include "scene/object_store.h"
 
 namespace {
 

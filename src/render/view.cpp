@@ -4,12 +4,12 @@
 
 #include <cstring>
 
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
 #include "render/window.h"
-#include "scene/chains.h"
 #include "scene/lookup.h"
 
 namespace {

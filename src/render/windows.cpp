@@ -4,11 +4,11 @@
 
 #include <cstring>
 
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "render/cmd_args.h"
 #include "render/window.h"
-#include "scene/chains.h"
 #include "scene/lookup.h"
 
 namespace {

@@ -3,11 +3,11 @@
 #include <cstring>
 
 #include "kernel/access.h"
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/report.h"
 #include "language/lang_state.h"
-#include "scene/chains.h"
-#include "scene/object_store.h"
 
 namespace {
 

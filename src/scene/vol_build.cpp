@@ -8,12 +8,12 @@
 #include "kernel/bloc.h"
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "kernel/resources.h"
 #include "kernel/vocab.h"
 #include "language/commands.h"
-#include "scene/object_store.h"
 #include "scene/selection.h"
 #include "scene/transform.h"
 

@@ -6,11 +6,11 @@
 #include <cstdio>
 
 #include "kernel/access.h"
+#include "kernel/chains.h"
 #include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "language/commands.h"
-#include "scene/chains.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
 #include "scene/primitives.h"

@@ -14,8 +14,10 @@
 #include <vector>
 
 #include "kernel/bloc.h"
+#include "kernel/chains.h"
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/report.h"
 #include "language/call.h"
 #include "language/cmd_util.h"
@@ -24,9 +26,7 @@
 #include "language/eval.h"
 #include "language/functions.h"
 #include "language/lang_state.h"
-#include "scene/chains.h"
 #include "scene/graphic.h"
-#include "scene/object_store.h"
 #include "scene/property_rw.h"
 #include "scene/scene_state.h"
 #include "scene/selection.h"
