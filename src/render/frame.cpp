@@ -24,6 +24,10 @@ void swap_image() {
 }
 
 void draw_in_back(bool back) {
+  // Leaving a loop: its last image was swapped to the screen, where GL
+  // cannot read it back; it is drawn again in the front buffer at the
+  // next console step, so that the window's picture is what it shows.
+  if (!back && !win().drawn_front) win().repaint = true;
   win().drawn_front = !back;
   if (gl_on()) glDrawBuffer(back ? GL_BACK : GL_FRONT);
 }

@@ -61,6 +61,23 @@ TEST(WindowLoop, AnImageOfTheLoopIsThePictureThatDisplDraws) {
   EXPECT_EQ(differ, 0) << run.out;
 }
 
+TEST(WindowLoop, APictureTakenAtTheConsoleAfterTheLoopShowsItsLastImage) {
+  REQUIRE_XVFB();
+  // The loop's images are swapped to the screen, where GL does not read
+  // them back; after the stop the console's picture must still show the
+  // cube, moved by the loop, and not the background it drew before.
+  WindowRun run(
+      "cube(1) dim(50)\ncol vol(1)=1,0,0\nyes illum\neye(0,0,-1000)\n"
+      "func=\"pas(n){tran(10,0,0) matrix vol(1)}\"\ninteraction func(3,\"pas\")\n"
+      "interaction period(0)\ninteraction time(20)\nwrite image name(\"after.bmp\")\nbye abs\n");
+  Picture p = run.picture("after.bmp");
+  ASSERT_GT(p.w, 0) << run.out;
+  // 200 to the right: the face from about x = 478 to 556, none of it
+  // left of the centre.
+  EXPECT_EQ(p.count(0, 0, 460, 576, reddish), 0) << run.out;
+  EXPECT_GT(p.count(490, 265, 550, 315, reddish), 2500) << run.out;
+}
+
 TEST(WindowLoop, TheImagePeriodPaintsOverImagesBetweenClears) {
   REQUIRE_XVFB();
   // The cube steps 30 to the right at each image; with `screen(6)` the
