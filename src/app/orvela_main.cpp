@@ -2,6 +2,7 @@
 // loop when there is no window.
 #include "app/orvela_main.h"
 
+#include "app/install.h"
 #include "interaction/interaction.h"
 #include "kernel/bye.h"
 #include "kernel/console.h"
@@ -20,6 +21,7 @@ void orvela_main(int argc, char** argv) {
   KernelState& k = kernel();
   k.mode_courant = 1;
   install_console_runner();
+  install_graphic_commands();
   install_interaction();
   install_object_files();
   inita(argc, argv, "initb.h");

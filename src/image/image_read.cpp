@@ -6,7 +6,6 @@
 
 #include "image/image_commands.h"
 #include "image/image_io.h"
-#include "image/image_object.h"
 #include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
@@ -14,6 +13,7 @@
 #include "render/picture.h"
 #include "render/window.h"
 #include "scene/graphic.h"
+#include "scene/image_object.h"
 
 namespace {
 

@@ -4,13 +4,13 @@
 
 #include "image/image_commands.h"
 #include "image/image_io.h"
-#include "image/image_object.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "render/cmd_args.h"
 #include "render/picture.h"
 #include "scene/graphic.h"
+#include "scene/image_object.h"
 
 namespace {
 

@@ -150,3 +150,8 @@ int READ_b(word* s, const word* ob, word* st, const word* lim) {
   if (count < 0) TRACE_FAIL("READ_OBJ_1()");
   return set_result_float(s, lim, count < 0 ? -1.0f : count > 0 ? 1.0f : 0.0f);
 }
+
+void install_object_commands() {
+  register_graphic_handler({KW_write}, WRITE_b);
+  register_graphic_handler({KW_read}, READ_b);
+}

@@ -15,6 +15,11 @@ int evaluer_1(word* s, const word* ob, word* st, const word* lim);
 // Gives these words a handler in the dispatch. The subsystems above the
 // scene register their commands so at start-up.
 void register_graphic_handler(std::initializer_list<int> codes, Handler1 handler, bool quiet = false);
+// A handler that takes only some shapes of a word's commands (`dim
+// image(1)` but not `dim vol(1)`): it sets *done when the command was its
+// own, and the word's row answers the others.
+using ShapedHandler = int (*)(word* s, const word* ob, word* st, const word* lim, bool* done);
+void register_graphic_shape(int code, ShapedHandler handler);
 
 // The generic property command: the object word selects objects, the
 // words before it are the key.
@@ -56,7 +61,3 @@ int GRID_b(word* s, const word* ob, word* st, const word* lim);
 // Transformations of vertices, and the seed of the random table.
 int MOD_b(word* s, const word* ob, word* st, const word* lim);
 int ALEA_b(word* s, const word* ob, word* st, const word* lim);
-
-// Object files (and, later, pictures).
-int WRITE_b(word* s, const word* ob, word* st, const word* lim);
-int READ_b(word* s, const word* ob, word* st, const word* lim);

@@ -1,4 +1,4 @@
-#include "image/image_object.h"
+#include "scene/image_object.h"
 
 #include <cstring>
 
