@@ -99,7 +99,7 @@ Objet* callee(const word* record) {
   if (record[1] == R_UNDEFINED) {
     // A call through a formal that holds a function.
     Objet* running = lang().running_function;
-    return running ? function_of_formal(var_find(running->locals, V_FORMEL, name)) : nullptr;
+    return running ? function_of_formal(var_find(running->locals, C_FORMEL, name)) : nullptr;
   }
   return load_function_from_disk(name);
 }
@@ -110,7 +110,7 @@ void save_variables(Objet* f) {
   mark.handle = 0;
   if (!f->locals) return;
   for (Objet* v = f->locals->next; v; v = v->next) {
-    if (var_kind(v) == V_STATIC || v->subkind == V_BY_ADDRESS) continue;
+    if (var_kind(v) == C_STATIC || v->subkind == C_AD_GLB) continue;
     FrameEntry& e = fr.entries.emplace_back();
     e.handle = objet_handle(v);
     e.kind = v->kind;
@@ -119,7 +119,7 @@ void save_variables(Objet* f) {
     e.work6 = v->work[6];
     e.moved = nullptr;
     e.copied_words = 0;
-    if (v->kind == V_FORMEL && v->local) {
+    if (v->kind == C_FORMEL && v->local) {
       int words = v->local[0];
       e.copied_words = words;
       if (words <= SMALL_VALUE) {
@@ -152,7 +152,7 @@ void release_address_formals(Objet* f) {
   if (!f->locals || !f->work[3]) return;
   f->work[3] = 0;
   for (Objet* v = f->locals->next; v; v = v->next)
-    if (v->kind == V_ADDRESS && v->subkind == V_BY_ADDRESS) {
+    if (v->kind == T_ADDRESS && v->subkind == C_AD_GLB) {
       v->kind = v->work[5];
       v->work[6] = 0;
     }
@@ -228,22 +228,22 @@ int bind(Objet* f, const word* args, int count) {
   if (!f->locals) return 0;
   int k = 0;
   for (Objet* v = f->locals->next; v && k < f->work[0]; v = v->next) {
-    if (var_kind(v) != V_FORMEL && v->kind != V_TYPE_FUNC) continue;
+    if (var_kind(v) != C_FORMEL && v->kind != C_TYPE_FUNC) continue;
     const word* arg = k < count ? args : nullptr;
     if (arg) args += item_words(args);
     k++;
-    if (v->kind == V_TYPE_FUNC) {
+    if (v->kind == C_TYPE_FUNC) {
       if (bind_function_formal(v, arg) < 0) return -1;
       continue;
     }
-    if (arg && (arg[0] == T_ADDRESS || (v->subkind == V_BY_ADDRESS && is_variable_token(arg)))) {
+    if (arg && (arg[0] == T_ADDRESS || (v->subkind == C_AD_GLB && is_variable_token(arg)))) {
       // By address: the formal refers to the caller's variable.
       Objet* target = arg[0] == T_ADDRESS ? handle_objet(arg[1]) : variable_of(arg);
       if (!target) return -1;
       libere_valeur(v->local);
       v->local = nullptr;
       var_make_address(v, objet_handle(target));
-      v->subkind = V_BY_ADDRESS;
+      v->subkind = C_AD_GLB;
       f->work[3] = 1;  // a formal to make plain again after the call
       continue;
     }
@@ -258,8 +258,8 @@ bool formal_by_address(const Objet* f, int k) {
   if (!f->locals || !f->work[2]) return false;
   int i = 0;
   for (const Objet* v = f->locals->next; v; v = v->next) {
-    if (v->kind != V_FORMEL && v->kind != V_TYPE_FUNC && var_kind(v) != V_FORMEL) continue;
-    if (i++ == k) return v->subkind == V_BY_ADDRESS;
+    if (v->kind != C_FORMEL && v->kind != C_TYPE_FUNC && var_kind(v) != C_FORMEL) continue;
+    if (i++ == k) return v->subkind == C_AD_GLB;
   }
   return false;
 }
@@ -291,7 +291,7 @@ std::vector<FormalCopy> copy_formals(const Objet* f) {
   std::vector<FormalCopy> copies;
   if (!f->locals) return copies;
   for (const Objet* v = f->locals->next; v; v = v->next)
-    if (var_kind(v) == V_FORMEL && v->name) {
+    if (var_kind(v) == C_FORMEL && v->name) {
       FormalCopy c{v->name, {}};
       if (v->local) c.value.assign(v->local, v->local + v->local[0]);
       copies.push_back(std::move(c));

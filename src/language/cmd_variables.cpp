@@ -68,7 +68,7 @@ int VAR_a(word* record, const word* limit) {
       not_found(KW_func, fname ? fname : "");
       return -1;
     }
-    if (!wanted) return f->locals ? name_list(record, f->locals, V_STATIC, limit) : set_result_nil(record);
+    if (!wanted) return f->locals ? name_list(record, f->locals, C_STATIC, limit) : set_result_nil(record);
     Objet* v = var_find(f->locals, 0, wanted);
     if (!v) {
       not_found(KW_var, wanted);

@@ -51,7 +51,7 @@ int count_variables(const Symboles& sym) {
   int n = 0;
   for (int i = 0; i < sym.count; i++) {
     word k = symb_kind(symb_entry(&sym, i));
-    if (k == -53 || k == SYM_FORMAL || k == SYM_STATIC || k == -14) n++;
+    if (k == -53 || k == C_FORMEL || k == C_STATIC || k == -14) n++;
   }
   return n;
 }

@@ -73,8 +73,8 @@ int Walker::header() {
       return fail(60);
     }
     if (lire_mot(w, &p, LONG_MOT) <= 1) return fail(44);
-    Objet* v = var_create(locals_of(c.obj), V_FORMEL, w);
-    if (!v || symb_add(c.sym, SYM_FORMAL, w, nullptr, v) < 0) return -1;
+    Objet* v = var_create(locals_of(c.obj), C_FORMEL, w);
+    if (!v || symb_add(c.sym, C_FORMEL, w, nullptr, v) < 0) return -1;
     c.obj->work[0]++;
     p = sauter_blancs(p);
     if (*p == ',') {
@@ -103,8 +103,8 @@ int Walker::formal_declarations() {
         continue;
       }
       if (lire_mot(w, &p, LONG_MOT) <= 1) break;
-      Objet* v = var_find(c.obj->locals, V_FORMEL, w);
-      if (!v) v = var_find(c.obj->locals, V_TYPE_FUNC, w);
+      Objet* v = var_find(c.obj->locals, C_FORMEL, w);
+      if (!v) v = var_find(c.obj->locals, C_TYPE_FUNC, w);
       if (!v) {
         voir_mot(KW_var);
         VOIR_CHAR("%s ", w);
@@ -113,9 +113,9 @@ int Walker::formal_declarations() {
         return -1;
       }
       if (is_func) {
-        v->kind = V_TYPE_FUNC;
+        v->kind = C_TYPE_FUNC;
       } else {
-        v->subkind = V_BY_ADDRESS;
+        v->subkind = C_AD_GLB;
         c.obj->work[2] = 1;  // some formal goes by address
       }
     }
@@ -232,7 +232,7 @@ int Walker::declaration(int code) {
   char w[LONG_MOT];
   int n;
   while ((n = declared_name(w)) > 0) {
-    int r = code == KW_extern ? declare_extern(w) : declare_static(w, table, code == KW_static ? V_STATIC : V_GLOBAL);
+    int r = code == KW_extern ? declare_extern(w) : declare_static(w, table, code == KW_static ? C_STATIC : C_GLOBAL);
     if (r < 0) return -1;
   }
   if (n < 0) return -1;
@@ -258,8 +258,8 @@ int Walker::declare_extern(const char* w) {
     c.failed = true;
     return -1;
   }
-  Objet* v = var_find(extern_table(), V_EXTERN, w);
-  if (!v && !(v = var_create(extern_table(), V_EXTERN, w))) return -1;
+  Objet* v = var_find(extern_table(), C_EXTERN, w);
+  if (!v && !(v = var_create(extern_table(), C_EXTERN, w))) return -1;
   list.push_back(v);
   return 0;
 }
@@ -307,5 +307,5 @@ int Walker::declare_static(const char* w, Objet* table, int kind) {
 
 Objet* Walker::find_global(const char* w) {
   Objet* root = lang().local_root ? lang().local_root(c.obj) : nullptr;
-  return root ? var_find(root->locals, V_GLOBAL, w) : nullptr;
+  return root ? var_find(root->locals, C_GLOBAL, w) : nullptr;
 }

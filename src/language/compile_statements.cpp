@@ -154,7 +154,7 @@ int Statements::control_if() {
   i = next_token(in, i);
   size_t end = 0;
   if (head(45, &end) < 0) return -1;
-  Tokens record{5, R_IF, 0, 0, 0};
+  Tokens record{IF_WORDS, R_IF, 0, 0, 0};
   out.insert(out.end(), record.begin(), record.end());
   copy(i, end);
   i = end;
@@ -172,7 +172,7 @@ int Statements::control_while() {
   i = next_token(in, i);
   size_t end = 0;
   if (head(47, &end) < 0) return -1;
-  Tokens record{5, R_WHILE, 0, 0, 0};
+  Tokens record{IF_WORDS, R_WHILE, 0, 0, 0};
   out.insert(out.end(), record.begin(), record.end());
   copy(i, end);
   i = end;
@@ -207,11 +207,11 @@ void group(Tokens& out, const Tokens& in, std::pair<size_t, size_t> part) {
 }
 
 Tokens for_record(word tag_word, bool step) {
-  Tokens r(12, 0);
-  r[0] = 12;
+  Tokens r(FOR_WORDS, 0);
+  r[0] = FOR_WORDS;
   r[1] = tag_word;
-  r[6] = step ? 1 : 0;
-  r[7] = step ? 0 : fw(1.0f);
+  r[FOR_STEP] = step ? 1 : 0;
+  r[FOR_STEP_VALUE] = step ? 0 : fw(1.0f);
   return r;
 }
 
@@ -233,7 +233,7 @@ int Statements::control_for() {
   } else if (parts.size() == 3) {
     group(out, in, parts[0]);
     Tokens r = for_record(R_FOR_C, false);
-    r[6] = r[7] = 0;
+    r[FOR_STEP] = r[FOR_STEP_VALUE] = 0;
     out.insert(out.end(), r.begin(), r.end());
     group(out, in, parts[1]);
     group(out, in, parts[2]);

@@ -310,18 +310,18 @@ int Walker::name() {
 }
 
 int Walker::call(const char* w) {
-  Objet* formal = var_find(c.obj->locals, V_TYPE_FUNC, w);
+  Objet* formal = var_find(c.obj->locals, C_TYPE_FUNC, w);
   last_call_takes_name = false;
   if (formal) {
     emit(C_TYPE_FUNC, objet_handle(formal));
     return 0;
   }
-  int ordinal = symb_find(c.sym, SYM_FORMAL, w);
-  if (ordinal < 0) ordinal = symb_find(c.sym, SYM_CALL, w);
-  if (ordinal < 0) ordinal = symb_add(c.sym, SYM_CALL, w);
+  int ordinal = symb_find(c.sym, C_FORMEL, w);
+  if (ordinal < 0) ordinal = symb_find(c.sym, R_UNDEFINED, w);
+  if (ordinal < 0) ordinal = symb_add(c.sym, R_UNDEFINED, w);
   if (ordinal < 0) return -1;
   Objet* f = get_fonction(w);
-  last_call_takes_name = f && var_find(f->locals, V_TYPE_FUNC, nullptr) != nullptr;
+  last_call_takes_name = f && var_find(f->locals, C_TYPE_FUNC, nullptr) != nullptr;
   emit_record({CALL_WORDS, R_UNDEFINED, ordinal, 0, ordinal});
   return 0;
 }
@@ -333,25 +333,25 @@ int Walker::variable(const char* w) {
   Objet* owner = c.owner;
   Objet* running = lang().running_function;
   Objet* v = nullptr;
-  if ((v = var_find(owner->locals, V_FORMEL, w)) || (v = var_find(owner->locals, V_TYPE_FUNC, w)))
+  if ((v = var_find(owner->locals, C_FORMEL, w)) || (v = var_find(owner->locals, C_TYPE_FUNC, w)))
     return var_token(C_FORMEL, v);
-  if ((v = var_find(owner->locals, V_STATIC, w))) return var_token(address ? C_AD_STATIC : C_STATIC, v);
+  if ((v = var_find(owner->locals, C_STATIC, w))) return var_token(address ? C_AD_STATIC : C_STATIC, v);
   if (c.obj->kind == KIND_LOCAL && (v = find_global(w))) return var_token(C_GLOBAL, v);
-  if (c.console && running && (v = var_find(extern_table(), V_EXTERN, w)))
+  if (c.console && running && (v = var_find(extern_table(), C_EXTERN, w)))
     return var_token(address ? C_AD_GLB : C_EXTERN, v);
   for (Objet* e : lang().extern_list)
     if (e->name && strcmp(e->name, w) == 0) return var_token(address ? C_AD_GLB : C_EXTERN, e);
   if (c.console && !running) {
-    v = var_find(extern_table(), V_EXTERN, w);
-    if (!v && !(v = var_create(extern_table(), V_EXTERN, w))) return -1;
+    v = var_find(extern_table(), C_EXTERN, w);
+    if (!v && !(v = var_create(extern_table(), C_EXTERN, w))) return -1;
     return var_token(address ? C_AD_GLB : C_EXTERN, v);
   }
-  if (c.console && running && (v = var_find(running->locals, V_AUTO, w)))
+  if (c.console && running && (v = var_find(running->locals, C_AUTO, w)))
     return var_token(address ? C_AD_LOC : C_AUTO, v);
-  v = var_find(owner->locals, V_AUTO, w);
+  v = var_find(owner->locals, C_AUTO, w);
   if (!v) {
-    v = var_create(locals_of(owner), V_AUTO, w);
-    if (!v || symb_add(c.sym, V_AUTO, w, nullptr, v) < 0) return -1;
+    v = var_create(locals_of(owner), C_AUTO, w);
+    if (!v || symb_add(c.sym, C_AUTO, w, nullptr, v) < 0) return -1;
   }
   return var_token(C_AUTO, v);
 }

@@ -74,14 +74,15 @@ const word* Run::statement(const word* p) {
 const word* Run::condition(const word* r) {
   const word* next = nullptr;
   float scalar = 0;
-  int c = scalar_group(r + r[2], &scalar) ? scalar != 0.0f : evaluer_cond(r + r[2], base, &next);
+  const word* test = r + r[TEST_CONDITION];
+  int c = scalar_group(test, &scalar) ? scalar != 0.0f : evaluer_cond(test, base, &next);
   if (c < 0) return nullptr;
   put_nil(base);
-  return r + (c ? r[3] : r[4]);
+  return r + (c ? r[TEST_TRUE] : r[TEST_FALSE]);
 }
 
 const word* Run::for_start(const word* r) {
-  const word* init = r + r[2];
+  const word* init = r + r[FOR_INIT];
   const word* first = init + 2;
   if (!(first[0] == C_AUTO || first[0] == C_STATIC || first[0] == C_EXTERN || first[0] == C_GLOBAL ||
         first[0] == C_FORMEL))
@@ -89,10 +90,10 @@ const word* Run::for_start(const word* r) {
   Objet* var = variable_of(first);
   if (!var || !evaluer_expr(init, base, &status)) return fail_for() < 0 ? nullptr : nullptr;
   float end = 0, step = 1.0f;
-  if (!evaluer_expr(r + r[4], base, &status) || !first_float(base, base + item_words(base), &end))
+  if (!evaluer_expr(r + r[FOR_END], base, &status) || !first_float(base, base + item_words(base), &end))
     return fail_for() < 0 ? nullptr : nullptr;
-  if (r[6]) {
-    if (!evaluer_expr(r + r[6], base, &status) || !first_float(base, base + item_words(base), &step))
+  if (r[FOR_STEP]) {
+    if (!evaluer_expr(r + r[FOR_STEP], base, &status) || !first_float(base, base + item_words(base), &step))
       return fail_for() < 0 ? nullptr : nullptr;
   }
   Loop* l = loop_of(r);
@@ -107,9 +108,9 @@ const word* Run::for_start(const word* r) {
   *l = {r, var, end, step};
   // The record keeps the values for the listing.
   word* rec = const_cast<word*>(r);
-  rec[3] = objet_handle(var);
-  rec[5] = fw(end);
-  rec[7] = fw(step);
+  rec[FOR_VARIABLE] = objet_handle(var);
+  rec[FOR_END_VALUE] = fw(end);
+  rec[FOR_STEP_VALUE] = fw(step);
   put_nil(base);
   return for_turn(r, true);
 }
@@ -126,8 +127,8 @@ const word* Run::for_turn(const word* r, bool first) {
     counter += l->step;
     setf(value, 0, counter);
   }
-  if ((l->step > 0 && counter > l->end) || (l->step < 0 && counter < l->end)) return r + r[9];
-  return r + r[8];
+  if ((l->step > 0 && counter > l->end) || (l->step < 0 && counter < l->end)) return r + r[FOR_AFTER];
+  return r + r[FOR_BODY];
 }
 
 // Two values match when both are NIL, or of one type and equal.

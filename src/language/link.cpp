@@ -70,11 +70,11 @@ int Link::calls() {
     if (r[0] == C_LINE) line = r[1];
     if (r[0] <= 0 || (r[1] != R_UNDEFINED && r[1] != R_CODE_FUNC && r[1] != R_FUNC_DISK)) continue;
     const word* e = table_entry(table, r[4]);
-    if (!e || (e[1] != SYM_CALL && e[1] != SYM_FORMAL)) {
+    if (!e || (e[1] != R_UNDEFINED && e[1] != C_FORMEL)) {
       err_fonction(nullptr, r[4]);
       return fail(41);
     }
-    if (e[1] == SYM_FORMAL) continue;  // a call through a formal stays
+    if (e[1] == C_FORMEL) continue;  // a call through a formal stays
     const char* name = reinterpret_cast<const char*>(e + 5);
     Objet* f = find_called(obj, name);
     r[1] = f ? R_CODE_FUNC : R_FUNC_DISK;
@@ -87,7 +87,7 @@ int Link::calls() {
 size_t Link::first_block(size_t r) const {
   size_t j = next_token(t, r);
   int groups = 1;
-  if (t[r + 1] == R_FOR_COUNTED) groups = t[r + 6] ? 3 : 2;
+  if (t[r + 1] == R_FOR_COUNTED) groups = t[r + FOR_STEP] ? 3 : 2;
   else if (t[r + 1] == R_FOR_C) groups = 2;
   for (int k = 0; k < groups && j < t.size(); k++) j = g.end(j);
   return j;
@@ -164,47 +164,47 @@ int Link::flow() {
     word tag_word = k[1];
     if (tag_word == R_IF || tag_word == R_WHILE) {
       construct = 45;
-      size_t cond = r + 5, body = g.end(cond);
+      size_t cond = r + IF_WORDS, body = g.end(cond);
       if (!oper_at(orig, body, O_OPEN)) return fail(45);
       size_t after = g.end(body);
       t[r + 1] = R_IF_LINKED;
-      t[r + 2] = 5;
-      t[r + 3] = off(body + 2, r);
-      t[r + 4] = off(after, r);
+      t[r + TEST_CONDITION] = IF_WORDS;
+      t[r + TEST_TRUE] = off(body + 2, r);
+      t[r + TEST_FALSE] = off(after, r);
       if (tag_word == R_WHILE) {
         set_jump(t, after - 2, r);
       } else if (oper_at(orig, after, O_ELSE)) {
         size_t else_open = next_token(orig, after);
         size_t else_end = g.end(else_open);
-        t[r + 4] = off(else_open, r);
+        t[r + TEST_FALSE] = off(else_open, r);
         set_jump(t, after, else_end);
         if (oper_at(orig, next_token(orig, else_open), O_CLOSE)) t[else_open + 1] = O_NOP;
       }
     } else if (tag_word == R_FOR_COUNTED) {
       construct = 95;
-      size_t g1 = r + 12, g2 = g.end(g1), g3 = g.end(g2);
-      size_t open = orig[r + 6] ? g.end(g3) : g3;
+      size_t g1 = r + FOR_WORDS, g2 = g.end(g1), g3 = g.end(g2);
+      size_t open = orig[r + FOR_STEP] ? g.end(g3) : g3;
       if (!oper_at(orig, open, O_OPEN)) return fail(95);
       size_t close = g.end(open) - 2;
       t[r + 1] = R_FOR_COUNTED_LINKED;
-      t[r + 2] = off(g1, r);
-      t[r + 4] = off(g2, r);
-      t[r + 6] = orig[r + 6] ? off(g3, r) : 0;
+      t[r + FOR_INIT] = off(g1, r);
+      t[r + FOR_END] = off(g2, r);
+      t[r + FOR_STEP] = orig[r + FOR_STEP] ? off(g3, r) : 0;
       set_jump(t, open, open + 2);
-      t[r + 8] = off(open + 2, r);
+      t[r + FOR_BODY] = off(open + 2, r);
       set_jump(t, close, r);
-      t[r + 9] = off(close + 2, r);
+      t[r + FOR_AFTER] = off(close + 2, r);
     } else if (tag_word == R_FOR_C) {
       construct = 33;
-      size_t cond = r + 12, inc = g.end(cond), open = g.end(inc);
+      size_t cond = r + FOR_WORDS, inc = g.end(cond), open = g.end(inc);
       if (!oper_at(orig, open, O_OPEN)) return fail(33);
       size_t close = g.end(open) - 2;
       t[r + 1] = R_FOR_C_LINKED;
-      t[r + 2] = off(cond, r);
+      t[r + TEST_CONDITION] = off(cond, r);
       set_jump(t, open, r);
-      t[r + 3] = off(open + 2, r);
+      t[r + TEST_TRUE] = off(open + 2, r);
       set_jump(t, close, inc);
-      t[r + 4] = off(close + 2, r);
+      t[r + TEST_FALSE] = off(close + 2, r);
     } else if (tag_word == R_SWITCH) {
       construct = 58;
       if (switch_entries(orig, r) < 0) return fail(58);

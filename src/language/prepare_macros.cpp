@@ -64,7 +64,7 @@ int definir_symbole(Passe& P, const char* p) {
   std::string nom(p, fin);
   P.definis.push_back(nom);
   Symboles* table = P.console ? &lang().macros_globales : &P.table;
-  if (symb_find(table, SYM_MACRO, nom.c_str()) >= 0) return 0;
+  if (symb_find(table, C_MACRO, nom.c_str()) >= 0) return 0;
   std::string texte = remplacement(fin);
   if (developper(P, nom.c_str(), texte) < 0) return -1;
   return symb_add_macro(table, nom.c_str(), texte.c_str()) < 0 ? -1 : 0;

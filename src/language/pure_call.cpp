@@ -64,7 +64,7 @@ Verdict* verdict_of(Objet* f) {
   if (!f->code || f->work[2] || f->work[0] > MAX_FORMALS) return &v;
   if (f->locals)
     for (Objet* var = f->locals->next; var; var = var->next) {
-      if (var->kind != V_FORMEL || var->subkind == V_BY_ADDRESS || v.formals == MAX_FORMALS) return &v;
+      if (var->kind != C_FORMEL || var->subkind == C_AD_GLB || v.formals == MAX_FORMALS) return &v;
       v.formal[v.formals++] = objet_handle(var);
     }
   if (v.formals == f->work[0]) v.fit = 1;
@@ -167,11 +167,11 @@ Outcome run(const Frame& fr, float* r, int depth) {
         continue;
       }
       if (p[1] != R_IF_LINKED) return UNFIT;
-      const word* c = p + p[2];
+      const word* c = p + p[TEST_CONDITION];
       float test;
       Outcome o = group(c, fr, &test, depth);
       if (o != DONE) return o;
-      p += test != 0.0f ? p[3] : p[4];
+      p += test != 0.0f ? p[TEST_TRUE] : p[TEST_FALSE];
       continue;
     }
     switch (p[0]) {

@@ -5,7 +5,7 @@
 #include "kernel/chains.h"
 #include "kernel/object_store.h"
 
-int var_kind(const Objet* v) { return v->kind == V_ADDRESS ? v->work[5] : v->kind; }
+int var_kind(const Objet* v) { return v->kind == T_ADDRESS ? v->work[5] : v->kind; }
 
 Objet* var_find(const Objet* head, int kind, const char* name) {
   if (!head) return nullptr;
@@ -15,8 +15,8 @@ Objet* var_find(const Objet* head, int kind, const char* name) {
 }
 
 void var_make_address(Objet* v, word target) {
-  if (v->kind != V_ADDRESS) v->work[5] = v->kind;
-  v->kind = V_ADDRESS;
+  if (v->kind != T_ADDRESS) v->work[5] = v->kind;
+  v->kind = T_ADDRESS;
   v->work[6] = target;
 }
 
