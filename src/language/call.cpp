@@ -81,7 +81,7 @@ const char* call_name(const word* record) {
 // The function a formal holds: a link made at binding, or a name.
 Objet* function_of_formal(Objet* formal) {
   if (!formal) return nullptr;
-  if (formal->kind == KIND_FUNC) return handle_objet(formal->work[6]);
+  if (formal->kind == KIND_FUNC) return handle_objet(formal->work[VAR_TARGET]);
   if (formal->local && tag(formal->local) == T_CHAR) return get_fonction(text(formal->local));
   return nullptr;
 }
@@ -115,8 +115,8 @@ void save_variables(Objet* f) {
     e.handle = objet_handle(v);
     e.kind = v->kind;
     e.subkind = v->subkind;
-    e.work5 = v->work[5];
-    e.work6 = v->work[6];
+    e.work5 = v->work[VAR_DECLARED];
+    e.work6 = v->work[VAR_TARGET];
     e.moved = nullptr;
     e.copied_words = 0;
     if (v->kind == C_FORMEL && v->local) {
@@ -149,12 +149,12 @@ int put_value(Objet* v, const word* src, int words) {
 
 // Formals that referred to the caller's variables become plain again.
 void release_address_formals(Objet* f) {
-  if (!f->locals || !f->work[3]) return;
-  f->work[3] = 0;
+  if (!f->locals || !f->work[FN_REFERENCES]) return;
+  f->work[FN_REFERENCES] = 0;
   for (Objet* v = f->locals->next; v; v = v->next)
     if (v->kind == T_ADDRESS && v->subkind == C_AD_GLB) {
-      v->kind = v->work[5];
-      v->work[6] = 0;
+      v->kind = v->work[VAR_DECLARED];
+      v->work[VAR_TARGET] = 0;
     }
 }
 
@@ -174,8 +174,8 @@ void restore_variables() {
     } else {
       v->kind = e.kind;
       v->subkind = e.subkind;
-      v->work[5] = e.work5;
-      v->work[6] = e.work6;
+      v->work[VAR_DECLARED] = e.work5;
+      v->work[VAR_TARGET] = e.work6;
       if (e.copied_words > SMALL_VALUE) {
         put_value(v, fr.arena.data() + e.copied, e.copied_words);
         fr.arena.resize(e.copied);
@@ -206,7 +206,7 @@ int bind_function_formal(Objet* formal, const word* value) {
   int voc = 0, code = 0;
   if (name && chercher_commande(name, &voc, &code) >= 0) {
     formal->kind = C_COMMAND;
-    formal->work[6] = code;
+    formal->work[VAR_TARGET] = code;
     return 0;
   }
   Objet* f = name ? get_fonction(name) : nullptr;
@@ -218,7 +218,7 @@ int bind_function_formal(Objet* formal, const word* value) {
     return -1;
   }
   formal->kind = KIND_FUNC;
-  formal->work[6] = objet_handle(f);
+  formal->work[VAR_TARGET] = objet_handle(f);
   return 0;
 }
 
@@ -227,7 +227,7 @@ int bind_function_formal(Objet* formal, const word* value) {
 int bind(Objet* f, const word* args, int count) {
   if (!f->locals) return 0;
   int k = 0;
-  for (Objet* v = f->locals->next; v && k < f->work[0]; v = v->next) {
+  for (Objet* v = f->locals->next; v && k < f->work[FN_FORMALS]; v = v->next) {
     if (var_kind(v) != C_FORMEL && v->kind != C_TYPE_FUNC) continue;
     const word* arg = k < count ? args : nullptr;
     if (arg) args += item_words(args);
@@ -244,7 +244,7 @@ int bind(Objet* f, const word* args, int count) {
       v->local = nullptr;
       var_make_address(v, objet_handle(target));
       v->subkind = C_AD_GLB;
-      f->work[3] = 1;  // a formal to make plain again after the call
+      f->work[FN_REFERENCES] = 1;  // a formal to make plain again after the call
       continue;
     }
     const word* value = arg ? get_evaluation(arg) : nullptr;
@@ -255,7 +255,7 @@ int bind(Objet* f, const word* args, int count) {
 }
 
 bool formal_by_address(const Objet* f, int k) {
-  if (!f->locals || !f->work[2]) return false;
+  if (!f->locals || !f->work[FN_ADDRESS]) return false;
   int i = 0;
   for (const Objet* v = f->locals->next; v; v = v->next) {
     if (v->kind != C_FORMEL && v->kind != C_TYPE_FUNC && var_kind(v) != C_FORMEL) continue;
@@ -394,7 +394,7 @@ const word* call_command_formal(const word* p, word* dest, bool lvalue, int* sta
   Objet* formal = handle_objet(p[1]);
   if (formal && formal->kind == C_COMMAND) {
     // The formal stands for a command: the chain is built with its code.
-    return command_chain(p + 2, dest, lvalue, status, formal->work[6]);
+    return command_chain(p + 2, dest, lvalue, status, formal->work[VAR_TARGET]);
   }
   return call_function(p, dest, status);
 }

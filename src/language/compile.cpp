@@ -171,10 +171,10 @@ int a_compile(Objet* obj) {
     obj->locals = nullptr;
   }
   L.extern_list.clear();
-  obj->work[0] = 0;  // formal count
-  obj->work[1] = 0;  // line of the last failure
-  obj->work[2] = 0;  // 1 when a formal is declared `address`
-  obj->work[3] = 0;  // 1 while a formal refers to a caller's variable
+  obj->work[FN_FORMALS] = 0;
+  obj->work[FN_FAIL_LINE] = 0;
+  obj->work[FN_ADDRESS] = 0;
+  obj->work[FN_REFERENCES] = 0;
   Symboles sym;
   if (symb_ini(&sym, 1024) < 0) return -1;
   int r = sans_exception([&] { return compile_object(obj, sym); });

@@ -75,7 +75,7 @@ int Walker::header() {
     if (lire_mot(w, &p, LONG_MOT) <= 1) return fail(44);
     Objet* v = var_create(locals_of(c.obj), C_FORMEL, w);
     if (!v || symb_add(c.sym, C_FORMEL, w, nullptr, v) < 0) return -1;
-    c.obj->work[0]++;
+    c.obj->work[FN_FORMALS]++;
     p = sauter_blancs(p);
     if (*p == ',') {
       p++;
@@ -116,7 +116,7 @@ int Walker::formal_declarations() {
         v->kind = C_TYPE_FUNC;
       } else {
         v->subkind = C_AD_GLB;
-        c.obj->work[2] = 1;  // some formal goes by address
+        c.obj->work[FN_ADDRESS] = 1;
       }
     }
   }

@@ -18,6 +18,7 @@
 #include "language/eval_internal.h"
 #include "language/lang_state.h"
 #include "language/operators.h"
+#include "language/variables.h"
 #include "platform/process.h"
 
 namespace {
@@ -183,7 +184,7 @@ void post_mortem(int line) {
       if (v->local) print_value(v->local);
       else voir_texte("NIL\n");
     }
-  f->work[1] = line;
+  f->work[FN_FAIL_LINE] = line;
 }
 
 int run_code(const word* code, word* base, word** result);

@@ -61,13 +61,13 @@ Verdict* verdict_of(Objet* f) {
   Verdict& v = verdicts[static_cast<size_t>(h)];
   if (v.fit && v.code == f->code && v.id == f->id) return &v;
   v = Verdict{f->code, f->id, -1, 0, {}};
-  if (!f->code || f->work[2] || f->work[0] > MAX_FORMALS) return &v;
+  if (!f->code || f->work[FN_ADDRESS] || f->work[FN_FORMALS] > MAX_FORMALS) return &v;
   if (f->locals)
     for (Objet* var = f->locals->next; var; var = var->next) {
       if (var->kind != C_FORMEL || var->subkind == C_AD_GLB || v.formals == MAX_FORMALS) return &v;
       v.formal[v.formals++] = objet_handle(var);
     }
-  if (v.formals == f->work[0]) v.fit = 1;
+  if (v.formals == f->work[FN_FORMALS]) v.fit = 1;
   return &v;
 }
 

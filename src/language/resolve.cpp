@@ -66,7 +66,7 @@ const word* hybride_part(const word* v, int i) {
 
 Objet* variable_of(const word* item) {
   Objet* v = token_variable(item);
-  for (int hops = 0; v && v->kind == T_ADDRESS && hops < MAX_ADDRESS_HOPS; hops++) v = handle_objet(v->work[6]);
+  for (int hops = 0; v && v->kind == T_ADDRESS && hops < MAX_ADDRESS_HOPS; hops++) v = handle_objet(v->work[VAR_TARGET]);
   return v && v->kind == T_ADDRESS ? nullptr : v;
 }
 
