@@ -111,7 +111,7 @@ int READ_IMAGE_b(word* s, const word*, word*, const word*) {
   const ImageFormat* f = format_of(name);
   if (!f) {
     VOIR_CHAR("%s", extension_of(name).c_str());
-    voir_message(0, 65);
+    voir_message(0, MES_UNKNOWN);
     return -1;
   }
   if (bands && f->decode == READ_IMAGE_RAW) {

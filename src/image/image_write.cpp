@@ -61,7 +61,7 @@ bool transforme(word* s, ImageView& p, ImageData& work) {
     if (!decoupe(p, arg_entier(s, KW_win, 0, 0), arg_entier(s, KW_win, 1, 0), arg_entier(s, KW_win, 2, p.w),
                  arg_entier(s, KW_win, 3, p.h), crop)) {
       voir_mot(KW_win);
-      voir_message(0, 66);
+      voir_message(0, MES_ILLEGAL);
       return false;
     }
     work = std::move(crop);
@@ -101,13 +101,13 @@ int WRITE_IMAGE_b(word* s, const word* ob, word* st, const word* lim) {
   }
   if (name.find('.') == std::string::npos) {
     VOIR_CHAR("%s", name.c_str());
-    voir_message(0, 60);
+    voir_message(0, MES_ILLEGAL_NAME);
     return -1;
   }
   const ImageFormat* f = format_of(name);
   if (!f) {
     VOIR_CHAR("%s", extension_of(name).c_str());
-    voir_message(0, 65);
+    voir_message(0, MES_UNKNOWN);
     return -1;
   }
   ImageData held, work;

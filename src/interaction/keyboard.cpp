@@ -180,7 +180,7 @@ int INTERACTION_ASCII(word* s, const word* lim) {
     if (!(b.function = fonction_nommee(value_text(arg_of(s, KW_func))))) return -1;
   } else if (has_word(s, KW_stock)) {
     voir_mot(KW_stock);
-    voir_message(0, 104);
+    voir_message(0, MES_NOT_IMPLEMENTED);
     return -1;
   } else {
     // The binding of that character goes.

@@ -363,7 +363,7 @@ int mouvement_manuel(word* s, const word* lim) {
       }
     if (!known) {
       VOIR_CHAR("%s: ", t);
-      voir_message(0, 65);
+      voir_message(0, MES_UNKNOWN);
       return -1;
     }
     if (L.Mode_designation == KW_rota && nn >= 4) {

@@ -106,7 +106,7 @@ int INTERACTION_FUNC(word* s, const word* lim) {
     }
     if (slot < 0 || slot >= NB_SLOTS) {
       voir_int("%d: ", slot);
-      voir_message(0, 61);
+      voir_message(0, MES_ILLEGAL_INDEX);
       return -1;
     }
   }

@@ -174,7 +174,7 @@ void ecrit_date_log() {
 
 void interaction_demarrage(int mode) {
   if (!gl_on()) {
-    voir_message(1, 95);
+    voir_message(1, MESG_GRAPHIC_OFF);
     return;
   }
   pointeur_scene();

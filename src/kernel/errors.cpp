@@ -66,7 +66,7 @@ void err_malloc(const char* n, double bytes) {
     voir_texte("MALLOC ERROR\a\n");
     return;
   }
-  voir_message(0, 16);
+  voir_message(0, MES_MALLOC_ERROR);
 }
 
 void err_imbrication(const char* n) {
@@ -79,7 +79,7 @@ void err_realloc(const char* n, int count) {
   VOIR_CHAR("%s", "Reallocation: ");
   if (kernel().etat_console < 1) return;
   voir_int("%d", count);
-  voir_message(0, 18);
+  voir_message(0, MES_REALLOCATION);
 }
 
 void err_vide(const char* n, const Objet* o) {
@@ -127,8 +127,8 @@ void err_format(const char* n, int line) {
     VOIR_CHAR("%s", "wrong formated file\a\n");
     VOIR_CHAR("%s", "line");
   } else {
-    voir_message(0, 103);
-    voir_message(0, 4);
+    voir_message(0, MES_BADLY_FORMATTED_FILE);
+    voir_message(0, MES_LINE);
   }
   voir_int(" %d\n", line);
 }

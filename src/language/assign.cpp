@@ -38,7 +38,7 @@ int store(Objet* v, const word* value) {
 int store_reference(const word* ref, const word* value) {
   Objet* v = handle_objet(ref[4]);
   if (!v || !v->local) {
-    voir_message(0, 6);
+    voir_message(0, MES_ILLEGAL_ASSIGNMENT);
     return -1;
   }
   bloc target = v->local;
@@ -86,7 +86,7 @@ int store_reference(const word* ref, const word* value) {
     }
     return 0;
   }
-  voir_message(0, 6);
+  voir_message(0, MES_ILLEGAL_ASSIGNMENT);
   return -1;
 }
 
@@ -104,7 +104,7 @@ int pending_base = 0;
 
 int change_all(Objet* v, float delta) {
   if (!v || !v->local || tag(v->local) != T_FLOAT) {
-    voir_message(0, 66);
+    voir_message(0, MES_ILLEGAL);
     return -1;
   }
   int n = elements(v->local);
@@ -124,7 +124,7 @@ int assign_to(word* left, const word* value) {
   if (value[0] < 0 && value[0] == T_ADDRESS) {
     Objet* v = token_variable(left);
     if (!v) {
-      voir_message(0, 6);
+      voir_message(0, MES_ILLEGAL_ASSIGNMENT);
       return -1;
     }
     // The variable becomes a reference to the target.
@@ -136,7 +136,7 @@ int assign_to(word* left, const word* value) {
   if (is_variable_token(left)) {
     Objet* v = variable_of(left);
     if (!v) {
-      voir_message(0, 6);
+      voir_message(0, MES_ILLEGAL_ASSIGNMENT);
       return -1;
     }
     if (tag(value) == T_FLOAT && elements(value) == 0) {
@@ -147,12 +147,12 @@ int assign_to(word* left, const word* value) {
     return store(v, value);
   }
   if (left[0] == T_ADDRESS) {
-    voir_message(0, 6);
+    voir_message(0, MES_ILLEGAL_ASSIGNMENT);
     return -1;
   }
   if (left[0] > 0 && (tag(left) == T_REF_SQUARE || tag(left) == T_REF_BRACE)) return store_reference(left, value);
   if (left[0] > 0 && tag(left) == T_SEGMENTS) return assign_command(left, value);
-  voir_message(0, 6);
+  voir_message(0, MES_ILLEGAL_ASSIGNMENT);
   return -1;
 }
 
@@ -160,7 +160,7 @@ int prefix(word* at, word op) {
   if (op == O_ADDRESS) {
     Objet* v = token_variable(at);
     if (!v) {
-      voir_message(0, 66);
+      voir_message(0, MES_ILLEGAL);
       return -1;
     }
     at[0] = T_ADDRESS;
@@ -183,11 +183,11 @@ int prefix(word* at, word op) {
 int postfix(word* at, word op) {
   Objet* v = variable_of(at);
   if (!v || !v->local || tag(v->local) != T_FLOAT) {
-    voir_message(0, 66);
+    voir_message(0, MES_ILLEGAL);
     return -1;
   }
   if (pending_count - pending_base >= PENDING_PER_EXPRESSION || pending_count >= PENDING_MAX) {
-    voir_message(0, 98);
+    voir_message(0, MES_INCOMPATIBLE_TYPES);
     return -1;
   }
   pending[pending_count++] = {objet_handle(v), op == O_INC ? 1.0f : -1.0f};

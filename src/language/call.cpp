@@ -168,7 +168,7 @@ void restore_variables() {
     }
     Objet* v = handle_objet(e.handle);
     if (!v) {
-      voir_message(0, 114);
+      voir_message(0, MES_UNSTACK_ERROR);
       libere_valeur(e.moved);
       if (e.copied_words > SMALL_VALUE) fr.arena.resize(e.copied);
     } else {
@@ -214,7 +214,7 @@ int bind_function_formal(Objet* formal, const word* value) {
   if (!f) {
     voir_mot(KW_func);
     if (name) VOIR_CHAR("%s ", name);
-    voir_message(0, 41);
+    voir_message(0, MES_NON_DEFINED_FUNCTION);
     return -1;
   }
   formal->kind = KIND_FUNC;
@@ -315,7 +315,7 @@ int evaluer_fonction(Objet* f, word* dest, word* args, int count, word* after) {
   EvalState& E = eval_state();
   LanguageState& L = lang();
   if (call_too_deep(E.depth)) {
-    voir_message(0, 73);
+    voir_message(0, MES_INFINITE_RECURSION);
     return -1;
   }
   if (!f->code && (a_compile(f) < 0 || lier_fonction(f) < 0)) return -1;

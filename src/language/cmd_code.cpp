@@ -267,7 +267,7 @@ int schedule(word* record, const char* names, const word* limit) {
   float first = 0;
   if (!number_of(period, &first)) {
     voir_mot(KW_time);
-    voir_message(0, 66);
+    voir_message(0, MES_ILLEGAL);
     return -1;
   }
   // Every name is checked before the list changes.
@@ -309,7 +309,7 @@ int executer_a(word* record, const word* limit) {
   if (item_count(record) == 1) {
     const word* arg = first_argument(record);
     if (!arg || tag(arg) != T_CHAR) {
-      voir_message(0, 66);
+      voir_message(0, MES_ILLEGAL);
       return -1;
     }
     int r = start_task(text(arg));
@@ -335,6 +335,6 @@ int executer_a(word* record, const word* limit) {
     set_result_nil(record);
     return r;
   }
-  voir_message(0, 66);
+  voir_message(0, MES_ILLEGAL);
   return -1;
 }

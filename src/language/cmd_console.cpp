@@ -177,7 +177,7 @@ int SYSTEM_a(word* record, const word* limit) {
     return set_result_nil(record);
   }
   if (tag(arg) != T_CHAR) {
-    voir_message(0, 66);
+    voir_message(0, MES_ILLEGAL);
     return -1;
   }
   const char* cmd = text(arg);
@@ -218,7 +218,7 @@ int ALLOC_a(word* record, const word* limit) {
   long n = static_cast<long>(getf(n_value, 0));
   long d = elements(n_value) > 1 ? static_cast<long>(getf(n_value, 1)) : 1;
   if (n < 0 || d < 1 || n * d > 100000000L) {
-    voir_message(0, 66);
+    voir_message(0, MES_ILLEGAL);
     return -1;
   }
   bool chars = find_item(record, KW_char) != nullptr;

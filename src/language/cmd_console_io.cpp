@@ -50,7 +50,7 @@ int RING_a(word* record, const word* limit) {
   const word* arg = command_argument(record);
   std::vector<float> v;
   if (value_text(arg)) {
-    voir_message(0, 106);
+    voir_message(0, MES_SOUND_OFF);
     return set_result_nil(record);
   }
   if (arg && (!value_floats(arg, v) || v.empty())) {
@@ -106,7 +106,7 @@ int STOP_a(word* record, const word* limit) {
   const char* name = value_text(name_part);
   int line = line_part && value_floats(line_part, v) && !v.empty() ? static_cast<int>(v[0]) : 1;
   if (!name || !*name || line < 1) {
-    voir_message(0, 93);
+    voir_message(0, MES_STOP_USAGE);
     return -1;
   }
   for (const auto& p : stopping_points)

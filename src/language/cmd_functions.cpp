@@ -71,7 +71,7 @@ int WRITE_a(word* record, const word* limit) {
 
 int define_from_console(word* record, const word* value) {
   if (!value || value[0] <= 0 || tag(value) != T_CHAR) {
-    voir_message(0, 6);
+    voir_message(0, MES_ILLEGAL_ASSIGNMENT);
     return -1;
   }
   (void)record;

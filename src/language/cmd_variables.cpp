@@ -198,7 +198,7 @@ int DUP_a(word* record, const word* limit) {
   char from[LONG_MOT], to[LONG_MOT];
   const char* p = names;
   if (!names || lire_mot(from, &p, LONG_MOT) <= 1 || (p = sauter_blancs(p), *p == ',' ? p++ : p, lire_mot(to, &p, LONG_MOT) <= 1)) {
-    voir_message(0, 85);
+    voir_message(0, MES_DUP_FUNC_USAGE);
     return -1;
   }
   Objet* f = get_fonction(from);

@@ -151,7 +151,7 @@ const word* record_operand(const word* p, word* dest, int* status) {
       if (lang().link_state == 1) return call_function(p, dest, status);
       voir_mot(KW_link);
       voir_texte(" OFF");
-      voir_message(0, 99);
+      voir_message(0, MES_FUNCTION_NOT_DEFINED);
       return nullptr;
     case R_CODE_FUNC:
     case R_FUNC_DISK:
@@ -161,7 +161,7 @@ const word* record_operand(const word* p, word* dest, int* status) {
       put_nil(dest);
       return p + p[0];
     default:
-      voir_message(0, 32);
+      voir_message(0, MES_OPERATOR_ERROR);
       return nullptr;
   }
 }

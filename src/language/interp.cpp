@@ -47,7 +47,7 @@ struct Run {
     return nullptr;
   }
   int fail_for() {
-    voir_message(0, 95);
+    voir_message(0, MES_FOR_USAGE);
     return -1;
   }
 
@@ -176,7 +176,7 @@ void post_mortem(int line) {
   E.post_mortem_done = true;
   voir_mot(KW_func);
   VOIR_CHAR("%s ", f->name ? f->name : "");
-  voir_message(0, 4);
+  voir_message(0, MES_LINE);
   voir_int(" %d\n", line);
   if (f->locals)
     for (Objet* v = f->locals->next; v; v = v->next) {
@@ -228,7 +228,7 @@ int run_code(const word* code, word* base, word** result) {
           if (p[0] == C_OPER && p[1] == '(') p = skip_operand(p);
           continue;
         case C_LABEL: case C_DEFAULT: p += 2; continue;
-        case C_BREAK: voir_message(0, 32); next = nullptr; break;
+        case C_BREAK: voir_message(0, MES_OPERATOR_ERROR); next = nullptr; break;
         case C_OPER:
           if (p[1] == '(' || p[1] == '[' || p[1] == '{') next = run.statement(p);
           else if (p[1] == O_FOR_START) next = run.for_start(p + 2);

@@ -39,10 +39,10 @@ struct Link {
       voir_mot(KW_func);
       VOIR_CHAR("%s ", obj->name ? obj->name : "");
     }
-    voir_message(0, 4);
+    voir_message(0, MES_LINE);
     voir_int(" %d: ", line);
     voir_message(0, message);
-    voir_message(0, 113);
+    voir_message(0, MES_LINK_ERROR);
     return -1;
   }
   void line_before(size_t at) {

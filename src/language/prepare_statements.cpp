@@ -34,7 +34,7 @@ int reecrire_case(Reecriture& r) {
   const char* fin = p;
   while (fin > debut && blanc(fin[-1])) fin--;
   if ((*p != ':' && *p != ';') || fin == debut) {
-    voir_message(0, 59);
+    voir_message(0, MES_CASE_USAGE);
     return -1;
   }
   ecrire(r.o, ':');
@@ -51,7 +51,7 @@ int reecrire_goto(Reecriture& r) {
   int ordinal = n > 1 ? symb_find(&r.P.table, C_LABEL, nom) : -1;
   if (ordinal < 0) {
     VOIR_CHAR("%s: ", nom);
-    voir_message(0, 55);
+    voir_message(0, MES_NO_LABEL_FOUND);
     return -1;
   }
   ecrire_texte(r.o, "goto ");

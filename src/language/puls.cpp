@@ -95,7 +95,7 @@ int PULS_a(word* record, const word* limit) {
   if (v && tag(v) == T_FLOAT && value_elements(v) >= 2) return set_result_float(record, limit, oscillator(v));
   if (!v || tag(v) != T_CHAR || !text(v)[0]) {
     voir_mot(KW_puls);
-    voir_message(0, 66);
+    voir_message(0, MES_ILLEGAL);
     return -1;
   }
   word* dim = find_item(record, KW_dim);

@@ -232,7 +232,7 @@ int READ_OBJ_0(const std::vector<word>& words, size_t* at, const LectureObjets& 
   Objet* o = lit_objet(r, apart, 0);
   if (!o) {
     rem_chaine_privee(apart);
-    voir_message(0, 103);
+    voir_message(0, MES_BADLY_FORMATTED_FILE);
     TRACE_FAIL("READ_OBJ_0()");
     return -1;
   }

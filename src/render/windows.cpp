@@ -80,7 +80,7 @@ int SOUS_FENETRE(word* s, const word* lim, const char* name) {
   if (focus_asked || below_asked) {
     if (!o) {
       VOIR_CHAR("%s: ", name);
-      voir_message(0, 65);
+      voir_message(0, MES_UNKNOWN);
       return -1;
     }
     if (!gl_on()) return set_result_nil(s);

@@ -200,7 +200,7 @@ int evaluer_1(word* s, const word* ob, word* st, const word* lim) {
     const int code = item[2];
     if (code >= 400) {
       voir_mot(code);
-      voir_message(0, 104);
+      voir_message(0, MES_NOT_IMPLEMENTED);
       return -1;
     }
     if (code < -1) return 0;

@@ -55,7 +55,7 @@ int element(const word* selector, int index, int* number, char* name, const char
   }
   if (r < 0) {
     voir_int("%d: ", index);
-    voir_message(0, 61);
+    voir_message(0, MES_ILLEGAL_INDEX);
     TRACE_FAIL(who);
   }
   return r;

@@ -82,7 +82,7 @@ int ecrit_facette(Objet* o, int code, const Words& f, int k) {
     list.insert(list.begin() + at, f.begin(), f.end());
   } else {
     voir_int("%d ", k);
-    voir_message(0, 66);
+    voir_message(0, MES_ILLEGAL);
     return -1;
   }
   list[0] = static_cast<word>(list.size());

@@ -93,7 +93,7 @@ int VOL_PIPE(word* s) {
   for (Objet* o : src) {
     if (vol_secx(o) <= 0 || !poi_vol(o)) {
       voir_objet(o);
-      voir_message(0, 15);
+      voir_message(0, MES_TRUNCATED_DATA);
       return -1;
     }
     const int n = std::min(vol_close(o) ? vol_secx(o) : vol_secx(o) + 1, np(poi_vol(o)));

@@ -74,7 +74,7 @@ bool en_cours(Objet* o) {
 bool occupe(Objet* o) {
   if (!en_cours(o)) return false;
   voir_mot(KW_local);
-  voir_message(0, 66);
+  voir_message(0, MES_ILLEGAL);
   return true;
 }
 
@@ -125,7 +125,7 @@ Objet* ajoute_locale(Objet* o, const char* source) {
   std::string nom = function_name(source);
   if (nom.empty() || nom.size() > NOM_MAX) {
     voir_mot(KW_local);
-    voir_message(0, 60);
+    voir_message(0, MES_ILLEGAL_NAME);
     return nullptr;
   }
   if (occupe(o)) return nullptr;
