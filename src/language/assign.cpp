@@ -90,17 +90,6 @@ int store_reference(const word* ref, const word* value) {
   return -1;
 }
 
-struct Pending {
-  word handle;
-  float delta;
-};
-// Nested evaluations (function calls inside an expression) stack their
-// entries above the caller's; each expression holds at most 10.
-constexpr int PENDING_PER_EXPRESSION = 10;
-constexpr int PENDING_MAX = 1024;
-Pending pending[PENDING_MAX];
-int pending_count = 0;
-int pending_base = 0;
 
 int change_all(Objet* v, float delta) {
   if (!v || !v->local || tag(v->local) != T_FLOAT) {
@@ -186,25 +175,28 @@ int postfix(word* at, word op) {
     voir_message(0, MES_ILLEGAL);
     return -1;
   }
-  if (pending_count - pending_base >= PENDING_PER_EXPRESSION || pending_count >= PENDING_MAX) {
+  LanguageState& L = lang();
+  if (L.pending_count - L.pending_base >= PENDING_PER_EXPRESSION || L.pending_count >= PENDING_MAX) {
     voir_message(0, MES_INCOMPATIBLE_TYPES);
     return -1;
   }
-  pending[pending_count++] = {objet_handle(v), op == O_INC ? 1.0f : -1.0f};
+  L.pending[L.pending_count++] = {objet_handle(v), op == O_INC ? 1.0f : -1.0f};
   return copy_value(at, v->local);
 }
 
 int pending_open() {
-  int previous = pending_base;
-  pending_base = pending_count;
+  LanguageState& L = lang();
+  int previous = L.pending_base;
+  L.pending_base = L.pending_count;
   return previous;
 }
 
 int pending_close(int previous, bool apply) {
+  LanguageState& L = lang();
   int r = 0;
-  for (int i = pending_base; apply && i < pending_count && r == 0; i++)
-    r = change_all(handle_objet(pending[i].handle), pending[i].delta);
-  pending_count = pending_base;
-  pending_base = previous;
+  for (int i = L.pending_base; apply && i < L.pending_count && r == 0; i++)
+    r = change_all(handle_objet(L.pending[i].handle), L.pending[i].delta);
+  L.pending_count = L.pending_base;
+  L.pending_base = previous;
   return r;
 }

@@ -32,29 +32,7 @@
 
 namespace {
 
-// One saved variable, or the mark that opens a call's frame. A formal's
-// value is copied (into the entry when small, else into the arena), its
-// bloc staying with the variable to be overwritten by the next binding;
-// other variables hand their bloc over to the frame, so that the call
-// starts them fresh.
-constexpr int SMALL_VALUE = 6;  // words of a scalar float or NIL fit
-
-struct FrameEntry {
-  word handle;   // the variable; 0 for a frame mark
-  int kind, subkind, work5, work6;
-  int copied_words;  // 0 when nothing was copied
-  bloc moved;        // the value bloc handed over, or null
-  size_t copied;     // offset of a large copied value in the arena
-  word small[SMALL_VALUE];
-};
-
-struct Frames {
-  std::vector<FrameEntry> entries;
-  std::vector<word> arena;
-};
-
-Frames the_frames;
-inline Frames& frames() { return the_frames; }
+inline Frames& frames() { return lang().frames; }
 
 // Calls nest through the C++ stack: a guard stops them well before it
 // could run out, by depth and by the stack left (which differs between
@@ -408,22 +386,21 @@ int run_function_object(Objet* f, word* dest, const float* arg) {
 }
 
 int run_function_apart(Objet* f, const float* arg) {
-  static std::vector<word> area;
-  static bool busy = false;
+  LanguageState& L = lang();
   std::vector<word> nested;
-  std::vector<word>& zone = busy ? nested : area;
+  std::vector<word>& zone = L.apart_busy ? nested : L.apart_area;
   const size_t words = static_cast<size_t>(std::max(kernel().Dim_ev, 1 << 16));
   if (zone.size() < words) zone.assign(words, 0);
   // Restored also when the run is abandoned by the interrupt.
   struct Hold {
     word* limit = eval_state().limit;
-    bool outer = !busy;
+    bool outer = !lang().apart_busy;
     ~Hold() {
       eval_state().limit = limit;
-      if (outer) busy = false;
+      if (outer) lang().apart_busy = false;
     }
   } hold;
-  busy = true;
+  L.apart_busy = true;
   eval_state().limit = zone.data() + zone.size();
   return run_function_object(f, zone.data(), arg);
 }

@@ -200,10 +200,7 @@ int DEBUG_a(word* record, const word* limit) {
   return set_result_nil(record);
 }
 
-ExecSchedule& exec_schedule() {
-  static ExecSchedule s;
-  return s;
-}
+ExecSchedule& exec_schedule() { return lang().exec; }
 
 namespace {
 

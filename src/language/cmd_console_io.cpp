@@ -21,8 +21,6 @@ bool is_number(const std::string& w) {
   return end && end != w.c_str() && *end == 0;
 }
 
-std::vector<std::pair<std::string, int>> stopping_points;
-
 }  // namespace
 
 // `input` or `input("prompt")`: one line typed at the console. A list of
@@ -86,7 +84,7 @@ int ALIAS_a(word* record, const word* limit) {
   return set_result_nil(record);
 }
 
-std::vector<std::pair<std::string, int>>& stop_table() { return stopping_points; }
+std::vector<std::pair<std::string, int>>& stop_table() { return lang().stopping_points; }
 
 // `STOP("name",line)` adds a stopping point (line 1 when omitted);
 // `STOP` alone prints the table, one "name,line" a line.
@@ -94,7 +92,7 @@ int STOP_a(word* record, const word* limit) {
   (void)limit;
   const word* arg = command_argument(record);
   if (!arg) {
-    for (const auto& [name, line] : stopping_points) {
+    for (const auto& [name, line] : lang().stopping_points) {
       VOIR_CHAR("%s,", name.c_str());
       voir_int("%d\n", line);
     }
@@ -109,9 +107,9 @@ int STOP_a(word* record, const word* limit) {
     voir_message(0, MES_STOP_USAGE);
     return -1;
   }
-  for (const auto& p : stopping_points)
+  for (const auto& p : lang().stopping_points)
     if (p.first == name && p.second == line) return set_result_nil(record);
-  stopping_points.emplace_back(name, line);
+  lang().stopping_points.emplace_back(name, line);
   return set_result_nil(record);
 }
 

@@ -14,12 +14,6 @@
 #include "language/handlers.h"
 #include "platform/clock.h"
 
-namespace {
-
-double chrono_start = 0.0;
-
-}  // namespace
-
 int TIME_a(word* record, const word* limit) {
   double now = seconds_since_start();
   std::vector<float> v;
@@ -31,10 +25,10 @@ int TIME_a(word* record, const word* limit) {
     return -1;
   }
   if (v[0] == 0.0f) {
-    chrono_start = now;
+    lang().chrono_start = now;
     return set_result_float(record, limit, 0.0f);
   }
-  return set_result_float(record, limit, static_cast<float>(now - chrono_start));
+  return set_result_float(record, limit, static_cast<float>(now - lang().chrono_start));
 }
 
 int TIME_DIST_a(word* record, const word* limit) {
