@@ -88,6 +88,9 @@ struct LanguageState {
   int (*run_schedule)() = nullptr;
   // The object whose `global` variables a `local` function sees, or null.
   Objet* (*local_root)(Objet* local_function) = nullptr;
+  // Runs a command of the graphic vocabulary (`value`: the right side of
+  // an assignment, or null); installed by the scene.
+  int (*graphic_command)(word* record, const word* value, const word* limit) = nullptr;
 
   Frames frames;                 // variables saved by the calls in progress
   // The area of a function run apart from the console's (the animation's

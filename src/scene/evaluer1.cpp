@@ -12,6 +12,7 @@
 #include "kernel/vocab.h"
 #include "language/commands.h"
 #include "language/handlers.h"
+#include "language/lang_state.h"
 #include "scene/graphic.h"
 #include "scene/selection.h"
 #include "scene/unsaved.h"
@@ -244,3 +245,5 @@ int EVALUER_1(word* record, const word* limit) { return evaluer_1(record, nullpt
 int EVALUER_1_assign(word* record, const word* value, const word* limit) {
   return evaluer_1(record, value, libre(record, value), limit);
 }
+
+void install_scene_commands() { lang().graphic_command = EVALUER_1_assign; }

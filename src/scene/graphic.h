@@ -12,6 +12,11 @@ using Handler1 = int (*)(word* s, const word* ob, word* st, const word* lim);
 
 // The dispatch: the first word's handler, through a byte table.
 int evaluer_1(word* s, const word* ob, word* st, const word* lim);
+// The same with the work space above the command (and its right side).
+int EVALUER_1(word* record, const word* limit);
+int EVALUER_1_assign(word* record, const word* value, const word* limit);
+// Makes the language send its graphic commands here.
+void install_scene_commands();
 // Gives these words a handler in the dispatch. The subsystems above the
 // scene register their commands so at start-up.
 void register_graphic_handler(std::initializer_list<int> codes, Handler1 handler, bool quiet = false);

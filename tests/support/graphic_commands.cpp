@@ -1,7 +1,17 @@
-// The subsystems' commands in the graphic dispatch for every test, as the
-// program installs them at start-up.
+// The graphic commands for every test, installed as the program does at
+// start-up. An environment, so that it runs after the states it fills are
+// constructed.
+#include <gtest/gtest.h>
+
 #include "app/install.h"
 
 namespace {
-[[maybe_unused]] const bool installed = (install_graphic_commands(), true);
+
+class GraphicCommands : public ::testing::Environment {
+ public:
+  void SetUp() override { install_graphic_commands(); }
+};
+
+[[maybe_unused]] ::testing::Environment* const installed = ::testing::AddGlobalTestEnvironment(new GraphicCommands);
+
 }  // namespace
