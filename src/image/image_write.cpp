@@ -96,7 +96,7 @@ int WRITE_IMAGE_b(word* s, const word* ob, word* st, const word* lim) {
   std::string name;
   if (!nom_fichier_image(s, 0, name)) return -1;
   if (name.empty()) {
-    err_syntaxe(97, KW_write, " image name(\"file.bmp\")\n");
+    err_syntaxe(MES_COMMAND_USAGE, KW_write, " image name(\"file.bmp\")\n");
     return -1;
   }
   if (name.find('.') == std::string::npos) {

@@ -170,7 +170,7 @@ int INTERACTION_ASCII(word* s, const word* lim) {
   const char* car = value_text(arg_of(s, KW_ascii));
   if (!car) return set_result_text(s, L.Ligne_validee);
   if (!car[0] || car[1]) {
-    err_syntaxe(97, KW_ascii, "(\"c\") func(\"f\")\n");
+    err_syntaxe(MES_COMMAND_USAGE, KW_ascii, "(\"c\") func(\"f\")\n");
     return -1;
   }
   Liaison b;

@@ -85,25 +85,25 @@ void err_realloc(const char* n, int count) {
 void err_vide(const char* n, const Objet* o) {
   name_of(n);
   voir_objet(o);
-  report(22, "EMPTY\a\n");
+  report(MES_EMPTY, "EMPTY\a\n");
 }
 
 void err_octets(const char* n, long count) {
   name_of(n);
   voir_int("%d", static_cast<int>(count));
-  report(25, " BYTES\n");
+  report(MES_BYTES, " BYTES\n");
 }
 
 void err_compile_off(const char* n) {
   name_of(n);
   voir_etat(KW_compile, Yes(KW_compile));
-  report(30, nullptr);
+  report(MES_COMPILE_OFF, nullptr);
 }
 
 void err_link_off(const char* n) {
   name_of(n);
   voir_etat(KW_link, Yes(KW_link));
-  report(50, nullptr);
+  report(MES_LINK_OFF, nullptr);
 }
 
 void err_non_initialise(const char* func, const char* var) {
@@ -112,13 +112,13 @@ void err_non_initialise(const char* func, const char* var) {
     VOIR_CHAR("%s ", func);
   }
   if (var) VOIR_CHAR("%s ", var);
-  report(35, "NOT INITIALIZED VARIABLE\a\n");
+  report(MES_NOT_INITIALIZED_VARIABLE, "NOT INITIALIZED VARIABLE\a\n");
 }
 
 void err_fonction(const char* n, int number) {
   voir_int("%d ", number);
   if (n) VOIR_CHAR("%s", n);
-  report(41, "NO DEFINED FUNCTION\a\n");
+  report(MES_NON_DEFINED_FUNCTION, "NO DEFINED FUNCTION\a\n");
 }
 
 void err_format(const char* n, int line) {

@@ -212,7 +212,7 @@ int ALLOC_a(word* record, const word* limit) {
   word* dim = find_item(record, KW_dim);
   if (dim && item_value(dim)) n_value = item_value(dim);
   if (!n_value || tag(n_value) != T_FLOAT || elements(n_value) < 1) {
-    err_syntaxe(97, first_item(record)[2], "(dim)");
+    err_syntaxe(MES_COMMAND_USAGE, first_item(record)[2], "(dim)");
     return -1;
   }
   long n = static_cast<long>(getf(n_value, 0));

@@ -52,7 +52,7 @@ int RING_a(word* record, const word* limit) {
     return set_result_nil(record);
   }
   if (arg && (!value_floats(arg, v) || v.empty())) {
-    err_syntaxe(97, KW_ring, "(n,ms)\n");
+    err_syntaxe(MES_COMMAND_USAGE, KW_ring, "(n,ms)\n");
     return -1;
   }
   int n = v.empty() ? 1 : static_cast<int>(v[0]);
@@ -75,7 +75,7 @@ int ALIAS_a(word* record, const word* limit) {
   std::string line = s ? s : "";
   size_t eq = line.find('=');
   if (eq == std::string::npos || eq == 0 || line.find('\n') != std::string::npos) {
-    err_syntaxe(97, KW_alias, "(\"name=replacement\")\n");
+    err_syntaxe(MES_COMMAND_USAGE, KW_alias, "(\"name=replacement\")\n");
     return -1;
   }
   if (!L.alias_text.empty() && L.alias_text.back() != '\n') L.alias_text += '\n';

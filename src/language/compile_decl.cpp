@@ -50,11 +50,11 @@ Tokens placeholder(int words, word tag_word) {
 int Walker::header() {
   p = skip_layout(p);
   char w[LONG_MOT];
-  if (lire_mot(w, &p, LONG_MOT) <= 1) return fail(44);
+  if (lire_mot(w, &p, LONG_MOT) <= 1) return fail(MES_FUNCTION_LIST_USAGE);
   int voc = 0, code = 0;
   if (chercher_commande(w, &voc, &code) >= 0 && strcmp(w, "menu") != 0) {
     VOIR_CHAR("%s", w);
-    return fail(89);
+    return fail(MES_IS_A_COMMAND);
   }
   libere_mem(c.obj->name);
   c.obj->name = copy_name(w);
@@ -63,16 +63,16 @@ int Walker::header() {
     VOIR_CHAR("%s\n", w);
   }
   p = sauter_blancs(p);
-  if (*p != '(') return fail(44);
+  if (*p != '(') return fail(MES_FUNCTION_LIST_USAGE);
   p++;
   for (;;) {
     p = skip_layout(p);
     if (*p == ')') break;
     if (*p == '+' || *p == '-') {
       VOIR_CHAR("%s", p);
-      return fail(60);
+      return fail(MES_ILLEGAL_NAME);
     }
-    if (lire_mot(w, &p, LONG_MOT) <= 1) return fail(44);
+    if (lire_mot(w, &p, LONG_MOT) <= 1) return fail(MES_FUNCTION_LIST_USAGE);
     Objet* v = var_create(locals_of(c.obj), C_FORMEL, w);
     if (!v || symb_add(c.sym, C_FORMEL, w, nullptr, v) < 0) return -1;
     c.obj->work[FN_FORMALS]++;
@@ -81,7 +81,7 @@ int Walker::header() {
       p++;
       continue;
     }
-    if (*p != ')') return fail(44);
+    if (*p != ')') return fail(MES_FUNCTION_LIST_USAGE);
   }
   p++;
   return formal_declarations();
@@ -93,9 +93,9 @@ int Walker::formal_declarations() {
     p = skip_layout(p);
     if (*p == '{' || !*p) return 0;
     char w[LONG_MOT];
-    if (lire_mot(w, &p, LONG_MOT) <= 1) return fail(44);
+    if (lire_mot(w, &p, LONG_MOT) <= 1) return fail(MES_FUNCTION_LIST_USAGE);
     bool is_func = strcmp(w, "func") == 0;
-    if (!is_func && strcmp(w, "address") != 0) return fail(44);
+    if (!is_func && strcmp(w, "address") != 0) return fail(MES_FUNCTION_LIST_USAGE);
     while (*p && *p != ';' && *p != '{') {
       p = sauter_blancs(p);
       if (*p == ',') {
@@ -225,7 +225,7 @@ int Walker::declaration(int code) {
     if (!root) {
       voir_mot(KW_global);
       skip_statement();
-      return fail(91);
+      return fail(MES_IMPOSSIBLE);
     }
     table = locals_of(root);
   }

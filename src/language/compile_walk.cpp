@@ -93,7 +93,7 @@ int Walker::string() {
     body.push_back(*s == 1 ? '"' : *s);
     s++;
   }
-  if (!*s) return fail(83);
+  if (!*s) return fail(MES_INCOMPLETE_STRING);
   p = s + 1;
   if (translation_state() == 2 && Yes(KW_generate) >= 0) body = translate_text(body.c_str(), 0, body.size() * 10 + 1000);
   // A string given to a function that takes functions names one.
@@ -222,7 +222,7 @@ bool Walker::comma_misplaced() {
   if (!bad) return false;
   char two[3] = {t && t[0] == C_OPER && t[1] > 0 && t[1] < 128 ? static_cast<char>(t[1]) : ' ', ',', 0};
   VOIR_CHAR("%s", two);
-  fail(66);
+  fail(MES_ILLEGAL);
   return true;
 }
 
@@ -230,8 +230,8 @@ bool Walker::comma_misplaced() {
 
 int Walker::bracket_error() {
   // The text names the kind of bracket whose counter is not at 0.
-  if (paren != 0) return fail(3);
-  return fail(51);
+  if (paren != 0) return fail(MES_PARENTHESIS_ERROR);
+  return fail(MES_HOOK_ERROR);
 }
 
 int Walker::open_bracket(char ch) {
@@ -258,10 +258,10 @@ int Walker::close_bracket(char ch) {
   } else if (ch == ']') {
     if (--square < 0) {
       square = 0;
-      return fail(51);
+      return fail(MES_HOOK_ERROR);
     }
   } else {
-    if (brace <= 0) return fail(34);
+    if (brace <= 0) return fail(MES_BLOCK_ERROR);
     if (--brace == 0) return 1;
   }
   emit(C_OPER, ch);
@@ -270,9 +270,9 @@ int Walker::close_bracket(char ch) {
 
 int Walker::semicolon() {
   p++;
-  if (square > 0) return fail(51);
+  if (square > 0) return fail(MES_HOOK_ERROR);
   bool in_for_head = !for_heads.empty() && paren == for_heads.back();
-  if (paren > 0 && !in_for_head) return fail(3);
+  if (paren > 0 && !in_for_head) return fail(MES_PARENTHESIS_ERROR);
   last_call_takes_name = false;
   emit(C_OPER, ';');
   return 0;
@@ -405,9 +405,9 @@ int Walker::run() {
     if (r < 0 || c.failed) return -1;
     if (r == 1) break;
   }
-  if (brace != 0) return fail(34);
-  if (paren != 0) return fail(3);
-  if (square != 0) return fail(51);
+  if (brace != 0) return fail(MES_BLOCK_ERROR);
+  if (paren != 0) return fail(MES_PARENTHESIS_ERROR);
+  if (square != 0) return fail(MES_HOOK_ERROR);
   return 0;
 }
 

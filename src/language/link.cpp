@@ -72,7 +72,7 @@ int Link::calls() {
     const word* e = table_entry(table, r[4]);
     if (!e || (e[1] != R_UNDEFINED && e[1] != C_FORMEL)) {
       err_fonction(nullptr, r[4]);
-      return fail(41);
+      return fail(MES_NON_DEFINED_FUNCTION);
     }
     if (e[1] == C_FORMEL) continue;  // a call through a formal stays
     const char* name = reinterpret_cast<const char*>(e + 5);
@@ -116,7 +116,7 @@ int Link::breaks() {
       if (!ouverts.empty()) ouverts.pop_back();
     } else if (k[0] > 0 && (k[1] == R_IF || k[1] == R_FOR_COUNTED || k[1] == R_FOR_C || k[1] == R_SWITCH)) {
       const size_t open = first_block(j);
-      if (!oper_at(t, open, O_OPEN)) return fail(57);
+      if (!oper_at(t, open, O_OPEN)) return fail(MES_ILLEGAL_BREAK);
       blocs.push_back({open, g.end(open), k[1] == R_IF ? 2 : 1});
     } else if (k[0] == C_BREAK) {
       // The top block may not have begun: the break is then in the
@@ -125,9 +125,9 @@ int Link::breaks() {
       while (b > 0 && j <= blocs[b - 1].open) b--;
       if (b == 0) continue;
       const size_t n = static_cast<size_t>(blocs[b - 1].n);
-      if (ouverts.size() < n) return fail(57);
+      if (ouverts.size() < n) return fail(MES_ILLEGAL_BREAK);
       const size_t target = g.end(ouverts[ouverts.size() - n]);
-      if (target >= t.size()) return fail(57);
+      if (target >= t.size()) return fail(MES_ILLEGAL_BREAK);
       k[0] = C_JUMP;
       k[1] = static_cast<word>(target - j);
     }
@@ -156,7 +156,7 @@ int Link::flow() {
           label = next_token(orig, j);
           break;
         }
-      if (!label) return fail(55);
+      if (!label) return fail(MES_NO_LABEL_FOUND);
       set_jump(t, r, label);
       continue;
     }
@@ -165,7 +165,7 @@ int Link::flow() {
     if (tag_word == R_IF || tag_word == R_WHILE) {
       construct = 45;
       size_t cond = r + IF_WORDS, body = g.end(cond);
-      if (!oper_at(orig, body, O_OPEN)) return fail(45);
+      if (!oper_at(orig, body, O_OPEN)) return fail(MES_IF_USAGE);
       size_t after = g.end(body);
       t[r + 1] = R_IF_LINKED;
       t[r + TEST_CONDITION] = IF_WORDS;
@@ -184,7 +184,7 @@ int Link::flow() {
       construct = 95;
       size_t g1 = r + FOR_WORDS, g2 = g.end(g1), g3 = g.end(g2);
       size_t open = orig[r + FOR_STEP] ? g.end(g3) : g3;
-      if (!oper_at(orig, open, O_OPEN)) return fail(95);
+      if (!oper_at(orig, open, O_OPEN)) return fail(MES_FOR_USAGE);
       size_t close = g.end(open) - 2;
       t[r + 1] = R_FOR_COUNTED_LINKED;
       t[r + FOR_INIT] = off(g1, r);
@@ -197,7 +197,7 @@ int Link::flow() {
     } else if (tag_word == R_FOR_C) {
       construct = 33;
       size_t cond = r + FOR_WORDS, inc = g.end(cond), open = g.end(inc);
-      if (!oper_at(orig, open, O_OPEN)) return fail(33);
+      if (!oper_at(orig, open, O_OPEN)) return fail(MES_FOR_C_USAGE);
       size_t close = g.end(open) - 2;
       t[r + 1] = R_FOR_C_LINKED;
       t[r + TEST_CONDITION] = off(cond, r);
@@ -207,7 +207,7 @@ int Link::flow() {
       t[r + TEST_FALSE] = off(close + 2, r);
     } else if (tag_word == R_SWITCH) {
       construct = 58;
-      if (switch_entries(orig, r) < 0) return fail(58);
+      if (switch_entries(orig, r) < 0) return fail(MES_SWITCH_USAGE);
     }
   }
   return 0;

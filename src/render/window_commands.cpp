@@ -32,7 +32,7 @@ constexpr Switch CAPS[] = {
 };
 
 int syntaxe() {
-  err_syntaxe(118, KW_graphic, "(\"glEnable(GL_FOG)\")\n");
+  err_syntaxe(MES_TOO_MANY, KW_graphic, "(\"glEnable(GL_FOG)\")\n");
   return -1;
 }
 
