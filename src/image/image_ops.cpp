@@ -82,7 +82,3 @@ void err_tailles(Objet* a, Objet* b) {
 
 float Tirage::operator()() { return table ? random_table_at(graine_alea() + k++) : random_uniform(); }
 
-float option_1(word* s, int code, float dflt) {
-  const std::vector<float> v = valeurs_mot(s, code);
-  return v.empty() ? dflt : v[0];
-}

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "kernel/bloc.h"
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
@@ -122,7 +123,7 @@ int remove_stop(word* record, const word* item) {
     const word* part = v + 4;
     if (tag(part) == T_CHAR) name = text(part);
     const word* num = part + item_words(part);
-    if (tag(num) == T_FLOAT && np(num) > 0) line = static_cast<int>(getf(num, 0));
+    if (tag(num) == T_FLOAT && np(num) > 0) line = entier(getf(num, 0));
   }
   if (!name || !*name || line == 0) {
     voir_mot(KW_rem);

@@ -113,7 +113,7 @@ int run_command(word* at, int* status) {
   }
   // Language values are float: a LONG result becomes a FLOAT.
   if (at[0] > 0 && tag(at) == T_LONG) {
-    int n = np(at) * (dimp(at) > 0 ? dimp(at) : 1);
+    int n = elements(at);
     for (int i = 0; i < n; i++) at[4 + i] = fw(static_cast<float>(at[4 + i]));
     at[1] = T_FLOAT;
   }

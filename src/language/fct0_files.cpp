@@ -21,8 +21,8 @@ const word* argument(Fct0Call& c) { return c.arg ? get_evaluation(c.arg) : nullp
 
 // The slot number held by the first element of a FLOAT value, or -1.
 int slot_number(const word* v) {
-  if (!v || tag(v) != T_FLOAT || value_elements(v) < 1) return -1;
-  return to_int(getf(v, 0));
+  if (!v || tag(v) != T_FLOAT || elements(v) < 1) return -1;
+  return entier(getf(v, 0));
 }
 
 OpenFile* open_slot(int num) {
@@ -73,7 +73,7 @@ bool write_text(SafeFile* f, const char* s, size_t n, size_t* written) {
 
 // Numbers are written as the print command shows them: "%f ".
 bool write_numbers(SafeFile* f, const word* v, int from, size_t* written) {
-  for (int i = from; i < value_elements(v); i++) {
+  for (int i = from; i < value_length(v); i++) {
     char buf[64];
     int n = snprintf(buf, sizeof buf, "%f ", static_cast<double>(getf(v, i)));
     if (n < 0 || n >= static_cast<int>(sizeof buf) || !write_text(f, buf, static_cast<size_t>(n), written))
@@ -83,7 +83,7 @@ bool write_numbers(SafeFile* f, const word* v, int from, size_t* written) {
 }
 
 bool write_part(SafeFile* f, const word* part, int from, size_t* written) {
-  if (tag(part) == T_CHAR) return write_text(f, text(part), static_cast<size_t>(value_elements(part)), written);
+  if (tag(part) == T_CHAR) return write_text(f, text(part), static_cast<size_t>(text_bytes(part)), written);
   if (tag(part) == T_FLOAT) return write_numbers(f, part, from, written);
   return true;
 }

@@ -104,12 +104,12 @@ int fct0_error(Fct0Call& c) {
   if (c.first[2] == KW_precision && c.time) return TIME_a(c.record, c.limit);
   int& code = fct0_state().Erreur_code;
   const word* v = argument(c);
-  if (!v || (tag(v) != T_FLOAT && tag(v) != T_CHAR) || value_elements(v) == 0) {
+  if (!v || (tag(v) != T_FLOAT && tag(v) != T_CHAR) || value_length(v) == 0) {
     if (!code_in_range(code)) return -1;
     return code == 0 ? nil_result(c) : keyword_name(c, code);
   }
   if (tag(v) == T_FLOAT) {
-    int k = to_int(getf(v, 0));
+    int k = entier(getf(v, 0));
     if (!code_in_range(k)) return -1;
     code = k;
     return nil_result(c);
@@ -288,7 +288,7 @@ int fct0_wait(Fct0Call& c) {
   if (tag(c.v) != T_FLOAT) return wrong_kind(c);
   if (c.n == 1) {
     float t = getf(c.v, 0);
-    if (t > 0 && !kernel().tim.empty()) spin_until(clock_ms() + to_int(t));
+    if (t > 0 && !kernel().tim.empty()) spin_until(clock_ms() + entier(t));
     return nil_result(c);
   }
   word* r = float_result(c, 1);

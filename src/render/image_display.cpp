@@ -1,9 +1,10 @@
 #include "render/image_display.h"
 
 #include "image/image_object.h"
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "render/picture.h"
 #include "render/window.h"
 #include "scene/chains.h"
@@ -13,8 +14,8 @@ void DISPLAY_IMAGE(const std::vector<Objet*>& images) {
     const word* px = pixels_lecture(o);
     if (!px) continue;
     float at[2] = {0, static_cast<float>(win().Dimy - image_ny(o))};
-    floats_into(get_val_1(o->local, KW_poi), at, 2);
-    dessine_pixels(octets(px), image_nx(o), image_ny(o), static_cast<int>(at[0]), static_cast<int>(at[1]));
+    floats_of(get_val_1(o->local, KW_poi), at, 2);
+    dessine_pixels(octets(px), image_nx(o), image_ny(o), entier(at[0]), entier(at[1]));
   }
 }
 

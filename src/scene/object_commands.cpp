@@ -246,8 +246,8 @@ int NUM_b(word* s, const word* ob, word* st, const word* lim) {
     }
     return 0;
   }
-  std::vector<float> ids;
-  if (!value_floats(ob, ids) || ids.empty()) {
+  const std::vector<float> ids = floats_of(ob);
+  if (ids.empty()) {
     err_syntaxe(97, KW_number, " obj(id)=n\n");
     return -1;
   }

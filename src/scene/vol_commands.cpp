@@ -6,6 +6,7 @@
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/graphic.h"
 #include "scene/property_rw.h"
@@ -161,13 +162,10 @@ int usage_generate() {
   return -1;
 }
 
-float premier(const word* v, float defaut) {
-  return v && tag(v) == T_FLOAT && np(v) > 0 ? getf(v, 0) : defaut;
-}
 
 int genere(Objet* o, word* s, const std::vector<int>& k) {
-  if (find_item(s, KW_frac)) return generer_cible(o, {KW_frac, premier(parametre(s, KW_frac), 1)});
-  if (find_item(s, KW_ext)) return generer_cible(o, {KW_ext, premier(parametre(s, KW_ext), 0)});
+  if (find_item(s, KW_frac)) return generer_cible(o, {KW_frac, value_at(parametre(s, KW_frac), 0, 1)});
+  if (find_item(s, KW_ext)) return generer_cible(o, {KW_ext, value_at(parametre(s, KW_ext), 0, 0)});
   if (k.empty()) {
     for (const std::vector<int>& t : TOUT)
       if (!derive_vol(o, static_cast<int>(t.size()), t.data())) return -1;

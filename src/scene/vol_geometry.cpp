@@ -21,7 +21,7 @@ namespace {
 
 std::vector<float> nombres(const word* v) {
   std::vector<float> f;
-  for (int i = 0; v && tag(v) == T_FLOAT && i < np(v) * std::max<int>(dimp(v), 1); i++) f.push_back(getf(v, i));
+  for (int i = 0; v && tag(v) == T_FLOAT && i < elements(v); i++) f.push_back(getf(v, i));
   return f;
 }
 
