@@ -24,12 +24,6 @@
 
 namespace {
 
-bool number_of(const word* v, float* f) {
-  if (!v || tag(v) != T_FLOAT || elements(v) < 1) return false;
-  *f = getf(v, 0);
-  return true;
-}
-
 // Runs `action` on each function named in `names` (read word by word);
 // unknown names are passed over.
 template <class F>
@@ -121,7 +115,7 @@ int COMPILE_a(word* record, const word* limit) {
     return set_result_nil(record);
   }
   float level = 0;
-  if (number_of(command_argument(record), &level)) {
+  if (floats_of(command_argument(record), &level, 1)) {
     lang().listing = entier(level);
     return set_result_nil(record);
   }
@@ -141,7 +135,7 @@ int LINK_a(word* record, const word* limit) {
     return r;
   }
   float level = 0;
-  if (number_of(command_argument(record), &level)) {
+  if (floats_of(command_argument(record), &level, 1)) {
     lang().listing_link = entier(level);
     return set_result_nil(record);
   }
@@ -255,7 +249,7 @@ int schedule(word* record, const char* names, const word* limit) {
     return set_result_nil(record);
   }
   float first = 0;
-  if (!number_of(period, &first)) {
+  if (!floats_of(period, &first, 1)) {
     voir_mot(KW_time);
     voir_message(0, 66);
     return -1;
@@ -285,7 +279,7 @@ int schedule(word* record, const char* names, const word* limit) {
   }
   float delay = 0;
   word* np_item = find_item(record, KW_NP);
-  number_of(np_item ? item_value(np_item) : nullptr, &delay);
+  floats_of(np_item ? item_value(np_item) : nullptr, &delay, 1);
   s.delay = delay > 0 ? entier(delay) : 0;
   s.counter = 0;
   s.position = 0;

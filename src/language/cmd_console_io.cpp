@@ -60,7 +60,7 @@ int RING_a(word* record, const word* limit) {
     return -1;
   }
   int n = v.empty() ? 1 : entier(v[0]);
-  int delay = v.size() > 1 ? static_cast<int>(v[1]) : 0;
+  int delay = v.size() > 1 ? entier(v[1]) : 0;
   ring_bells(n, delay);
   return set_result_nil(record);
 }

@@ -209,7 +209,7 @@ static int make_reference(Objet* v, const word* index, bool brace, word* dest) {
   dest[2] = count;
   dest[3] = tag(value);
   dest[4] = objet_handle(v);
-  for (int i = 0; i < count; i++) dest[5 + i] = static_cast<word>(getf(index, i));
+  for (int i = 0; i < count; i++) dest[5 + i] = entier(getf(index, i));
   return 0;
 }
 
