@@ -43,7 +43,7 @@ int opt_dim(Objet* o, word* s) {
 // `adjust(id)`: to the size of that image; `adjust` alone with `dim` is
 // done by `dim`, and without it takes the window's size.
 int opt_adjust(Objet* o, word* s) {
-  const word* ref = item_value(find_item(s, KW_adjust));
+  const word* ref = arg_of(s, KW_adjust);
   if (!ref && find_item(s, KW_dim)) return 0;
   Objet* r = ref ? image_operande(ref, 0) : image_courante();
   return r ? IMAGE_ADJUST_DIM(o, r) : -1;
@@ -122,7 +122,7 @@ int opt_validate(Objet* o, word*) { return VALIDATE_IMAGE(o); }
 
 // `dup(ids)`: copies of the image into those images, made as needed.
 int opt_dup(Objet* o, word* s) {
-  const word* ids = item_value(find_item(s, KW_dup));
+  const word* ids = arg_of(s, KW_dup);
   if (!ids) return usage(KW_dup, "(id)\a\n");
   for (int i = 0; i < nb_selection(ids); i++) {
     int num = 0;

@@ -98,7 +98,7 @@ void efface_image(Objet* o) {
 int READ_IMAGE_b(word* s, const word*, word*, const word*) {
   float ids_f[2] = {0, 0};
   const int nids = arg_floats(s, KW_image, ids_f, 2);
-  int ids[2] = {static_cast<int>(std::clamp(ids_f[0], -1e9f, 1e9f)), static_cast<int>(std::clamp(ids_f[1], -1e9f, 1e9f))};
+  int ids[2] = {coord(ids_f[0]), coord(ids_f[1])};
   const char* given = value_text(arg_of(s, KW_name));
   if (given && given[0] == '!') return set_result_nil(s);
   const bool bands = has_word(s, KW_line);

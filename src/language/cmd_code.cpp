@@ -235,8 +235,7 @@ int EXEC_EXEC(const char* tasks) {
 }
 
 int schedule(word* record, const char* names, const word* limit) {
-  word* time_item = find_item(record, KW_time);
-  const word* period = time_item ? item_value(time_item) : nullptr;
+  const word* period = arg_of(record, KW_time);
   ExecSchedule& s = exec_schedule();
   if (!period) {
     // A query: the entry's period and next time, or NIL.
@@ -278,8 +277,7 @@ int schedule(word* record, const char* names, const word* limit) {
     if (!known) s.entries.push_back({h, t, t});
   }
   float delay = 0;
-  word* np_item = find_item(record, KW_NP);
-  floats_of(np_item ? item_value(np_item) : nullptr, &delay, 1);
+  floats_of(arg_of(record, KW_NP), &delay, 1);
   s.delay = delay > 0 ? entier(delay) : 0;
   s.counter = 0;
   s.position = 0;

@@ -63,7 +63,7 @@ int DIM_a(word* record, const word* limit) {
 // `type(v)`: 0 NIL, 1 CHAR, 2 LONG, 3 FLOAT, 4 HYBRIDE, printing nothing.
 int TYPE_a(word* record, const word* limit) {
   if (has_other_vocabulary(record)) return 1;
-  const word* v = item_value(find_item(record, KW_type));
+  const word* v = arg_of(record, KW_type);
   return set_result_float(record, limit, v ? static_cast<float>(type_code(v)) : 0.0f);
 }
 
@@ -71,9 +71,8 @@ int TYPE_a(word* record, const word* limit) {
 // (given in either order); `dim(m)` alone holds it between -m and m.
 int LIMIT_a(word* record, const word* limit) {
   const word* arg = command_argument(record);
-  word* d = find_item(record, KW_dim);
   std::vector<float> v = floats_of(arg);
-  const std::vector<float> bounds = floats_of(d ? item_value(d) : nullptr);
+  const std::vector<float> bounds = floats_of(arg_of(record, KW_dim));
   if (!arg || tag(arg) != T_FLOAT || bounds.empty()) {
     err_syntaxe(97, KW_limit, "(v) dim(min,max)\n");
     return -1;

@@ -8,6 +8,7 @@
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
+#include "language/args.h"
 #include "language/code.h"
 #include "language/commands.h"
 #include "language/compile.h"
@@ -147,7 +148,7 @@ int names_of_functions(Fct0Call& c) {
 
 int names_in_error(Fct0Call& c) {
   std::vector<std::string>& names = fct0_state().Tab_noms_err;
-  if (item_value(find_item(c.record, KW_error))) {
+  if (arg_of(c.record, KW_error)) {
     names.clear();
     return nil_result(c);
   }

@@ -16,6 +16,7 @@
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "language/eval.h"
 #include "language/fct0.h"
@@ -98,9 +99,8 @@ int PULS_a(word* record, const word* limit) {
     voir_message(0, 66);
     return -1;
   }
-  word* dim = find_item(record, KW_dim);
-  const word* d = dim ? item_value(dim) : nullptr;
-  if (dim) return define(record, text(v), d && tag(d) == T_FLOAT ? d : nullptr);
+  const word* d = arg_of(record, KW_dim);
+  if (has_word(record, KW_dim)) return define(record, text(v), d && tag(d) == T_FLOAT ? d : nullptr);
   Objet* o = find_puls(text(v));
   if (!o) {
     err_objet(KW_puls, v, -1, 0, nullptr);

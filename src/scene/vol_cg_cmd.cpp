@@ -19,6 +19,7 @@
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/graphic.h"
 #include "scene/property_rw.h"
@@ -143,7 +144,7 @@ const FormeCG FORMES[] = {{KW_vertex, cg_vertex}, {KW_fac, cg_fac}, {KW_secx, cg
 
 int par_parties(word* s, const FormeCG& forme, const std::vector<Objet*>& objets, const word* lim) {
   Points out;
-  const word* params = parametre(s, forme.code);
+  const word* params = arg_of(s, forme.code);
   for (Objet* o : objets) {
     const word* poi = poi_requis(o, "CG_b()");
     if (!poi || forme.f(o, poi, params, out) < 0) {
