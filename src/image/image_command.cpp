@@ -178,7 +178,7 @@ bool a_des_options(word* s) { return item_count(s) > 1; }
 bool commande_image(word* s) { return find_item(s, KW_image) != nullptr; }
 
 int IMAGE_1(word* s, const word* ob, word* st, const word* lim) {
-  const word* sel = item_value(first_item(s));
+  const word* sel = command_argument(s);
   if (ob || (!sel && !a_des_options(s))) return bloc_0(s, ob, st, lim);
   const int n = nb_images(sel);
   for (int i = 0; i < n; i++) {

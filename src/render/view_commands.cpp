@@ -114,7 +114,7 @@ int EYE_VOL_POI(word* s) { return vers_vol_poi(s, KW_eye); }
 int AIM_VOL_POI(word* s) { return vers_vol_poi(s, KW_aim); }
 
 int SET_VIEW_b(word* s, const word* ob, word* st, const word* lim) {
-  const word* sel = item_value(first_item(s));
+  const word* sel = command_argument(s);
   if (ob || !sel) return bloc_0(s, ob, st, lim);
   if (const char* t = value_text(arg_of(s, KW_write))) {
     if (SET_VIEW_WRITE(sel, arg_int(s, KW_dim, 2), t) < 0) return -1;
@@ -140,7 +140,7 @@ int AIM_EYE_b(word* s, const word* ob, word* st, const word* lim) {
   (void)st;
   const int code = first_item(s)[2];
   if (has_word(s, KW_poi) || has_word(s, KW_vol)) return code == KW_eye ? EYE_VOL_POI(s) : AIM_VOL_POI(s);
-  const word* v = ob ? ob : item_value(first_item(s));
+  const word* v = ob ? ob : command_argument(s);
   float f[3] = {0, 0, 0};
   const int n = floats_of(v, f, 3);
   for (int kind : {KW_view, KW_light}) {
@@ -185,7 +185,7 @@ int FOC_ROLL_b(word* s, const word* ob, word* st, const word* lim) {
   float* p = code == KW_foc ? vs.P_foc : vs.P_roll;
   if (!p) return -1;
   float f = 0;
-  if (floats_of(ob ? ob : item_value(first_item(s)), &f, 1) > 0) {
+  if (floats_of(ob ? ob : command_argument(s), &f, 1) > 0) {
     const float before = *p;
     *p = f;
     if (CAL_VIEW(nullptr, 1) < 0) {
@@ -230,7 +230,7 @@ int PERS_b(word* s, const word* ob, word* st, const word* lim) {
     }
     return set_result_floats(s, lim, out);
   }
-  const word* v = ob ? ob : item_value(first_item(s));
+  const word* v = ob ? ob : command_argument(s);
   const int n = v ? elements(v) : 0;
   if (n == 0) return set_result_float(s, lim, static_cast<float>(Yes(KW_pers)));
   std::vector<float> f(static_cast<size_t>(n));

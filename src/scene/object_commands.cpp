@@ -258,7 +258,7 @@ int NUM_b(word* s, const word* ob, word* st, const word* lim) {
 int TYPE_b(word* s, const word* ob, word* st, const word* lim) {
   (void)st;
   (void)lim;
-  const word* named = item_value(first_item(s));
+  const word* named = command_argument(s);
   // The object word's own selection, not filtered by the type being set.
   std::vector<Objet*> objets;
   word* item = objet_item(s, mot_objet_rem);

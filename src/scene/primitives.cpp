@@ -61,12 +61,10 @@ int sphere_partagee(const Construction& unit) {
 
 // `rev(id)` without `poi`: the profile the volume was built from.
 std::vector<float> profil_existant(word* s) {
-  std::vector<float> v;
-  const word* ids = item_value(first_item(s));
+  const word* ids = command_argument(s);
   Objet* o = ids ? get_objet_simple(chaine_classe(KW_vol), ids, 0) : nullptr;
-  if (const word* p = o ? get_val_2(o->local, KW_rev, KW_poi) : nullptr; p && tag(p) == T_FLOAT)
-    for (int i = 0; i < elements(p); i++) v.push_back(getf(p, i));
-  return v;
+  const word* p = o ? get_val_2(o->local, KW_rev, KW_poi) : nullptr;
+  return p && tag(p) == T_FLOAT ? floats_of(p) : std::vector<float>{};
 }
 
 // The profile kept on each new volume, for a later `rev(id)` alone.
@@ -74,7 +72,7 @@ void garde_profil(word* s, const std::vector<float>& v) {
   std::vector<word> b{static_cast<word>(4 + v.size()), T_FLOAT, static_cast<word>(v.size() ? 1 : 0),
                       static_cast<word>(std::max<size_t>(v.size(), 1))};
   for (float x : v) b.push_back(fw(x));
-  const word* ids = item_value(first_item(s));
+  const word* ids = command_argument(s);
   for (int i = 0, n = nb_selection(ids); i < n; i++)
     if (Objet* o = get_objet_simple(chaine_classe(KW_vol), ids, i)) {
       rem_propr_2(o, KW_rev, KW_poi);

@@ -35,7 +35,7 @@ int compte_mot(word* s, int code, int fallback, int least) {
 }
 
 bool taille_possible(word* s, const Taille& t, int extra, const char* name) {
-  const word* ids = item_value(first_item(s));
+  const word* ids = command_argument(s);
   return volume_possible(t, (ids ? nb_selection(ids) : 1) + extra, name);
 }
 

@@ -12,6 +12,7 @@
 #include "kernel/values.h"
 #include "kernel/access.h"
 #include "kernel/vocab.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/chains.h"
 #include "scene/graphic.h"
@@ -105,7 +106,7 @@ int set_get_val_com(word* s, const word* lim, const word* ob) {
   int count = 0;
   float* values = val_com(code / KW_PER_VOC, code, &count);
   if (!values) return -1;
-  const word* v = ob ? ob : item_value(first_item(s));
+  const word* v = ob ? ob : command_argument(s);
   if (v && tag(v) == T_FLOAT) {
     const int k = std::min(elements(v), count);
     for (int i = 0; i < count; i++) values[i] = i < k ? getf(v, i) : 0.0f;

@@ -113,8 +113,7 @@ int cg_secy(Objet* o, const word* poi, const word* v, Points& out) { return cg_s
 
 int cg_coe(Objet* o, const word* poi, const word* v, Points& out) {
   const word* w = v ? v : get_val_1(o->local, KW_coe);
-  std::vector<float> poids;
-  for (int i = 0; w && tag(w) == T_FLOAT && i < elements(w); i++) poids.push_back(getf(w, i));
+  const std::vector<float> poids = floats_of(w);
   Somme m;
   for (size_t i = 0; i < poids.size() && i < static_cast<size_t>(poi[2]); i++)
     m.ajoute(sommet(poi, static_cast<int>(i) + 1), stride(poi), poids[i]);
