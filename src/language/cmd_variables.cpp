@@ -25,10 +25,7 @@
 
 namespace {
 
-const char* text_arg(const word* item) {
-  const word* v = item ? item_value(item) : nullptr;
-  return v && tag(v) == T_CHAR ? text(v) : nullptr;
-}
+const char* text_arg(const word* item) { return value_text(item ? item_value(item) : nullptr); }
 
 // "name " for each variable of the chain whose kind passes, as a CHAR
 // whose count is the number of names.

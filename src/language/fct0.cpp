@@ -98,6 +98,8 @@ bool evaluate(Fct0Call& c) {
 
 }  // namespace
 
+const word* fct0_argument(Fct0Call& c) { return c.arg ? get_evaluation(c.arg) : nullptr; }
+
 int fct0(word* record, const word* limit) {
   Fct0Call c;
   c.record = record;

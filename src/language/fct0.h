@@ -62,6 +62,9 @@ struct Fct0Call {
 };
 using Fct0Worker = int (*)(Fct0Call& c);
 
+// The first item's argument evaluated, or null.
+const word* fct0_argument(Fct0Call& c);
+
 // A FLOAT result of n zeroed elements at c.out; null after message 12.
 word* float_result(Fct0Call& c, int n);
 int nil_result(Fct0Call& c);
