@@ -154,7 +154,7 @@ int generer_segm(const word* value, word* dest) {
   if (c == 0.0f) c = 1.0f;
   if ((b - a) * c < 0) c = -c;
   double steps = std::round(static_cast<double>(b - a) / c);  // halves away from zero
-  if (steps < 0 || steps > 1e8) {
+  if (!(steps >= 0 && steps <= 1e8)) {  // NaN bounds fail here too
     voir_message(0, 96);
     return -1;
   }
