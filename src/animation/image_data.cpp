@@ -14,7 +14,7 @@ namespace {
 // Sets the first `n` floats of a plain FLOAT value to 0.
 void zero(bloc v, int n) {
   if (!v || tag(v) != T_FLOAT || dimp(v) < 0) return;
-  const int k = std::min({n, np(v) * std::max(dimp(v), 1), size(v) - 4});
+  const int k = std::min(n, elements(v));
   for (int i = 0; i < k; i++) setf(v, i, 0.0f);
 }
 

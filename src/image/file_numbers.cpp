@@ -20,20 +20,18 @@ int base_of(char c) {
   }
 }
 
-// The first element of a numeric value as an integer.
-bool entier(const word* v, long long* n) {
+// The first element of a FLOAT or LONG as an integer; false for other
+// kinds, and for a number that is not finite or lies beyond +-2e9.
+bool numero(const word* v, long long* n) {
   if (!v || size(v) < 5 || np(v) < 1) return false;
-  if (tag(v) == T_FLOAT) {
-    const float f = getf(v, 0);
-    if (!std::isfinite(f) || std::fabs(f) > 2e9f) return false;
-    *n = static_cast<long long>(f);
-    return true;
-  }
   if (tag(v) == T_LONG) {
     *n = v[4];
     return true;
   }
-  return false;
+  const float f = tag(v) == T_FLOAT ? getf(v, 0) : NAN;
+  if (!std::isfinite(f) || std::fabs(f) > 2e9f) return false;
+  *n = entier(f);
+  return true;
 }
 
 // The text a number value puts in a file name.
@@ -44,13 +42,13 @@ bool texte_numero(const word* v, int offset, std::string& out) {
     if (!out.empty() && out.back() == '.') out.pop_back();
     return true;
   }
-  if (entier(v, &n)) {
+  if (numero(v, &n)) {
     out = std::to_string(n + offset);
     return true;
   }
   if (!v || tag(v) != T_HYBRIDE || np(v) < 2) return false;
   const word* fmt = sous_bloc(v, 0);
-  if (!fmt || tag(fmt) != T_CHAR || !entier(sous_bloc(v, 1), &n)) return false;
+  if (!fmt || tag(fmt) != T_CHAR || !numero(sous_bloc(v, 1), &n)) return false;
   return format_numerique(text(fmt), n + offset, out);
 }
 

@@ -26,16 +26,16 @@ int usage(int code, const char* text) {
 
 // The values of the option `code`, and whether there are at least `n`.
 bool au_moins(word* s, int code, size_t n, std::vector<float>& v) {
-  v = valeurs_mot(s, code);
+  v = arg_floats(s, code);
   return v.size() >= n;
 }
 
 int opt_dim(Objet* o, word* s) {
   std::vector<float> v;
   if (!au_moins(s, KW_dim, 1, v)) return usage(KW_dim, "(nx,ny)\a\n");
-  const int nx = entier_borne(v[0]), ny = v.size() > 1 ? entier_borne(v[1]) : nx;
+  const int nx = coord(v[0]), ny = v.size() > 1 ? coord(v[1]) : nx;
   bool adjust = false;
-  if (valeurs_mot(s, KW_adjust, &adjust).empty() && adjust) return REDIM_IMAGE(o, nx, ny);
+  if (arg_floats(s, KW_adjust, &adjust).empty() && adjust) return REDIM_IMAGE(o, nx, ny);
   if (nx == image_nx(o) && ny == image_ny(o) && image_nz(o) == 1) return 0;
   return SET_DIM_IMAGE(o, nx, ny);
 }
@@ -43,7 +43,7 @@ int opt_dim(Objet* o, word* s) {
 // `adjust(id)`: to the size of that image; `adjust` alone with `dim` is
 // done by `dim`, and without it takes the window's size.
 int opt_adjust(Objet* o, word* s) {
-  const word* ref = item_value(find_item(s, KW_adjust));
+  const word* ref = arg_of(s, KW_adjust);
   if (!ref && find_item(s, KW_dim)) return 0;
   Objet* r = ref ? image_operande(ref, 0) : image_courante();
   return r ? IMAGE_ADJUST_DIM(o, r) : -1;
@@ -52,7 +52,7 @@ int opt_adjust(Objet* o, word* s) {
 int opt_cut(Objet* o, word* s) {
   std::vector<float> v;
   if (!au_moins(s, KW_cut, 4, v)) return usage(KW_cut, "(x1,y1,x2,y2)\a\n");
-  return IMAGE_CUT(o, entier_borne(v[0]), entier_borne(v[1]), entier_borne(v[2]), entier_borne(v[3]));
+  return IMAGE_CUT(o, coord(v[0]), coord(v[1]), coord(v[2]), coord(v[3]));
 }
 
 int opt_ini(Objet* o, word*) { return IMAGE_INI(o); }
@@ -67,7 +67,7 @@ int opt_col(Objet* o, word* s) {
 
 int alea_de(Objet* o, word* s, int code) {
   Tirage t{code == KW_alea};
-  image_alea(o, option_1(s, code, 0.5f), t);
+  image_alea(o, arg_float(s, code, 0.5f), t);
   return 0;
 }
 int opt_rand(Objet* o, word* s) { return alea_de(o, s, KW_rand); }
@@ -79,7 +79,7 @@ int opt_rectangle(Objet* o, word* s) {
   uint8_t rgba[4] = {255, 255, 255, 255};
   if (au_moins(s, KW_col, 3, c))
     for (int k = 0; k < 3; k++) rgba[k] = octet(c[static_cast<size_t>(k)]);
-  RECTANGLE_IMAGE(o, entier_borne(v[0]), entier_borne(v[1]), entier_borne(v[2]), entier_borne(v[3]), rgba);
+  RECTANGLE_IMAGE(o, coord(v[0]), coord(v[1]), coord(v[2]), coord(v[3]), rgba);
   return 0;
 }
 
@@ -93,24 +93,24 @@ int opt_inv(Objet* o, word*) {
 }
 
 int opt_tran(Objet* o, word* s) {
-  const std::vector<float> v = valeurs_mot(s, KW_tran);
+  const std::vector<float> v = arg_floats(s, KW_tran);
   return TRAN_IMAGE(o, v.size() > 0 ? v[0] : 0, v.size() > 1 ? v[1] : 0);
 }
-int opt_rota(Objet* o, word* s) { return ROTZ_IMAGE(o, option_1(s, KW_rota, 0)); }
-int opt_rotz(Objet* o, word* s) { return ROTZ_IMAGE(o, option_1(s, KW_rotz, 0)); }
+int opt_rota(Objet* o, word* s) { return ROTZ_IMAGE(o, arg_float(s, KW_rota, 0)); }
+int opt_rotz(Objet* o, word* s) { return ROTZ_IMAGE(o, arg_float(s, KW_rotz, 0)); }
 int opt_dila(Objet* o, word* s) {
-  const std::vector<float> v = valeurs_mot(s, KW_dila);
+  const std::vector<float> v = arg_floats(s, KW_dila);
   const float sx = v.empty() ? 1 : v[0];
   return DILA_IMAGE(o, sx, v.size() > 1 ? v[1] : sx);
 }
-int opt_dilx(Objet* o, word* s) { return DILA_IMAGE(o, option_1(s, KW_dilx, 1), 1); }
-int opt_dily(Objet* o, word* s) { return DILA_IMAGE(o, 1, option_1(s, KW_dily, 1)); }
+int opt_dilx(Objet* o, word* s) { return DILA_IMAGE(o, arg_float(s, KW_dilx, 1), 1); }
+int opt_dily(Objet* o, word* s) { return DILA_IMAGE(o, 1, arg_float(s, KW_dily, 1)); }
 
 // `speed` makes the per-pixel speed; `speed(vx,vy,vz)` gives it to all.
 int opt_speed(Objet* o, word* s) {
   bloc v = speed_image(o);
   if (!v) return -1;
-  std::vector<float> f = valeurs_mot(s, KW_speed);
+  std::vector<float> f = arg_floats(s, KW_speed);
   if (f.empty()) return 0;
   f.resize(3, 0.0f);
   for (int i = 0; i < np(v); i++)
@@ -122,7 +122,7 @@ int opt_validate(Objet* o, word*) { return VALIDATE_IMAGE(o); }
 
 // `dup(ids)`: copies of the image into those images, made as needed.
 int opt_dup(Objet* o, word* s) {
-  const word* ids = item_value(find_item(s, KW_dup));
+  const word* ids = arg_of(s, KW_dup);
   if (!ids) return usage(KW_dup, "(id)\a\n");
   for (int i = 0; i < nb_selection(ids); i++) {
     int num = 0;
@@ -178,7 +178,7 @@ bool a_des_options(word* s) { return item_count(s) > 1; }
 bool commande_image(word* s) { return find_item(s, KW_image) != nullptr; }
 
 int IMAGE_1(word* s, const word* ob, word* st, const word* lim) {
-  const word* sel = item_value(first_item(s));
+  const word* sel = command_argument(s);
   if (ob || (!sel && !a_des_options(s))) return bloc_0(s, ob, st, lim);
   const int n = nb_images(sel);
   for (int i = 0; i < n; i++) {
@@ -204,10 +204,9 @@ int DIM_IMAGE(word* s, const word* ob, word* st, const word* lim) {
   (void)st;
   const word* sel = images_commande(s, nullptr);
   if (ob) {
-    std::vector<float> v;
-    value_floats(ob, v);
+    const std::vector<float> v = floats_of(ob);
     if (v.empty()) return usage(KW_dim, "image(id)=nx,ny\a\n");
-    const int nx = entier_borne(v[0]), ny = v.size() > 1 ? entier_borne(v[1]) : nx;
+    const int nx = coord(v[0]), ny = v.size() > 1 ? coord(v[1]) : nx;
     return pour_chaque_image(sel, "DIM_IMAGE()", [&](Objet* o) { return REDIM_IMAGE(o, nx, ny); });
   }
   std::vector<float> f;

@@ -9,8 +9,6 @@
 int READ_IMAGE_b(word* s, const word* ob, word* st, const word* lim);
 int WRITE_IMAGE_b(word* s, const word* ob, word* st, const word* lim);
 
-// Element i of a word's value as an integer (clamped to +-1e9), or dflt.
-int arg_entier(word* s, int code, int i, int dflt);
 // The file name of a command: `name`, with the `number` option put in it
 // (offset added). False after a report.
 bool nom_fichier_image(word* s, int offset, std::string& name);

@@ -14,6 +14,7 @@
 #include "image/image_ops.h"
 #include "kernel/interrupt.h"
 #include "kernel/keywords.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/graphic.h"
 #include "scene/primitives.h"
@@ -61,8 +62,8 @@ static int DISK_IMAGE_1(Objet* o, Disque d) {
     d.cx = std::clamp(d.cx, d.r, std::max(d.r, static_cast<float>(nx - 1) - d.r));
     d.cy = std::clamp(d.cy, d.r, std::max(d.r, static_cast<float>(ny - 1) - d.r));
   }
-  const int x0 = std::max(0, entier_borne(d.cx - d.r - 1)), x1 = std::min(nx - 1, entier_borne(d.cx + d.r + 2));
-  const int y0 = std::max(0, entier_borne(d.cy - d.r - 1)), y1 = std::min(ny - 1, entier_borne(d.cy + d.r + 2));
+  const int x0 = std::max(0, coord(d.cx - d.r - 1)), x1 = std::min(nx - 1, coord(d.cx + d.r + 2));
+  const int y0 = std::max(0, coord(d.cy - d.r - 1)), y1 = std::min(ny - 1, coord(d.cy + d.r + 2));
   uint8_t* px = pixels_image(o);
   for (int y = y0; y <= y1; y++)
     for (int x = x0; x <= x1; x++) {
@@ -89,23 +90,23 @@ int DISK_IMAGE(word* s, const word* ob, word* st, const word* lim) {
   const word* sel = images_commande(s, &found);
   if (ob || !found) return bloc_0(s, ob, st, lim);
   Disque d;
-  const std::vector<float> poi = valeurs_mot(s, KW_poi);
+  const std::vector<float> poi = arg_floats(s, KW_poi);
   if ((d.centre = poi.size() >= 2)) d.cx = poi[0], d.cy = poi[1];
-  const std::vector<float> r = valeurs_mot(s, KW_radius);
+  const std::vector<float> r = arg_floats(s, KW_radius);
   if ((d.rayon = !r.empty())) d.r = r[0];
-  const std::vector<float> c = valeurs_mot(s, KW_col);
+  const std::vector<float> c = arg_floats(s, KW_col);
   for (size_t k = 0; k < 3 && k < c.size(); k++) d.col[k] = c[k];
-  if (find_item(s, KW_coe)) d.coe = option_1(s, KW_coe, 0.5f);
+  if (find_item(s, KW_coe)) d.coe = arg_float(s, KW_coe, 0.5f);
   for (int code : {KW_rand, KW_alea})
     if (find_item(s, code)) {
       d.hasard = true;
       d.tirage.table = code == KW_alea;
-      d.p = option_1(s, code, 0.5f);
+      d.p = arg_float(s, code, 0.5f);
     }
-  if (find_item(s, KW_transp)) d.alpha = 1 - option_1(s, KW_transp, 0);
+  if (find_item(s, KW_transp)) d.alpha = 1 - arg_float(s, KW_transp, 0);
   d.normal = find_item(s, KW_normal) != nullptr;
-  if (find_item(s, KW_limit)) d.bord = option_1(s, KW_limit, 1);
-  d.precision = std::clamp(entier_borne(option_1(s, KW_precision, 1)), 1, 16);
+  if (find_item(s, KW_limit)) d.bord = arg_float(s, KW_limit, 1);
+  d.precision = std::clamp(coord(arg_float(s, KW_precision, 1)), 1, 16);
   d.inside = find_item(s, KW_inside) != nullptr;
   if (d.rayon && d.r <= 0) {
     voir_mot(KW_radius);

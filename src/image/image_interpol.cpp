@@ -11,6 +11,7 @@
 #include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "kernel/resources.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
@@ -55,11 +56,11 @@ int INTERPOL_b(word* s, const word* ob, word* st, const word* lim) {
     voir_texte("(n) image(id1,id2,...) number(destination)\a\n");
     return -1;
   }
-  const int n = std::clamp(entier_borne(option_1(s, KW_interpol, 0)), 0, 100000);
+  const int n = std::clamp(coord(arg_float(s, KW_interpol, 0)), 0, 100000);
   // One past the highest number, counted in float: the highest may be
   // the largest int.
   const float suivant = static_cast<float>(std::max(0, num_max(1, KW_image))) + 1.0f;
-  const int d = std::clamp(entier_borne(option_1(s, KW_number, suivant)), -100000000, 100000000);
+  const int d = std::clamp(coord(arg_float(s, KW_number, suivant)), -100000000, 100000000);
   // All the images the command makes, weighed before the first is made.
   double octets = 0;
   for (int k = 0; k + 1 < m; k++)

@@ -1,18 +1,9 @@
 // What `read image` and `write image` share: the file name with its
 // number, and the format options.
-#include <algorithm>
-#include <cmath>
-
 #include "image/file_numbers.h"
 #include "image/image_commands.h"
 #include "kernel/keywords.h"
-#include "render/cmd_args.h"
-
-int arg_entier(word* s, int code, int i, int dflt) {
-  float f[16];
-  if (i >= 16 || arg_floats(s, code, f, 16) <= i || std::isnan(f[i])) return dflt;
-  return static_cast<int>(std::clamp(f[i], -1e9f, 1e9f));
-}
+#include "language/args.h"
 
 bool nom_fichier_image(word* s, int offset, std::string& name) {
   const char* given = value_text(arg_of(s, KW_name));
@@ -29,7 +20,7 @@ FormatOptions options_format(word* s) {
   FormatOptions o;
   const word* format = arg_of(s, KW_format);
   o.order = value_text(format);
-  if (format && !o.order) o.compression = arg_entier(s, KW_format, 0, 0);
-  if (has_word(s, KW_debug)) o.debug = arg_entier(s, KW_debug, 0, 1);
+  if (format && !o.order) o.compression = arg_int(s, KW_format, 0);
+  if (has_word(s, KW_debug)) o.debug = arg_int(s, KW_debug, 1);
   return o;
 }

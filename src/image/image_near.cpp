@@ -82,7 +82,7 @@ int vie(Objet* o, Regle& r) {
 // The stored value of `near code` on the image, or null.
 const word* option_gardee(Objet* o, int code, int count) {
   const word* v = get_val_2(o->local, KW_near, code);
-  return v && tag(v) == T_FLOAT && np(v) * std::max<int>(dimp(v), 1) == count ? v : nullptr;
+  return v && tag(v) == T_FLOAT && elements(v) == count ? v : nullptr;
 }
 
 int garde(Objet* o, int code, const float* f, int count) {
@@ -107,18 +107,18 @@ int NEAR_IMAGE(word* s, const word* ob, word* st, const word* lim) {
   const word* sel = images_commande(s, nullptr);
   Regle r;
   bool matrice = false;
-  const std::vector<float> m = valeurs_mot(s, KW_matrix, &matrice);
+  const std::vector<float> m = arg_floats(s, KW_matrix, &matrice);
   if (matrice && m.size() != 9) return usage_matrice();
   bool number = false;
-  std::vector<float> num = valeurs_mot(s, KW_number, &number);
+  std::vector<float> num = arg_floats(s, KW_number, &number);
   if (number && num.size() < 2) num.assign(NUMBER_DEFAUT, NUMBER_DEFAUT + 2);
-  r.passes = entier_borne(option_1(s, KW_dup, 1));
-  r.limite = option_1(s, KW_limit, 0.5f);
+  r.passes = coord(arg_float(s, KW_dup, 1));
+  r.limite = arg_float(s, KW_limit, 0.5f);
   for (int code : {KW_rand, KW_alea})
     if (find_item(s, code)) {
       r.hasard = true;
       r.tirage.table = code == KW_alea;
-      r.p = option_1(s, code, 0.5f);
+      r.p = arg_float(s, code, 0.5f);
     }
   const int res = pour_chaque_image(sel, "NEAR_IMAGE()", [&](Objet* o) {
     const word* gardee = option_gardee(o, KW_matrix, 9);
@@ -136,8 +136,8 @@ int NEAR_IMAGE_EG(word* s, const word* ob, word* st, const word* lim) {
   const int count = code == KW_matrix ? 9 : 2;
   const float* defaut = code == KW_matrix ? MATRICE_DEFAUT : NUMBER_DEFAUT;
   const word* sel = images_commande(s, nullptr);
-  std::vector<float> v;
-  if (ob && (!value_floats(ob, v) || static_cast<int>(v.size()) != count)) {
+  const std::vector<float> v = floats_of(ob);
+  if (ob && static_cast<int>(v.size()) != count) {
     voir_mot(KW_near);
     voir_mot(code);
     voir_mot(KW_image);

@@ -4,6 +4,7 @@
 
 #include "kernel/keywords.h"
 #include "kernel/random_table.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "render/picture.h"
 #include "scene/lookup.h"
@@ -41,9 +42,8 @@ Objet* image_operande(const word* selector, int index) {
 }
 
 const word* images_commande(word* s, bool* found) {
-  word* item = find_item(s, KW_image);
-  if (found) *found = item != nullptr;
-  return item ? item_value(item) : nullptr;
+  if (found) *found = has_word(s, KW_image);
+  return arg_of(s, KW_image);
 }
 
 Objet* image_de_taille(int id, int nx, int ny) {
@@ -82,7 +82,3 @@ void err_tailles(Objet* a, Objet* b) {
 
 float Tirage::operator()() { return table ? random_table_at(graine_alea() + k++) : random_uniform(); }
 
-float option_1(word* s, int code, float dflt) {
-  const std::vector<float> v = valeurs_mot(s, code);
-  return v.empty() ? dflt : v[0];
-}

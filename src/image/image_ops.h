@@ -5,9 +5,10 @@
 #include <cstdint>
 #include <vector>
 
+#include "kernel/entier.h"
+#include "scene/image_object.h"
 #include "kernel/report.h"
 #include "kernel/word.h"
-#include "scene/image_object.h"
 
 // The current image: image 0, refilled from the window's pixels (bottom
 // row first, as the window gives them). Null after a report when there
@@ -52,18 +53,15 @@ int copie_image(Objet* dst, Objet* src);
 // that should have the same size do not.
 void err_tailles(Objet* a, Objet* b);
 
-// A float as an int, rounded down, NaN as 0 and the rest held within
-// +-1e9, so that any number a user gives converts safely and sums of two
-// of them do not overflow (the kernel's `entier` truncates instead).
-inline int entier_borne(float f) {
-  if (!(f == f)) return 0;
-  return f < -1e9f ? -1000000000 : f > 1e9f ? 1000000000 : static_cast<int>(std::floor(f));
-}
+// Sizes and pixel coordinates a user gives are held within +-COORD_MAX
+// (entier_borne), so that sums of two of them do not overflow.
+constexpr int COORD_MAX = 1000000000;
+inline int coord(float f) { return entier_borne(f, -COORD_MAX, COORD_MAX); }
 
 // A value from 0 to 255 as a byte, rounded and clamped.
 inline uint8_t octet255(float v) {
   const float x = v + 0.5f;
-  return x <= 0 ? 0 : x >= 255 ? 255 : static_cast<uint8_t>(x);
+  return !(x > 0) ? 0 : x >= 255 ? 255 : static_cast<uint8_t>(x);
 }
 // A colour value from 0 to 1 as a byte.
 inline uint8_t octet(float v) { return octet255(v * 255.0f); }
@@ -76,6 +74,3 @@ struct Tirage {
   float operator()();
 };
 
-// The first value of the first word `code` of a command, or `dflt` when
-// the word is absent or has no value.
-float option_1(word* s, int code, float dflt);

@@ -6,14 +6,15 @@
 
 #include "image/image_commands.h"
 #include "image/image_io.h"
+#include "image/image_ops.h"
+#include "scene/image_object.h"
 #include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "render/picture.h"
 #include "render/window.h"
 #include "scene/graphic.h"
-#include "scene/image_object.h"
 
 namespace {
 
@@ -40,14 +41,14 @@ void transparence(word* s, ImageData& d) {
   for (int i = 0; i < item_count(s); i++, item = next_item(item))
     if (item[2] == KW_transp) values.push_back(item_value(item));
   float t[3] = {0, 0, 0};
-  if (values.size() >= 1 && floats_into(values[0], t, 1) == 1 && std::isfinite(t[0])) {
+  if (values.size() >= 1 && floats_of(values[0], t, 1) == 1 && std::isfinite(t[0])) {
     const auto alpha = static_cast<uint8_t>(std::lround(255 * std::clamp(1 - t[0], 0.0f, 1.0f)));
     par_tranches(d.px.size() / 4, [&](size_t a, size_t b) {
       for (size_t i = a; i < b; i++) d.px[i * 4 + 3] = alpha;
     });
   }
   float key[3] = {0, 0, 0};
-  if (values.size() < 2 || floats_into(values[1], key, 3) < 1) return;
+  if (values.size() < 2 || floats_of(values[1], key, 3) < 1) return;
   uint8_t k[3];
   for (int c = 0; c < 3; c++) k[c] = static_cast<uint8_t>(std::lround(255 * std::clamp(key[c], 0.0f, 1.0f)));
   par_tranches(d.px.size() / 4, [&](size_t a, size_t b) {
@@ -69,7 +70,7 @@ void coefficient(word* s, ImageData& d) {
 // `dim(nx, ny)` resizes after reading; ny defaults to nx.
 int redimensionne(word* s, ImageData& d) {
   if (!has_word(s, KW_dim)) return 0;
-  const int nx = arg_entier(s, KW_dim, 0, d.w), ny = arg_entier(s, KW_dim, 1, nx);
+  const int nx = coord(arg_float(s, KW_dim, d.w)), ny = coord(arg_float(s, KW_dim, nx, 1));
   if (size_refused(nx, ny, 1, "dim")) return -1;
   ImageView p{d.px.data(), d.w, d.h, 1};
   d.px = reechantillonne(p, nx, ny);
@@ -82,7 +83,7 @@ int redimensionne(word* s, ImageData& d) {
 
 // The window: at `poi(x, y)`, else at its top left.
 void dans_fenetre(word* s, const ImageData& d) {
-  const int x = arg_entier(s, KW_poi, 0, 0), y = arg_entier(s, KW_poi, 1, win().Dimy - d.h);
+  const int x = coord(arg_float(s, KW_poi, 0)), y = coord(arg_float(s, KW_poi, win().Dimy - d.h, 1));
   dessine_pixels(d.px.data(), d.w, d.h, x, y);
 }
 
@@ -97,11 +98,11 @@ void efface_image(Objet* o) {
 int READ_IMAGE_b(word* s, const word*, word*, const word*) {
   float ids_f[2] = {0, 0};
   const int nids = arg_floats(s, KW_image, ids_f, 2);
-  int ids[2] = {static_cast<int>(std::clamp(ids_f[0], -1e9f, 1e9f)), static_cast<int>(std::clamp(ids_f[1], -1e9f, 1e9f))};
+  int ids[2] = {coord(ids_f[0]), coord(ids_f[1])};
   const char* given = value_text(arg_of(s, KW_name));
   if (given && given[0] == '!') return set_result_nil(s);
   const bool bands = has_word(s, KW_line);
-  const int current = arg_entier(s, KW_line, 0, 0), count = arg_entier(s, KW_line, 1, 0);
+  const int current = coord(arg_float(s, KW_line, 0)), count = coord(arg_float(s, KW_line, 0, 1));
   if (bands && !given && nids > 0)  // the next band of the kept raw file
     return READ_IMAGE_RAW_LINE("", ids, nids, -1, 0) < 0 ? -1 : set_result_nil(s);
   if (!given) return usage();

@@ -12,6 +12,7 @@
 #include "image/image_ops.h"
 #include "kernel/interrupt.h"
 #include "kernel/keywords.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
@@ -98,7 +99,7 @@ void lisse_noyau(const uint8_t* src, uint8_t* dst, int nx, int ny, const Noyau& 
 Noyau noyau_lissage(const std::vector<float>* values, int nx, int ny) {
   if (!values || values->empty()) return boite(3);
   if (values->size() == 1) {
-    int n = entier_borne((*values)[0]);
+    int n = coord((*values)[0]);
     if (n < 2) return boite(1);
     if (n % 2 == 0) n++;
     if (n >= nx / 2 - 1) n = nx / 2 - 2;
@@ -151,7 +152,7 @@ int SMOOTH_b(word* s, const word* ob, word* st, const word* lim) {
   const word* sel = images_commande(s, &found);
   if (ob || !found) return bloc_0(s, ob, st, lim);
   bool present = false;
-  const std::vector<float> values = valeurs_mot(s, KW_smooth, &present);
+  const std::vector<float> values = arg_floats(s, KW_smooth, &present);
   Objet* src = image_operande(sel, 0);
   Objet* dst = src;
   if (src && sel && nb_selection(sel) > 1) {

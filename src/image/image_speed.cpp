@@ -13,6 +13,7 @@
 #include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/graphic.h"
 #include "scene/primitives.h"
@@ -70,13 +71,13 @@ int GENERATE_SPEED_IMAGE(word* s, const word* ob, word* st, const word* lim) {
     voir_texte("(id) [image(id2)] coe(c) format(f) generate(g) rand(a,b) alea(a,b) meta period\a\n");
     return -1;
   }
-  const float c = option_1(s, KW_coe, 1);
+  const float c = arg_float(s, KW_coe, 1);
   const word* ids2 = seconde_liste(s);
   Tirage t;
-  std::vector<float> ab = valeurs_mot(s, KW_rand);
-  if (find_item(s, KW_alea)) t.table = true, ab = valeurs_mot(s, KW_alea);
+  std::vector<float> ab = arg_floats(s, KW_rand);
+  if (find_item(s, KW_alea)) t.table = true, ab = arg_floats(s, KW_alea);
   if (ab.size() < 2) {
-    const float g = ab.empty() ? option_1(s, KW_generate, 1) : ab[0];
+    const float g = ab.empty() ? arg_float(s, KW_generate, 1) : ab[0];
     ab = {-g, g};
   }
   int i = 0;

@@ -4,13 +4,14 @@
 
 #include "image/image_commands.h"
 #include "image/image_io.h"
+#include "image/image_ops.h"
+#include "scene/image_object.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "render/picture.h"
 #include "scene/graphic.h"
-#include "scene/image_object.h"
 
 namespace {
 
@@ -35,7 +36,7 @@ std::string nom_ecrit(const std::string& name, const ImageFormat* f) {
 // (no window) is not a failure.
 bool source(word* s, ImageData& held, ImageView& p) {
   if (const word* id = arg_of(s, KW_image)) {
-    const int n = arg_entier(s, KW_image, 0, 0);
+    const int n = coord(arg_float(s, KW_image, 0));
     Objet* o = image_numero(n);
     if (!o) {
       err_objet(KW_image, id, 0, 0, nullptr);
@@ -58,8 +59,8 @@ bool source(word* s, ImageData& held, ImageView& p) {
 bool transforme(word* s, ImageView& p, ImageData& work) {
   if (has_word(s, KW_win)) {
     ImageData crop;
-    if (!decoupe(p, arg_entier(s, KW_win, 0, 0), arg_entier(s, KW_win, 1, 0), arg_entier(s, KW_win, 2, p.w),
-                 arg_entier(s, KW_win, 3, p.h), crop)) {
+    if (!decoupe(p, coord(arg_float(s, KW_win, 0)), coord(arg_float(s, KW_win, 0, 1)), coord(arg_float(s, KW_win, p.w, 2)),
+                 coord(arg_float(s, KW_win, p.h, 3)), crop)) {
       voir_mot(KW_win);
       voir_message(0, MES_ILLEGAL);
       return false;
@@ -68,7 +69,7 @@ bool transforme(word* s, ImageView& p, ImageData& work) {
     p = ImageView{work.px.data(), work.w, work.h, 1};
   }
   if (has_word(s, KW_dim)) {
-    const int nx = arg_entier(s, KW_dim, 0, p.w), ny = arg_entier(s, KW_dim, 1, nx);
+    const int nx = coord(arg_float(s, KW_dim, p.w)), ny = coord(arg_float(s, KW_dim, nx, 1));
     if (size_refused(nx, ny, 1, "dim")) return false;
     Bytes resized = reechantillonne(p, nx, ny);
     work.px = std::move(resized);
@@ -118,7 +119,7 @@ int WRITE_IMAGE_b(word* s, const word* ob, word* st, const word* lim) {
   if (has_word(s, KW_line) && f->encode == WRITE_IMAGE_RAW) {
     float band[2];
     if (arg_floats(s, KW_line, band, 2) < 2) return usage_line();
-    const int r = WRITE_IMAGE_RAW_LINE(name, p, arg_entier(s, KW_line, 0, 0), arg_entier(s, KW_line, 1, 0));
+    const int r = WRITE_IMAGE_RAW_LINE(name, p, coord(arg_float(s, KW_line, 0)), coord(arg_float(s, KW_line, 0, 1)));
     return r < 0 ? -1 : set_result_nil(s);
   }
   const Bytes bytes = f->encode(p, options_format(s));

@@ -30,7 +30,7 @@
 #include "kernel/report.h"
 #include "language/cmd_util.h"
 #include "language/commands.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "render/window.h"
 #include "scene/graphic.h"
 
@@ -66,7 +66,7 @@ int commande_propre(word* s, const word* ob, word* st, const word* lim) {
 int lire_ou_ecrire(word* s, const word* lim, int code, int& variable) {
   const word* v = arg_of(s, code);
   if (!v) return set_result_float(s, lim, static_cast<float>(variable));
-  variable = arg_int(s, code, 0, variable);
+  variable = arg_int(s, code, variable);
   return set_result_nil(s);
 }
 
@@ -91,7 +91,7 @@ int periode_ecran(word* s, const word* lim) {
       break;
     if (get_ind(f, i, &n, name, sizeof name) != 1 || !(h[i] = fonction_nommee(name))) return -1;
   }
-  L.periode = std::max(0, arg_int(s, KW_screen, 0, L.periode));
+  L.periode = std::max(0, arg_int(s, KW_screen, L.periode));
   L.cpt_periode = 0;
   if (f) {
     L.fonction_periode = h[0];
@@ -188,7 +188,7 @@ int fin_de(word* s, const word* lim) {
 
 int journal(word* s) {
   InteractionState& L = loop();
-  L.log_mode = arg_int(s, KW_error, 0, 1);
+  L.log_mode = arg_int(s, KW_error, 1);
   stamp_debut();
   return set_result_nil(s);
 }

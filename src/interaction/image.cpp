@@ -5,6 +5,7 @@
 #include "animation/cycle.h"
 #include "interaction/interaction.h"
 #include "interaction/internal.h"
+#include "kernel/entier.h"
 #include "kernel/interrupt.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
@@ -34,8 +35,8 @@ int entrees() {
     for (int i = 0; i < 3; i++) L.souris_chemin[i] = L.chemin[L.chemin_pos + i];
     L.chemin_pos += 3;
     // The path stands for the pointer.
-    L.survol[0] = static_cast<int>(L.souris_chemin[0]);
-    L.survol[1] = static_cast<int>(L.souris_chemin[1]);
+    L.survol[0] = entier(L.souris_chemin[0]);
+    L.survol[1] = entier(L.souris_chemin[1]);
     pointeur_scene();
   }
   return 0;

@@ -19,7 +19,7 @@
 #include "language/cmd_util.h"
 #include "language/commands.h"
 #include "language/console_runner.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "render/frame.h"
 #include "render/window.h"
 

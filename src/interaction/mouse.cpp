@@ -18,7 +18,7 @@
 #include "kernel/report.h"
 #include "language/cmd_util.h"
 #include "language/commands.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "render/frame.h"
 #include "render/lights.h"
 #include "render/view.h"
@@ -312,7 +312,7 @@ int mouvement_manuel(word* s, const word* lim) {
   int nn = 0;
   if (v && tag(v) == T_HYBRIDE) {
     t = value_text(sous_bloc(v, 0));
-    for (int k = 1; k < np(v) && nn < 4; k++) nn += floats_into(sous_bloc(v, k), n + nn, 4 - nn);
+    for (int k = 1; k < np(v) && nn < 4; k++) nn += floats_of(sous_bloc(v, k), n + nn, 4 - nn);
   } else {
     t = value_text(v);
   }

@@ -15,7 +15,7 @@
 #include "kernel/startup.h"
 #include "language/cmd_util.h"
 #include "language/commands.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "scene/lookup.h"
 
 namespace {
@@ -39,14 +39,14 @@ void temps(const word* v) {
       (void)facteur;
       for (int i = 1; i < 3; i++)
         if (const word* b = sous_bloc(v, i)) f[i] = value_at(b, 0, 0);
-      L.menus = static_cast<int>(f[1]);
-      L.troisieme = static_cast<int>(f[2]);
+      L.menus = entier(f[1]);
+      L.troisieme = entier(f[2]);
       return;
     }
     for (int i = 0; i < 3; i++)
       if (const word* b = sous_bloc(v, i)) f[n++] = value_at(b, 0, 0);
   } else {
-    n = floats_into(v, f, 3);
+    n = floats_of(v, f, 3);
   }
   if (n > 0) L.Nb_image_max = entier(f[0]);
   if (n > 1) L.menus = entier(f[1]);
@@ -99,7 +99,7 @@ int reseau(const word* v) {
 int valide(const word* v) {
   InteractionState& L = loop();
   float f[2] = {0, 0};
-  if (floats_into(v, f, 2) < 2) {
+  if (floats_of(v, f, 2) < 2) {
     voir_mot(KW_interaction);
     voir_mot(KW_validate);
     voir_texte("(nb,1)\a\n");
@@ -121,7 +121,7 @@ int options_init(word* block) {
     switch (item[2]) {
       case KW_dim: case KW_poi: case KW_precision: case KW_coe: case KW_vol: case KW_zbuf: break;
       case KW_exp: {
-        const int mode = arg_int(block, KW_exp, 0, 0);
+        const int mode = arg_int(block, KW_exp, 0);
         const int gl_mode = mode == 1 ? 0x0800 : mode == 2 ? 0x0801 : 0x2601;  // GL_EXP, GL_EXP2, GL_LINEAR
         (void)gl_mode;
         break;
@@ -142,7 +142,7 @@ int options_init(word* block) {
       case KW_line: {
         L.chemin.clear();
         L.chemin_pos = 0;
-        for (int k = 0; v && k < value_elements(v); k++) L.chemin.push_back(value_at(v, k, 0));
+        for (int k = 0; v && k < elements(v); k++) L.chemin.push_back(value_at(v, k, 0));
         break;
       }
       case KW_memory:

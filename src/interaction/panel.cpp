@@ -9,7 +9,7 @@
 #include "kernel/report.h"
 #include "kernel/startup.h"
 #include "language/commands.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "render/frame.h"
 #include "render/window.h"
 #include "scene/graphic.h"
@@ -57,7 +57,7 @@ int INTERACTION_MOUSE(word* block, const word* lim) {
   if (block) {
     if (has_word(block, KW_validate)) return set_result_float(block, lim, static_cast<float>(L.Panneau_continue));
     L.Panneau_continue = 1;
-    L.panneau_mode = arg_int(block, KW_mouse, 0, 1);
+    L.panneau_mode = arg_int(block, KW_mouse, 1);
     float at[2] = {L.panneau_x, L.panneau_y};
     if (arg_floats(block, KW_poi, at, 2) == 2) {
       L.panneau_x = at[0];

@@ -89,7 +89,7 @@ void point_de_controle() {
 int INTERACTION_FUNC(word* s, const word* lim) {
   (void)lim;
   InteractionState& L = loop();
-  const word* v = item_value(find_item(s, KW_func));
+  const word* v = arg_of(s, KW_func);
   if (!v) {
     L.Raz_fonc = 1;
     return set_result_nil(s);

@@ -1,17 +1,9 @@
 #include "kernel/access.h"
 
 #include <algorithm>
-#include <climits>
 #include <cstring>
 
 #include "kernel/report.h"
-
-int entier(float f) {
-  if (f != f) return 0;
-  if (f >= 2147483648.0f) return INT_MAX;
-  if (f <= -2147483648.0f) return INT_MIN;
-  return static_cast<int>(f);
-}
 
 const word* sous_bloc(const word* v, int i) {
   if (!v || v[1] != T_HYBRIDE || i < 0 || i >= v[2]) return nullptr;
@@ -40,7 +32,7 @@ static void copie_texte(const word* v, char* name, int size) {
 int get_ind(const word* v, int i, int* number, char* name, int name_size) {
   switch (v[1]) {
     case T_FLOAT: {
-      const long count = std::min(static_cast<long>(v[2]) * std::max(v[3], 1), static_cast<long>(v[0]) - 4);
+      const int count = elements(v);
       if (i < 0 || i >= count) return hors_limite(i, 61);
       *number = entier(getf(v, i));
       return 0;

@@ -1,10 +1,8 @@
 // Reading elements and points of values, and appending points to a value
 // growing on the evaluation area.
 #pragma once
+#include "kernel/entier.h"
 #include "kernel/word.h"
-
-// A float as an integer, truncated; out of range saturates, NaN gives 0.
-int entier(float f);
 
 // The i-th (0-based) sub-block of a HYBRIDE, or null.
 const word* sous_bloc(const word* v, int i);

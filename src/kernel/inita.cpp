@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "kernel/bloc.h"
+#include "kernel/entier.h"
 #include "kernel/file_out.h"
 #include "kernel/keywords.h"
 #include "kernel/options.h"
@@ -215,8 +216,8 @@ void restore_keywords() {
   }
   KernelState& k = kernel();
   if (v.current[KW_edit] && v.dim[KW_edit] >= 2) {
-    k.line_width = static_cast<int>(v.current[KW_edit][0]);
-    k.page_height = static_cast<int>(v.current[KW_edit][1]);
+    k.line_width = entier(v.current[KW_edit][0]);
+    k.page_height = entier(v.current[KW_edit][1]);
   }
   k.deb = 0;
   k.trace_err = 0;

@@ -5,6 +5,7 @@
 #include <cctype>
 #include <cstring>
 
+#include "kernel/entier.h"
 #include "kernel/kernel.h"
 #include "kernel/report.h"
 #include "kernel/screen.h"
@@ -60,7 +61,7 @@ void screen_size(float v, int* size, float* frac, int max) {
     *size = static_cast<int>(v * max);
   } else {
     *frac = 0;
-    *size = static_cast<int>(v);
+    *size = entier(v);
   }
 }
 
@@ -148,8 +149,8 @@ const char* option_b(const char* text, int* bottom_lift) {
   else if (key == "cam=") {
     float a = 0, b = 0;
     two_numbers(v, &a, &b, false);
-    sc.origin_y = static_cast<int>(a);
-    sc.image_height = -static_cast<int>(b);
+    sc.origin_y = entier(a);
+    sc.image_height = -entier(b);
   } else if (key == "cx=") sc.cx = to_float(v);
   else if (key == "cy=") sc.cy = to_float(v);
   else if (key == "dy=") *bottom_lift += to_int(v);
@@ -157,8 +158,8 @@ const char* option_b(const char* text, int* bottom_lift) {
   else if (key == "hei=") {
     float a = 0, b = 0;
     two_numbers(v, &a, &b, true);
-    sc.hei_w = static_cast<int>(a);
-    sc.hei_h = static_cast<int>(b);
+    sc.hei_w = entier(a);
+    sc.hei_h = entier(b);
   } else if (key == "orx=") sc.orx = to_int(v);
   else if (key == "ory=") sc.ory = to_int(v);
   else if (key == "x=") screen_size(to_float(v), &sc.width, &sc.frac_x, sc.max_width);

@@ -2,6 +2,7 @@
 #include <cstring>
 #include <string>
 
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
@@ -29,7 +30,7 @@ int count_words(const char* s) {
 
 int element_count(const word* v) {
   if (tag(v) == T_CHAR) return count_words(text(v));
-  return np(v) * (dimp(v) > 0 ? dimp(v) : 1);
+  return elements(v);
 }
 
 void print_element(const word* v, int i) {
@@ -109,7 +110,7 @@ int print_formatted(const word* v) {
     std::string conversion(p, q - p + 1);
     if (tag(e) == T_CHAR && *q == 's') VOIR_CHAR(conversion.c_str(), text(e));
     else if (tag(e) == T_FLOAT && strchr("feEgG", *q)) voir_float(conversion.c_str(), getf(e, 0));
-    else if (tag(e) == T_FLOAT && strchr("dxXoc", *q)) voir_int(conversion.c_str(), static_cast<int>(getf(e, 0)));
+    else if (tag(e) == T_FLOAT && strchr("dxXoc", *q)) voir_int(conversion.c_str(), entier(getf(e, 0)));
     else if (tag(e) == T_LONG && strchr("dxXoc", *q)) voir_int(conversion.c_str(), data(e)[0]);
     else literal.append(conversion);
     p = *q ? q : q - 1;

@@ -4,6 +4,7 @@
 #pragma once
 #include <bit>
 #include <cstdint>
+#include <cstring>
 #include <span>
 
 using word = int32_t;
@@ -60,4 +61,33 @@ inline const char* text(const word* b) { return reinterpret_cast<const char*>(b 
 
 // Number of data words of a flat value.
 inline int data_words(const word* b) { return b[0] - 4; }
+
+// The counts a value answers to, each under its own name.
+// Elements: np points of dimp words (dimp below 1 read as 1), never more
+// than the data words the bloc holds; 0 for null or a bloc with no data.
+inline int elements(const word* v) {
+  if (!v || v[0] <= 4) return 0;
+  const long n = static_cast<long>(v[2]) * (v[3] > 0 ? v[3] : 1);
+  if (n <= 0) return 0;
+  return n < v[0] - 4 ? static_cast<int>(n) : v[0] - 4;
+}
+// Bytes of a CHAR's text: up to its first NUL, never past its bloc.
+inline int text_bytes(const word* v) {
+  if (!v || v[0] <= 4) return 0;
+  return static_cast<int>(strnlen(reinterpret_cast<const char*>(v + 4), static_cast<size_t>(v[0] - 4) * sizeof(word)));
+}
+// Parts (sub-blocs) of a HYBRIDE: its np.
+inline int hybride_parts(const word* v) { return v && v[0] >= 4 && v[1] == T_HYBRIDE ? v[2] : 0; }
+// What a user counts in a value: the elements of a FLOAT or LONG, the
+// bytes of a CHAR, the parts of a HYBRIDE; 0 for any other kind.
+inline int value_length(const word* v) {
+  if (!v || v[0] < 4) return 0;
+  switch (v[1]) {
+    case T_FLOAT:
+    case T_LONG: return elements(v);
+    case T_CHAR: return text_bytes(v);
+    case T_HYBRIDE: return hybride_parts(v);
+    default: return 0;
+  }
+}
 inline std::span<word> words(bloc b) { return {b + 4, static_cast<size_t>(b[0] > 4 ? b[0] - 4 : 0)}; }

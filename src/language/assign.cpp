@@ -17,8 +17,6 @@
 
 namespace {
 
-int elements(const word* v) { return np(v) * (dimp(v) > 0 ? dimp(v) : 1); }
-
 // Replaces a variable's value, reallocating only when the size differs.
 int store(Objet* v, const word* value) {
   if (v->local && v->local[0] == value[0]) {

@@ -16,6 +16,7 @@
 #include "kernel/resources.h"
 #include "kernel/vocab.h"
 #include "language/call.h"
+#include "language/args.h"
 #include "language/code.h"
 #include "language/commands.h"
 #include "language/compile.h"
@@ -180,7 +181,7 @@ int copy_into(Objet* v, const word* value) {
 // A formal declared `func`: a command name makes it that command, a
 // function name links it to the function.
 int bind_function_formal(Objet* formal, const word* value) {
-  const char* name = value && tag(value) == T_CHAR ? text(value) : nullptr;
+  const char* name = value_text(value);
   int voc = 0, code = 0;
   if (name && chercher_commande(name, &voc, &code) >= 0) {
     formal->kind = C_COMMAND;

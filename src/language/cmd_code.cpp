@@ -9,6 +9,7 @@
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "language/compile.h"
 #include "language/eval.h"
@@ -22,23 +23,6 @@
 #include "platform/process.h"
 
 namespace {
-
-const word* first_argument(word* record) { return item_value(first_item(record)); }
-
-int elements(const word* v) { return np(v) * (dimp(v) > 0 ? dimp(v) : 1); }
-
-bool number_of(const word* v, float* f) {
-  if (!v || tag(v) != T_FLOAT || elements(v) < 1) return false;
-  *f = getf(v, 0);
-  return true;
-}
-
-// The text argument of the item of `code`, or null.
-const char* text_item(word* record, int code) {
-  word* item = find_item(record, code);
-  const word* v = item ? item_value(item) : nullptr;
-  return v && tag(v) == T_CHAR ? text(v) : nullptr;
-}
 
 // Runs `action` on each function named in `names` (read word by word);
 // unknown names are passed over.
@@ -125,14 +109,14 @@ void list_chain(const Objet* head, const char* title, bool values) {
 }  // namespace
 
 int COMPILE_a(word* record, const word* limit) {
-  if (const char* msg = text_item(record, KW_message)) return compile_message(record, msg, limit);
-  if (const char* names = text_item(record, KW_func)) {
+  if (const char* msg = arg_text(record, KW_message)) return compile_message(record, msg, limit);
+  if (const char* names = arg_text(record, KW_func)) {
     each_named(names, [](Objet* f) { return a_compile(f); });
     return set_result_nil(record);
   }
   float level = 0;
-  if (number_of(first_argument(record), &level)) {
-    lang().listing = static_cast<int>(level);
+  if (floats_of(command_argument(record), &level, 1)) {
+    lang().listing = entier(level);
     return set_result_nil(record);
   }
   if (Yes(KW_compile) < 1) {
@@ -145,14 +129,14 @@ int COMPILE_a(word* record, const word* limit) {
 
 int LINK_a(word* record, const word* limit) {
   (void)limit;
-  if (const char* names = text_item(record, KW_func)) {
+  if (const char* names = arg_text(record, KW_func)) {
     int r = each_named(names, [](Objet* f) { return lier_fonction(f); });
     set_result_nil(record);
     return r;
   }
   float level = 0;
-  if (number_of(first_argument(record), &level)) {
-    lang().listing_link = static_cast<int>(level);
+  if (floats_of(command_argument(record), &level, 1)) {
+    lang().listing_link = entier(level);
     return set_result_nil(record);
   }
   int r = lier_tout();
@@ -163,11 +147,11 @@ int LINK_a(word* record, const word* limit) {
 int DEBUG_a(word* record, const word* limit) {
   (void)limit;
   bool values = find_item(record, KW_edit) != nullptr;
-  const word* arg = first_argument(record);
+  const word* arg = command_argument(record);
   bool all = arg && tag(arg) == T_CHAR && strcmp(text(arg), "*") == 0;
   bool any = false;
   if (all || find_item(record, KW_func)) {
-    if (const char* name = text_item(record, KW_func)) {
+    if (const char* name = arg_text(record, KW_func)) {
       Objet* f = get_fonction(name);
       if (!f) {
         voir_mot(KW_func);
@@ -227,7 +211,7 @@ int EXECUTER_MESSAGE(const word* pairs) {
     return -1;
   }
   for (int i = 0; i + 1 < elements(pairs); i += 2)
-    if (EXEC_ENV_COM(static_cast<int>(getf(pairs, i)), static_cast<int>(getf(pairs, i + 1))) < 0) return -1;
+    if (EXEC_ENV_COM(entier(getf(pairs, i)), entier(getf(pairs, i + 1))) < 0) return -1;
   return 0;
 }
 
@@ -248,8 +232,7 @@ int EXEC_EXEC(const char* tasks) {
 }
 
 int schedule(word* record, const char* names, const word* limit) {
-  word* time_item = find_item(record, KW_time);
-  const word* period = time_item ? item_value(time_item) : nullptr;
+  const word* period = arg_of(record, KW_time);
   ExecSchedule& s = exec_schedule();
   if (!period) {
     // A query: the entry's period and next time, or NIL.
@@ -262,7 +245,7 @@ int schedule(word* record, const char* names, const word* limit) {
     return set_result_nil(record);
   }
   float first = 0;
-  if (!number_of(period, &first)) {
+  if (!floats_of(period, &first, 1)) {
     voir_mot(KW_time);
     voir_message(0, MES_ILLEGAL);
     return -1;
@@ -291,8 +274,7 @@ int schedule(word* record, const char* names, const word* limit) {
     if (!known) s.entries.push_back({h, t, t});
   }
   float delay = 0;
-  word* np_item = find_item(record, KW_NP);
-  number_of(np_item ? item_value(np_item) : nullptr, &delay);
+  floats_of(arg_of(record, KW_NP), &delay, 1);
   s.delay = delay > 0 ? entier(delay) : 0;
   s.counter = 0;
   s.position = 0;
@@ -304,7 +286,7 @@ int schedule(word* record, const char* names, const word* limit) {
 
 int executer_a(word* record, const word* limit) {
   if (item_count(record) == 1) {
-    const word* arg = first_argument(record);
+    const word* arg = command_argument(record);
     if (!arg || tag(arg) != T_CHAR) {
       voir_message(0, MES_ILLEGAL);
       return -1;
@@ -326,7 +308,7 @@ int executer_a(word* record, const word* limit) {
     return r;
   }
   if (second[2] == KW_func) {
-    const char* names = text_item(record, KW_func);
+    const char* names = arg_text(record, KW_func);
     if (names) return schedule(record, names, limit);
     int r = lang().run_schedule ? lang().run_schedule() : 0;
     set_result_nil(record);

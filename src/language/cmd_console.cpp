@@ -5,10 +5,12 @@
 #include <string>
 
 #include "kernel/bye.h"
+#include "kernel/entier.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "language/eval.h"
 #include "language/handlers.h"
@@ -17,11 +19,6 @@
 #include "platform/process.h"
 
 namespace {
-
-// The argument of the record's first item, or null.
-const word* first_argument(word* record) { return item_value(first_item(record)); }
-
-int elements(const word* v) { return np(v) * (dimp(v) > 0 ? dimp(v) : 1); }
 
 void shape(const word* v) {
   voir_int2("np = %d dimp = %d\n", np(v), dimp(v));
@@ -69,7 +66,7 @@ int print_status(const word* v) {
 }  // namespace
 
 int ABA_a(word* record, const word* limit) {
-  const word* v = first_argument(record);
+  const word* v = command_argument(record);
   return v ? set_result(record, v, limit) : set_result_nil(record);
 }
 
@@ -80,13 +77,13 @@ int DECLARED_a(word* record, const word* limit) {
 
 int PRINT_a(word* record, const word* limit) {
   (void)limit;
-  const word* v = first_argument(record);
+  const word* v = command_argument(record);
   if (v && print_value(v) < 0) return -1;
   return set_result_nil(record);
 }
 
 int RETURN_a(word* record, const word* limit) {
-  const word* v = first_argument(record);
+  const word* v = command_argument(record);
   if (!v) {
     set_result_nil(record);
     return EVAL_RETURN;
@@ -105,7 +102,7 @@ int YES_NO_a(word* record, const word* limit) {
   word* item = first_item(record);
   int value = item[2] == KW_yes ? 1 : 0;
   const word* arg = item_value(item);
-  if (arg && tag(arg) == T_FLOAT && elements(arg) > 0) value = static_cast<int>(getf(arg, 0));
+  if (arg && tag(arg) == T_FLOAT && elements(arg) > 0) value = entier(getf(arg, 0));
   int r = 0;
   item = next_item(item);
   for (int i = 1; i < item_count(record); i++, item = next_item(item))
@@ -144,7 +141,7 @@ int INI_a(word* record, const word* limit) {
 
 int a_status(word* record, const word* limit) {
   VocabState& voc = vocab();
-  const word* arg = first_argument(record);
+  const word* arg = command_argument(record);
   if (item_count(record) == 1 && !arg) {
     // The whole status array, as a LONG vector.
     if (record + 4 + NB_CODES > limit) {
@@ -161,7 +158,7 @@ int a_status(word* record, const word* limit) {
   word* second = item_count(record) > 1 ? next_item(first_item(record)) : nullptr;
   if (second && second[2] != KW_var) {
     const word* v = item_value(second);
-    if (v && tag(v) == T_FLOAT && elements(v) > 0) voc.sem[second[2]] = static_cast<int>(getf(v, 0));
+    if (v && tag(v) == T_FLOAT && elements(v) > 0) voc.sem[second[2]] = entier(getf(v, 0));
     return set_result_float(record, limit, static_cast<float>(voc.sem[second[2]]));
   }
   if (second) arg = item_value(second);
@@ -170,10 +167,10 @@ int a_status(word* record, const word* limit) {
 }
 
 int SYSTEM_a(word* record, const word* limit) {
-  const word* arg = first_argument(record);
+  const word* arg = command_argument(record);
   if (!arg) return set_result_float(record, limit, static_cast<float>(lang().system_value));
   if (tag(arg) == T_FLOAT && elements(arg) > 0) {
-    lang().system_value = static_cast<int>(getf(arg, 0));
+    lang().system_value = entier(getf(arg, 0));
     return set_result_nil(record);
   }
   if (tag(arg) != T_CHAR) {
@@ -190,7 +187,7 @@ int SYSTEM_a(word* record, const word* limit) {
 int BYE_a(word* record, const word* limit) {
   (void)limit;
   ByeState& b = bye_state();
-  const word* arg = first_argument(record);
+  const word* arg = command_argument(record);
   if (arg && tag(arg) == T_CHAR) {
     b.question = text(arg);
     return set_result_nil(record);
@@ -208,15 +205,15 @@ int BYE_a(word* record, const word* limit) {
 // number of elements (`calloc(n)` or `dim(n)`), or points of several
 // dimensions (`dim(n,d)`), as floats, or a string of n bytes with `char`.
 int ALLOC_a(word* record, const word* limit) {
-  const word* n_value = first_argument(record);
+  const word* n_value = command_argument(record);
   word* dim = find_item(record, KW_dim);
   if (dim && item_value(dim)) n_value = item_value(dim);
   if (!n_value || tag(n_value) != T_FLOAT || elements(n_value) < 1) {
     err_syntaxe(MES_COMMAND_USAGE, first_item(record)[2], "(dim)");
     return -1;
   }
-  long n = static_cast<long>(getf(n_value, 0));
-  long d = elements(n_value) > 1 ? static_cast<long>(getf(n_value, 1)) : 1;
+  long n = entier(getf(n_value, 0));
+  long d = elements(n_value) > 1 ? entier(getf(n_value, 1)) : 1;
   if (n < 0 || d < 1 || n * d > 100000000L) {
     voir_message(0, MES_ILLEGAL);
     return -1;

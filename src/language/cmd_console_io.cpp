@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "language/cmd_util.h"
@@ -51,12 +52,13 @@ int RING_a(word* record, const word* limit) {
     voir_message(0, MES_SOUND_OFF);
     return set_result_nil(record);
   }
-  if (arg && (!value_floats(arg, v) || v.empty())) {
+  if (arg) v = floats_of(arg);
+  if (arg && v.empty()) {
     err_syntaxe(MES_COMMAND_USAGE, KW_ring, "(n,ms)\n");
     return -1;
   }
-  int n = v.empty() ? 1 : static_cast<int>(v[0]);
-  int delay = v.size() > 1 ? static_cast<int>(v[1]) : 0;
+  int n = v.empty() ? 1 : entier(v[0]);
+  int delay = v.size() > 1 ? entier(v[1]) : 0;
   ring_bells(n, delay);
   return set_result_nil(record);
 }
@@ -100,9 +102,8 @@ int STOP_a(word* record, const word* limit) {
   }
   const word* name_part = tag(arg) == T_HYBRIDE && np(arg) > 0 ? arg + 4 : arg;
   const word* line_part = name_part != arg && np(arg) > 1 ? name_part + item_words(name_part) : nullptr;
-  std::vector<float> v;
   const char* name = value_text(name_part);
-  int line = line_part && value_floats(line_part, v) && !v.empty() ? static_cast<int>(v[0]) : 1;
+  int line = entier(value_at(line_part, 0, 1));
   if (!name || !*name || line < 1) {
     voir_message(0, MES_STOP_USAGE);
     return -1;

@@ -7,6 +7,7 @@
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "kernel/translate.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "language/function_files.h"
 #include "language/handlers.h"
@@ -15,11 +16,6 @@
 
 namespace {
 
-const char* text_of_item(word* record, int code) {
-  word* item = find_item(record, code);
-  const word* v = item ? item_value(item) : nullptr;
-  return v && tag(v) == T_CHAR ? text(v) : nullptr;
-}
 
 std::vector<std::string> names_of(const char* list) {
   std::vector<std::string> names;
@@ -37,8 +33,8 @@ std::vector<std::string> names_of(const char* list) {
 int READ_a(word* record, const word* limit) {
   (void)limit;
   if (find_item(record, KW_func)) {
-    const char* file = text_of_item(record, KW_func);
-    if (!file) file = text_of_item(record, KW_name);
+    const char* file = arg_text(record, KW_func);
+    if (!file) file = arg_text(record, KW_name);
     if (!file) {
       err_syntaxe(MES_COMMAND_USAGE, KW_read, " func(\"file\")\n");
       return -1;
@@ -48,7 +44,7 @@ int READ_a(word* record, const word* limit) {
     return set_result_float(record, limit, static_cast<float>(n));
   }
   if (find_item(record, KW_generate) && find_item(record, KW_message)) {
-    const char* names = text_of_item(record, KW_message);
+    const char* names = arg_text(record, KW_message);
     int r = read_generate_message(names, TRANSLATE_FROM_FILE);
     set_result_nil(record);
     return r;
@@ -59,12 +55,12 @@ int READ_a(word* record, const word* limit) {
 int WRITE_a(word* record, const word* limit) {
   (void)limit;
   if (!find_item(record, KW_func)) return 1;
-  const char* file = text_of_item(record, KW_name);
+  const char* file = arg_text(record, KW_name);
   if (!file) {
     err_syntaxe(MES_COMMAND_USAGE, KW_write, " func(\"f g\") name(\"file\")\n");
     return -1;
   }
-  int r = write_functions_file(names_of(text_of_item(record, KW_func)), file);
+  int r = write_functions_file(names_of(arg_text(record, KW_func)), file);
   set_result_nil(record);
   return r;
 }

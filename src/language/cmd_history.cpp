@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "kernel/console.h"
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "language/cmd_util.h"
@@ -24,13 +25,12 @@ void list_history() {
 }  // namespace
 
 int HISTORY_a(word* record, const word* limit) {
-  std::vector<float> v;
   const word* arg = command_argument(record);
   if (!arg) {
     list_history();
     return set_result_nil(record);
   }
-  int n = value_floats(arg, v) && !v.empty() ? static_cast<int>(v[0]) : 0;
+  int n = entier(value_at(arg, 0, 0));
   if (n < 1 || n > history_count()) {
     voir_int("history(%d)", n);
     voir_message(0, MES_ILLEGAL_INDEX);

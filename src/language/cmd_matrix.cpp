@@ -56,7 +56,8 @@ int MATRIX_a(word* record, const word* limit) {
   Floats v;
   const word* arg = command_argument(record);
   if (!arg) return set_result_floats(record, limit, identity(), 4);
-  if (!value_floats(arg, v) || v.size() < 16) return usage();
+  v = floats_of(arg);
+  if (v.size() < 16) return usage();
   if (find_item(record, KW_product)) return v.size() == 32 ? set_result_floats(record, limit, product(v), 4) : usage();
   if (find_item(record, KW_vector)) {
     if ((v.size() - 16) % 3 != 0) return usage();

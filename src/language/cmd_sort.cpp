@@ -55,9 +55,8 @@ int SORT_a(word* record, const word* limit) {
   const word* arg = command_argument(record);
   bool descending = find_item(record, KW_inv) != nullptr;
   bool positions = find_item(record, KW_number) != nullptr;
-  std::vector<float> f;
   if (!arg || tag(arg) == T_NIL) return set_result_nil(record);
-  if (value_floats(arg, f)) return sorted_result(record, limit, f, descending, positions, write_floats);
+  if (tag(arg) == T_FLOAT) return sorted_result(record, limit, floats_of(arg), descending, positions, write_floats);
   if (const char* s = value_text(arg))
     return sorted_result(record, limit, split_words(s), descending, positions, write_words);
   err_syntaxe(MES_COMMAND_USAGE, KW_sort, "(v) [inv] [number]\n");

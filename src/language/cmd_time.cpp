@@ -20,7 +20,8 @@ int TIME_a(word* record, const word* limit) {
   word* item = find_item(record, KW_time);
   const word* arg = item ? item_value(item) : command_argument(record);
   if (!arg) return set_result_float(record, limit, static_cast<float>(now));
-  if (!value_floats(arg, v) || v.empty() || (v[0] != 0.0f && v[0] != 1.0f)) {
+  v = floats_of(arg);
+  if (v.empty() || (v[0] != 0.0f && v[0] != 1.0f)) {
     err_syntaxe(MES_COMMAND_USAGE, KW_time, "(0: start, 1: read)\n");
     return -1;
   }
@@ -36,7 +37,8 @@ int TIME_DIST_a(word* record, const word* limit) {
   std::vector<float> v;
   const word* arg = command_argument(record);
   if (!arg) return set_result_float(record, limit, static_cast<float>(now));
-  if (!value_floats(arg, v) || v.empty()) {
+  v = floats_of(arg);
+  if (v.empty()) {
     err_syntaxe(MES_COMMAND_USAGE, KW_dist, "(t) time\n");
     return -1;
   }

@@ -38,7 +38,7 @@ int NUMBER_a(word* record, const word* limit) {
     return set_result_floats(record, limit, f);
   }
   if (tag(v) == T_HYBRIDE || tag(v) == T_NIL) return set_result_float(record, limit, static_cast<float>(np(v)));
-  return set_result_float(record, limit, static_cast<float>(value_elements(v)));
+  return set_result_float(record, limit, static_cast<float>(elements(v)));
 }
 
 // `NP(v)`: the np word of the value: points of a FLOAT, parts of a
@@ -63,16 +63,17 @@ int DIM_a(word* record, const word* limit) {
 // `type(v)`: 0 NIL, 1 CHAR, 2 LONG, 3 FLOAT, 4 HYBRIDE, printing nothing.
 int TYPE_a(word* record, const word* limit) {
   if (has_other_vocabulary(record)) return 1;
-  const word* v = item_value(find_item(record, KW_type));
+  const word* v = arg_of(record, KW_type);
   return set_result_float(record, limit, v ? static_cast<float>(type_code(v)) : 0.0f);
 }
 
 // `limit(v) dim(min,max)`: each element held between the two bounds
 // (given in either order); `dim(m)` alone holds it between -m and m.
 int LIMIT_a(word* record, const word* limit) {
-  std::vector<float> v, bounds;
-  word* d = find_item(record, KW_dim);
-  if (!value_floats(command_argument(record), v) || !d || !value_floats(item_value(d), bounds) || bounds.empty()) {
+  const word* arg = command_argument(record);
+  std::vector<float> v = floats_of(arg);
+  const std::vector<float> bounds = floats_of(arg_of(record, KW_dim));
+  if (!arg || tag(arg) != T_FLOAT || bounds.empty()) {
     err_syntaxe(MES_COMMAND_USAGE, KW_limit, "(v) dim(min,max)\n");
     return -1;
   }
@@ -89,7 +90,8 @@ int CG_a(word* record, const word* limit) {
   std::vector<float> v;
   const word* arg = command_argument(record);
   if (arg && tag(arg) == T_NIL) return set_result_nil(record);
-  if (!value_floats(arg, v) || v.size() < 3) {
+  v = floats_of(arg);
+  if (v.size() < 3) {
     voir_mot(KW_CG);
     voir_texte("x1,y1,z1, ...\a\n");
     return -1;

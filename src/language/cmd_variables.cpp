@@ -6,6 +6,7 @@
 
 #include "kernel/bloc.h"
 #include "kernel/chains.h"
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/object_store.h"
 #include "kernel/report.h"
@@ -24,10 +25,7 @@
 
 namespace {
 
-const char* text_arg(const word* item) {
-  const word* v = item ? item_value(item) : nullptr;
-  return v && tag(v) == T_CHAR ? text(v) : nullptr;
-}
+const char* text_arg(const word* item) { return value_text(item ? item_value(item) : nullptr); }
 
 // "name " for each variable of the chain whose kind passes, as a CHAR
 // whose count is the number of names.
@@ -122,7 +120,7 @@ int remove_stop(word* record, const word* item) {
     const word* part = v + 4;
     if (tag(part) == T_CHAR) name = text(part);
     const word* num = part + item_words(part);
-    if (tag(num) == T_FLOAT && np(num) > 0) line = static_cast<int>(getf(num, 0));
+    if (tag(num) == T_FLOAT && np(num) > 0) line = entier(getf(num, 0));
   }
   if (!name || !*name || line == 0) {
     voir_mot(KW_rem);

@@ -11,6 +11,7 @@
 #include "kernel/report.h"
 #include "kernel/translate.h"
 #include "kernel/vocab.h"
+#include "language/args.h"
 #include "language/call.h"
 #include "language/code.h"
 #include "language/commands.h"
@@ -113,7 +114,7 @@ int run_command(word* at, int* status) {
   }
   // Language values are float: a LONG result becomes a FLOAT.
   if (at[0] > 0 && tag(at) == T_LONG) {
-    int n = np(at) * (dimp(at) > 0 ? dimp(at) : 1);
+    int n = elements(at);
     for (int i = 0; i < n; i++) at[4 + i] = fw(static_cast<float>(at[4 + i]));
     at[1] = T_FLOAT;
   }
@@ -121,7 +122,7 @@ int run_command(word* at, int* status) {
 }
 
 int assign_command(word* record, const word* value) {
-  if (item_count(record) == 1 && first_item(record)[2] == KW_func && item_value(first_item(record)) == nullptr)
+  if (item_count(record) == 1 && first_item(record)[2] == KW_func && command_argument(record) == nullptr)
     return sans_exception([&] { return define_from_console(record, value); });
   return sans_exception([&] { return graphic_command(record, value, eval_limit()); });
 }

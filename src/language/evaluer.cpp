@@ -367,7 +367,7 @@ int evaluer_cond(const word* p, word* dest, const word** next) {
     return -1;
   }
   // True only when every element differs from 0; an empty vector is true.
-  int n = np(v) * (dimp(v) > 0 ? dimp(v) : 1);
+  int n = elements(v);
   for (int i = 0; i < n; i++)
     if (getf(v, i) == 0.0f) return 0;
   return 1;

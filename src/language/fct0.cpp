@@ -92,21 +92,13 @@ bool evaluate(Fct0Call& c) {
   if (!c.arg) return true;
   c.v = get_evaluation(c.arg);
   if (!c.v) return false;
-  c.n = value_elements(c.v);
+  c.n = value_length(c.v);
   return true;
 }
 
 }  // namespace
 
-int value_elements(const word* v) {
-  switch (tag(v)) {
-    case T_FLOAT:
-    case T_LONG: return np(v) * (dimp(v) > 0 ? dimp(v) : 1);
-    case T_CHAR: return static_cast<int>(strnlen(text(v), static_cast<size_t>(size(v) - 4) * 4));
-    case T_HYBRIDE: return np(v);
-    default: return 0;
-  }
-}
+const word* fct0_argument(Fct0Call& c) { return c.arg ? get_evaluation(c.arg) : nullptr; }
 
 int fct0(word* record, const word* limit) {
   Fct0Call c;
@@ -242,7 +234,7 @@ int MIN_MAX_a(word* record, const word* limit) {
   for (int i = 0; i < item_count(record); i++, item = next_item(item)) {
     if (item[1] != 0) return 1;
     const word* v = item_value(item);
-    if (v && tag(v) == T_FLOAT && value_elements(v) > longest) longest = value_elements(v);
+    if (v && tag(v) == T_FLOAT && elements(v) > longest) longest = elements(v);
   }
   if (longest == 0) return set_result_nil(record);
   word* out = record + record[0];
@@ -256,7 +248,7 @@ int MIN_MAX_a(word* record, const word* limit) {
   for (int i = 0; i < item_count(record); i++, item = next_item(item)) {
     const word* v = item_value(item);
     if (!v || tag(v) != T_FLOAT) continue;
-    for (int k = 0; k < value_elements(v); k++) {
+    for (int k = 0; k < elements(v); k++) {
       float x = getf(v, k);
       out[4 + k] = fw(counts[k]++ == 0 ? x : combine(code, wf(out[4 + k]), x));
     }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "kernel/entier.h"
 #include "kernel/word.h"
 #include "language/handlers.h"
 
@@ -61,8 +62,9 @@ struct Fct0Call {
 };
 using Fct0Worker = int (*)(Fct0Call& c);
 
-// Element count of a value: FLOAT elements, CHAR bytes, HYBRIDE parts.
-int value_elements(const word* v);
+// The first item's argument evaluated, or null.
+const word* fct0_argument(Fct0Call& c);
+
 // A FLOAT result of n zeroed elements at c.out; null after message 12.
 word* float_result(Fct0Call& c, int n);
 int nil_result(Fct0Call& c);
@@ -84,14 +86,6 @@ bool text_add(TextOut& t, const char* s, size_t n);
 inline bool text_put(TextOut& t, char ch) { return text_add(t, &ch, 1); }
 // Closes the CHAR header; -12 after message 12 when the text did not fit.
 int text_end(TextOut& t);
-
-// A float truncated towards zero, held within the int range (so that a
-// huge or non-finite value never overflows the conversion).
-inline int to_int(float x) {
-  if (!(x > -2147483520.0f)) return x != x ? 0 : -2147483520;
-  if (x > 2147483520.0f) return 2147483520;
-  return static_cast<int>(x);
-}
 
 // rand() of the family: 0 to 32767.
 int rand_int();

@@ -8,6 +8,7 @@
 #include "kernel/file_out.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
+#include "language/args.h"
 #include "language/eval.h"
 #include "language/fct0.h"
 #include "platform/files.h"
@@ -17,12 +18,11 @@ namespace {
 OpenFile* slots() { return fct0_state().files; }
 
 // The argument of the first item as a value, or null when it has none.
-const word* argument(Fct0Call& c) { return c.arg ? get_evaluation(c.arg) : nullptr; }
 
 // The slot number held by the first element of a FLOAT value, or -1.
 int slot_number(const word* v) {
-  if (!v || tag(v) != T_FLOAT || value_elements(v) < 1) return -1;
-  return to_int(getf(v, 0));
+  if (!v || tag(v) != T_FLOAT || elements(v) < 1) return -1;
+  return entier(getf(v, 0));
 }
 
 OpenFile* open_slot(int num) {
@@ -32,7 +32,7 @@ OpenFile* open_slot(int num) {
 
 // The file open for reading named by the argument; null after the report.
 OsFile* file_of(Fct0Call& c) {
-  const word* v = argument(c);
+  const word* v = fct0_argument(c);
   OpenFile* f = open_slot(slot_number(v));
   if (!f || !f->in) err_objet(c.first[2], v, -1, 0, nullptr);
   return f ? f->in : nullptr;
@@ -73,7 +73,7 @@ bool write_text(SafeFile* f, const char* s, size_t n, size_t* written) {
 
 // Numbers are written as the print command shows them: "%f ".
 bool write_numbers(SafeFile* f, const word* v, int from, size_t* written) {
-  for (int i = from; i < value_elements(v); i++) {
+  for (int i = from; i < value_length(v); i++) {
     char buf[64];
     int n = snprintf(buf, sizeof buf, "%f ", static_cast<double>(getf(v, i)));
     if (n < 0 || n >= static_cast<int>(sizeof buf) || !write_text(f, buf, static_cast<size_t>(n), written))
@@ -83,7 +83,7 @@ bool write_numbers(SafeFile* f, const word* v, int from, size_t* written) {
 }
 
 bool write_part(SafeFile* f, const word* part, int from, size_t* written) {
-  if (tag(part) == T_CHAR) return write_text(f, text(part), static_cast<size_t>(value_elements(part)), written);
+  if (tag(part) == T_CHAR) return write_text(f, text(part), static_cast<size_t>(text_bytes(part)), written);
   if (tag(part) == T_FLOAT) return write_numbers(f, part, from, written);
   return true;
 }
@@ -97,7 +97,7 @@ void fct0_close_files() {
 // `fopen("name")` reads; with a `fwrite` item it writes the file anew,
 // with an `add` item it appends. The result is the slot number.
 int FOPEN_a(Fct0Call& c) {
-  const word* v = argument(c);
+  const word* v = fct0_argument(c);
   if (!v || tag(v) != T_CHAR) return wrong_kind(c);
   int num = 1;
   while (num <= FILE_SLOTS && open_slot(num)) num++;
@@ -130,7 +130,7 @@ int FOPEN_a(Fct0Call& c) {
 
 // `fclose(num)` closes one file, `fclose` all of them.
 int FCLOSE_a(Fct0Call& c) {
-  const word* v = argument(c);
+  const word* v = fct0_argument(c);
   if (!v) {
     fct0_close_files();
     return nil_result(c);
@@ -146,7 +146,7 @@ int FCLOSE_a(Fct0Call& c) {
 
 // `fread(num)`: the rest of an open file; `fread("name")`: a whole file.
 int FREAD_a(Fct0Call& c) {
-  const word* v = argument(c);
+  const word* v = fct0_argument(c);
   if (v && tag(v) == T_CHAR) {
     OsFile* f = os_open(text(v));
     if (!f) {
@@ -164,7 +164,7 @@ int FREAD_a(Fct0Call& c) {
 // `fwrite(num, ...)`: the texts as they are and the numbers as "%f ",
 // the first number being the slot. The result is the count of bytes.
 int FWRITE_a(Fct0Call& c) {
-  const word* v = argument(c);
+  const word* v = fct0_argument(c);
   const word* first = v && tag(v) == T_HYBRIDE && np(v) > 0 ? v + 4 : v;
   OpenFile* f = open_slot(slot_number(first));
   if (!f || !f->out) {

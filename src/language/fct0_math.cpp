@@ -3,6 +3,7 @@
 // products and the points of an arc.
 #include <cmath>
 
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "language/fct0.h"
@@ -237,9 +238,9 @@ namespace {
 // The sizes of `product ... format(x1, y1, x2, y2)`, absent ones x1.
 bool matrix_sizes(const word* item, int size[4]) {
   const word* f = item ? (item[0] > 3 ? item + 3 : nullptr) : nullptr;
-  if (!f || tag(f) != T_FLOAT || value_elements(f) < 1) return false;
-  int n = value_elements(f);
-  for (int i = 0; i < 4; i++) size[i] = static_cast<int>(getf(f, i < n ? i : 0));
+  if (!f || tag(f) != T_FLOAT || elements(f) < 1) return false;
+  int n = elements(f);
+  for (int i = 0; i < 4; i++) size[i] = entier(getf(f, i < n ? i : 0));
   return true;
 }
 
@@ -285,7 +286,7 @@ int fct0_arc(Fct0Call& c) {
     return -1;
   }
   double radius = getf(c.v, 0), a = getf(c.v, 1), da = getf(c.v, 2);
-  int points = static_cast<int>(getf(c.v, 3));
+  int points = entier(getf(c.v, 3));
   word* r = float_result(c, 3 * points);
   if (!r) return -12;
   const double rad = 3.14159265358979323846 / 180.0;
@@ -359,8 +360,8 @@ int fct0_inv(Fct0Call& c) {
   if (c.second && c.second[2] == KW_matrix && c.n == 16) return inverse_matrix(c);
   int group = 3;
   if (c.second && c.second[2] == KW_format && c.second[0] > 3 && tag(c.second + 3) == T_FLOAT &&
-      value_elements(c.second + 3) > 0)
-    group = static_cast<int>(getf(c.second + 3, 0));
+      value_length(c.second + 3) > 0)
+    group = entier(getf(c.second + 3, 0));
   if (group < 1) group = 1;
   int groups = c.n / group;
   word* r = float_result(c, groups * group);

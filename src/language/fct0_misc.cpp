@@ -9,6 +9,7 @@
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
+#include "language/args.h"
 #include "language/code.h"
 #include "language/commands.h"
 #include "language/compile.h"
@@ -25,12 +26,7 @@ Fct0State& fct0_state() {
 
 namespace {
 
-const word* argument(Fct0Call& c) { return c.arg ? get_evaluation(c.arg) : nullptr; }
-
-const char* text_argument(Fct0Call& c) {
-  const word* v = argument(c);
-  return v && tag(v) == T_CHAR ? text(v) : nullptr;
-}
+const char* text_argument(Fct0Call& c) { return value_text(fct0_argument(c)); }
 
 int add_string(Fct0Call& c, const std::string& s) { return text_result(c, s.data(), s.size()); }
 
@@ -39,7 +35,7 @@ int add_string(Fct0Call& c, const std::string& s) { return text_result(c, s.data
 // `char(x)` and `float(x)`: the value itself, when it is (or begins
 // with) a value of that kind; no conversion.
 int fct0_typed(Fct0Call& c) {
-  const word* v = argument(c);
+  const word* v = fct0_argument(c);
   word wanted = c.first[2] == KW_char ? T_CHAR : T_FLOAT;
   if (!v) return wrong_kind(c);
   if (tag(v) == wanted || (tag(v) == T_HYBRIDE && np(v) > 0 && tag(v + 4) == wanted)) return copy_result(c, v);
@@ -103,13 +99,13 @@ int keyword_name(Fct0Call& c, int code) {
 int fct0_error(Fct0Call& c) {
   if (c.first[2] == KW_precision && c.time) return TIME_a(c.record, c.limit);
   int& code = fct0_state().Erreur_code;
-  const word* v = argument(c);
-  if (!v || (tag(v) != T_FLOAT && tag(v) != T_CHAR) || value_elements(v) == 0) {
+  const word* v = fct0_argument(c);
+  if (!v || (tag(v) != T_FLOAT && tag(v) != T_CHAR) || value_length(v) == 0) {
     if (!code_in_range(code)) return -1;
     return code == 0 ? nil_result(c) : keyword_name(c, code);
   }
   if (tag(v) == T_FLOAT) {
-    int k = to_int(getf(v, 0));
+    int k = entier(getf(v, 0));
     if (!code_in_range(k)) return -1;
     code = k;
     return nil_result(c);
@@ -147,7 +143,7 @@ int names_of_functions(Fct0Call& c) {
 
 int names_in_error(Fct0Call& c) {
   std::vector<std::string>& names = fct0_state().Tab_noms_err;
-  if (item_value(find_item(c.record, KW_error))) {
+  if (arg_of(c.record, KW_error)) {
     names.clear();
     return nil_result(c);
   }
@@ -174,7 +170,7 @@ int list_compiled(Fct0Call& c, Objet* f) {
 // after failures, emptied by `func error(x)`.
 int fct0_func(Fct0Call& c) {
   if (c.error && !c.arg) return names_in_error(c);
-  const word* v = argument(c);
+  const word* v = fct0_argument(c);
   if (!v) return names_of_functions(c);
   if (tag(v) != T_CHAR) return wrong_kind(c);
   Objet* f = get_fonction(text(v));
@@ -288,7 +284,7 @@ int fct0_wait(Fct0Call& c) {
   if (tag(c.v) != T_FLOAT) return wrong_kind(c);
   if (c.n == 1) {
     float t = getf(c.v, 0);
-    if (t > 0 && !kernel().tim.empty()) spin_until(clock_ms() + to_int(t));
+    if (t > 0 && !kernel().tim.empty()) spin_until(clock_ms() + entier(t));
     return nil_result(c);
   }
   word* r = float_result(c, 1);

@@ -3,6 +3,7 @@
 // rand() here has the range 0 to 32767 that the randf arithmetic assumes.
 #include <cmath>
 
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/random_table.h"
 #include "kernel/report.h"
@@ -23,15 +24,15 @@ float randf_of(float x) {
   float ax = std::fabs(x);
   if (ax < 0.0001f) return 0.0f;
   float s = 32767.0f / ax;
-  int m = static_cast<int>(ax * s);
+  int m = entier(ax * s);
   if (m == 0) return 0.0f;
   float r = static_cast<float>(rand_int() % m) / s;
   return x < 0 ? -r : r;
 }
 
 float rand2_of(float a, float b) {
-  int ia = to_int(a), ib = to_int(b);
-  return static_cast<float>(ia) + rand_of(to_int(static_cast<float>(ib) - static_cast<float>(ia)));
+  int ia = entier(a), ib = entier(b);
+  return static_cast<float>(ia) + rand_of(entier(static_cast<float>(ib) - static_cast<float>(ia)));
 }
 
 float rand2f_of(float a, float b) { return randf_of(b - a) + a; }
@@ -46,7 +47,7 @@ int fct0_random(Fct0Call& c) {
     if (!r) return -12;
     for (int i = 0; i < c.n; i++) {
       float x = getf(c.v, i);
-      setf(r, i, code == KW_rand ? rand_of(to_int(x)) : randf_of(x));
+      setf(r, i, code == KW_rand ? rand_of(entier(x)) : randf_of(x));
     }
     return 0;
   }

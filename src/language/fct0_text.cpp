@@ -43,7 +43,7 @@ int fct0_ascii(Fct0Call& c) {
   }
   if (tag(c.v) != T_FLOAT) return wrong_kind(c);
   TextOut t = text_begin(c);
-  for (int i = 0; i < c.n; i++) text_put(t, static_cast<char>(to_int(getf(c.v, i))));
+  for (int i = 0; i < c.n; i++) text_put(t, static_cast<char>(entier(getf(c.v, i))));
   return text_end(t);
 }
 
@@ -181,12 +181,12 @@ int fct0_string(Fct0Call& c) {
   if (tag(c.v) != T_FLOAT && !format_and_values(c.v, &fmt, &values)) return wrong_kind(c);
   const char* f = fmt ? text(fmt) : "";
   TextOut t = text_begin(c);
-  for (int i = 0; i < value_elements(values) && !t.full; i++) {
+  for (int i = 0; i < value_length(values) && !t.full; i++) {
     Descriptor d = fmt ? next_descriptor(f) : Descriptor{};
     if (i > 0 && (!fmt || floating)) text_put(t, ',');
     float x = getf(values, i);
     if (floating) write_decimals(t, x, d.empty || (d.width == 0 && !fmt) ? 3 : d.width);
-    else write_integer(t, to_int(x), d.width, base_of(d.letter));
+    else write_integer(t, entier(x), d.width, base_of(d.letter));
   }
   return text_end(t);
 }
@@ -275,11 +275,11 @@ int format_text(Fct0Call& c) {
 
 // "b": each number as its 32 binary digits, lowest first.
 int to_bits(Fct0Call& c, const word* v) {
-  int n = value_elements(v);
+  int n = value_length(v);
   word* r = float_result(c, 32 * n);
   if (!r) return -12;
   for (int i = 0; i < n; i++) {
-    unsigned bits = static_cast<unsigned>(to_int(getf(v, i)));
+    unsigned bits = static_cast<unsigned>(entier(getf(v, i)));
     for (int b = 0; b < 32; b++) setf(r, 32 * i + b, static_cast<float>((bits >> b) & 1u));
   }
   return 0;
@@ -288,7 +288,7 @@ int to_bits(Fct0Call& c, const word* v) {
 // "c": the converse of "b": each run of 32 digits (lowest first, a
 // non-zero digit counting as 1) packed back into a number.
 int from_bits(Fct0Call& c, const word* v) {
-  int n = value_elements(v);
+  int n = value_length(v);
   int numbers = (n + 31) / 32;
   word* r = float_result(c, numbers);
   if (!r) return -12;
@@ -303,19 +303,19 @@ int from_bits(Fct0Call& c, const word* v) {
 
 // "f": the fractional part of each number, with its sign.
 int fractions(Fct0Call& c, const word* v) {
-  int n = value_elements(v);
+  int n = value_length(v);
   word* r = float_result(c, n);
   if (!r) return -12;
   for (int i = 0; i < n; i++) {
     float x = getf(v, i);
-    setf(r, i, x - static_cast<float>(to_int(x)));
+    setf(r, i, x - static_cast<float>(entier(x)));
   }
   return 0;
 }
 
 // "m": the smallest and the largest number.
 int bounds(Fct0Call& c, const word* v) {
-  int n = value_elements(v);
+  int n = value_length(v);
   if (n == 0) return nil_result(c);
   word* r = float_result(c, 2);
   if (!r) return -12;

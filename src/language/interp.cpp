@@ -58,8 +58,6 @@ struct Run {
   const word* do_switch(const word* r);
 };
 
-int elements(const word* v) { return np(v) * (dimp(v) > 0 ? dimp(v) : 1); }
-
 const word* first_float(const word* item, word* scratch, float* f) {
   const word* v = value_of(item, scratch);
   if (!v || tag(v) != T_FLOAT || elements(v) < 1) return nullptr;

@@ -77,8 +77,8 @@ static bool same_value(const word* a, const word* b) {
   const word ka = value_kind(a), kb = value_kind(b);
   if (ka == T_NIL && kb == T_NIL) return true;
   if (ka != T_CHAR || kb != T_CHAR) return false;
-  const size_t la = char_length(a);
-  return la == char_length(b) && std::memcmp(text(a), text(b), la) == 0;
+  const int la = text_bytes(a);
+  return la == text_bytes(b) && std::memcmp(text(a), text(b), static_cast<size_t>(la)) == 0;
 }
 
 // Operands that are not both FLOAT: only == and != apply.
@@ -113,7 +113,7 @@ int eval_not(const word* v, word* dest, const word* limit) {
     put_head(dest, 4, T_NIL, 0);
     return 0;
   }
-  const int n = float_count(v);
+  const int n = elements(v);
   if (!fits(dest, 4 + n, limit)) return ops_overflow();
   put_head(dest, 4 + n, T_FLOAT, n);
   for (int i = 0; i < n; i++) dest[4 + i] = fw(wf(v[4 + i]) == 0.f ? 1.f : 0.f);

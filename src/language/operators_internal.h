@@ -1,9 +1,9 @@
 // Shared pieces of the operator files: operand kinds and counts, float
 // truncation as the machine does it, and the failure reports.
 #pragma once
-#include <climits>
 #include <cstring>
 
+#include "kernel/entier.h"
 #include "kernel/word.h"
 
 // Kind of an operand: its tag, T_NIL for the two-word NIL token, 0 for
@@ -11,25 +11,6 @@
 inline word value_kind(const word* v) {
   if (v[0] == T_NIL) return T_NIL;
   return v[0] >= 4 ? v[1] : 0;
-}
-
-// Elements of a FLOAT: np points of dimp words (dimp below 1 read as 1),
-// never more than the data words the bloc holds.
-inline int float_count(const word* v) {
-  const long n = static_cast<long>(v[2]) * (v[3] > 0 ? v[3] : 1);
-  if (n <= 0) return 0;
-  return n < v[0] - 4 ? static_cast<int>(n) : v[0] - 4;
-}
-
-// Text length of a CHAR, never reading past its bloc.
-inline size_t char_length(const word* v) {
-  return strnlen(text(v), static_cast<size_t>(v[0] - 4) * sizeof(word));
-}
-
-// Truncation toward zero; out of range and NaN give INT_MIN, the value the
-// processor's own conversion yields.
-inline int trunc_int(float x) {
-  return x >= -2147483648.f && x < 2147483648.f ? static_cast<int>(x) : INT_MIN;
 }
 
 // Failure reports, printed only when `error` is on. Each returns the

@@ -13,7 +13,7 @@ namespace {
 // FLOAT of the elements of a then of b (b may be null) at v, flat. `a` may
 // be v itself: its elements are then already in place.
 int put_floats(word* v, const word* limit, const word* a, const word* b) {
-  const int na = float_count(a), nb = b ? float_count(b) : 0;
+  const int na = elements(a), nb = b ? elements(b) : 0;
   if (!fits(v, 4 + na + nb, limit)) return ops_overflow();
   if (a != v) std::copy_n(a + 4, na, v + 4);
   if (nb > 0) std::copy_n(b + 4, nb, v + 4 + na);
@@ -24,7 +24,7 @@ int put_floats(word* v, const word* limit, const word* a, const word* b) {
 // CHAR of the text of a then of b (b may be null) at v, in whole words
 // with a zero padding; np counts the words. `a` may be v itself.
 int put_chars(word* v, const word* limit, const word* a, const word* b) {
-  const size_t la = char_length(a), lb = b ? char_length(b) : 0;
+  const size_t la = text_bytes(a), lb = b ? text_bytes(b) : 0;
   const size_t len = la + lb;
   const int words = static_cast<int>(len / sizeof(word) + 1);
   if (!fits(v, 4 + words, limit)) return ops_overflow();

@@ -34,10 +34,10 @@ struct Div {
 };
 // A divisor of magnitude below 1 truncates to 0: a fault as well.
 struct Mod {
-  bool bad(float b) const { return near_zero(b) || trunc_int(b) == 0; }
+  bool bad(float b) const { return near_zero(b) || entier(b) == 0; }
   float operator()(float a, float b) const {
-    const int d = trunc_int(b);
-    return d == -1 ? 0.f : static_cast<float>(trunc_int(a) % d);
+    const int d = entier(b);
+    return d == -1 ? 0.f : static_cast<float>(entier(a) % d);
   }
 };
 // exp(b log a) with b log a held to [-11350, 43], without testing a.
@@ -52,23 +52,23 @@ struct Pow : NoFault {
 };
 struct BitAnd : NoFault {
   float operator()(float a, float b) const {
-    return static_cast<float>(trunc_int(a) & trunc_int(b));
+    return static_cast<float>(entier(a) & entier(b));
   }
 };
 struct BitOr : NoFault {
   float operator()(float a, float b) const {
-    return static_cast<float>(trunc_int(a) | trunc_int(b));
+    return static_cast<float>(entier(a) | entier(b));
   }
 };
 struct Shl : NoFault {
   float operator()(float a, float b) const {
-    const unsigned x = static_cast<unsigned>(trunc_int(a));
-    return static_cast<float>(static_cast<int>(x << (trunc_int(b) & 31)));
+    const unsigned x = static_cast<unsigned>(entier(a));
+    return static_cast<float>(static_cast<int>(x << (entier(b) & 31)));
   }
 };
 struct Shr : NoFault {
   float operator()(float a, float b) const {
-    return static_cast<float>(trunc_int(a) >> (trunc_int(b) & 31));
+    return static_cast<float>(entier(a) >> (entier(b) & 31));
   }
 };
 float truth(bool t) { return t ? 1.f : 0.f; }
@@ -100,7 +100,7 @@ struct Vec {
   int n;
 };
 
-Vec vec(const word* v) { return {v + 4, float_count(v)}; }
+Vec vec(const word* v) { return {v + 4, elements(v)}; }
 
 constexpr int FAULT = -56;
 
@@ -170,8 +170,8 @@ void run_logic(Vec a, Vec b, word* r) {
     if (b.n == s) ib = 0;
     const int end = std::min(start + s, n);
     for (int i = start; i < end; i++) {
-      const bool x = trunc_int(wf(a.d[ia++])) != 0;
-      const bool v = x != And ? x : trunc_int(wf(b.d[ib++])) != 0;
+      const bool x = entier(wf(a.d[ia++])) != 0;
+      const bool v = x != And ? x : entier(wf(b.d[ib++])) != 0;
       r[i] = fw(truth(v));
     }
   }

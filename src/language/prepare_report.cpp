@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string>
 
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
@@ -15,7 +16,7 @@ namespace {
 int contexte() {
   const VocabState& v = vocab();
   if (!v.current[KW_error] || v.dim[KW_error] < 1) return 0;
-  return static_cast<int>(v.current[KW_error][0]);
+  return entier(v.current[KW_error][0]);
 }
 
 // The source, bounded by its block; false when the object has none.

@@ -18,6 +18,7 @@
 #include "kernel/object_store.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "language/eval.h"
 #include "language/fct0.h"
@@ -28,7 +29,7 @@ enum PulsVar { START, END, TIME, OUTPUT, PULS_VARS };
 
 float oscillator(const word* v) {
   float x[6] = {};
-  for (int i = 0; i < 6 && i < value_elements(v); i++) x[i] = getf(v, i);
+  for (int i = 0; i < 6 && i < value_length(v); i++) x[i] = getf(v, i);
   float t = x[0], a = x[1], b = x[2], p = x[3], ph = x[4], e = x[5];
   if (std::fabs(p) < 0.0001f) return a;
   float s = std::sin(t * 6.2831855f / p + ph);
@@ -56,7 +57,7 @@ float output_at(const Objet* o, const word* var) {
 
 // Defines (or redefines) the pulse from the `dim` item.
 int define(word* record, const char* name, const word* dim) {
-  int n = dim ? value_elements(dim) : 0;
+  int n = dim ? value_length(dim) : 0;
   float start = n > 0 ? getf(dim, 0) : 0.0f;
   float length = n > 1 ? getf(dim, 1) : 1.0f;
   Objet* o = find_puls(name);
@@ -92,15 +93,14 @@ int step(word* record, const word* limit, Objet* o) {
 int PULS_a(word* record, const word* limit) {
   word* item = find_item(record, KW_puls);
   const word* v = item && item_value(item) ? get_evaluation(item_value(item)) : nullptr;
-  if (v && tag(v) == T_FLOAT && value_elements(v) >= 2) return set_result_float(record, limit, oscillator(v));
+  if (v && tag(v) == T_FLOAT && value_length(v) >= 2) return set_result_float(record, limit, oscillator(v));
   if (!v || tag(v) != T_CHAR || !text(v)[0]) {
     voir_mot(KW_puls);
     voir_message(0, MES_ILLEGAL);
     return -1;
   }
-  word* dim = find_item(record, KW_dim);
-  const word* d = dim ? item_value(dim) : nullptr;
-  if (dim) return define(record, text(v), d && tag(d) == T_FLOAT ? d : nullptr);
+  const word* d = arg_of(record, KW_dim);
+  if (has_word(record, KW_dim)) return define(record, text(v), d && tag(d) == T_FLOAT ? d : nullptr);
   Objet* o = find_puls(text(v));
   if (!o) {
     err_objet(KW_puls, v, -1, 0, nullptr);

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "kernel/bloc.h"
+#include "kernel/entier.h"
 #include "kernel/handles.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
@@ -20,8 +21,6 @@
 namespace {
 
 constexpr int MAX_ADDRESS_HOPS = 16;
-
-int elements(const word* v) { return np(v) * (dimp(v) > 0 ? dimp(v) : 1); }
 
 // The words of a CHAR value separated by blanks, tabs or commas:
 // start offset and length of word `i`, false when there is none.
@@ -155,7 +154,7 @@ int generer_segm(const word* value, word* dest) {
   if (c == 0.0f) c = 1.0f;
   if ((b - a) * c < 0) c = -c;
   double steps = std::round(static_cast<double>(b - a) / c);  // halves away from zero
-  if (steps < 0 || steps > 1e8) {
+  if (!(steps >= 0 && steps <= 1e8)) {  // NaN bounds fail here too
     voir_message(0, MES_INTERVAL_USAGE);
     return -1;
   }
@@ -191,7 +190,7 @@ static int make_reference(Objet* v, const word* index, bool brace, word* dest) {
   int range = index_range(value, brace);
   int count = elements(index);
   for (int i = 0; i < count; i++) {
-    int k = static_cast<int>(getf(index, i));
+    int k = entier(getf(index, i));
     if (range < 0 || k < 0 || k >= range) {
       voir_int("%d", k);
       voir_message(0, MES_ILLEGAL_INDEX);
@@ -199,7 +198,7 @@ static int make_reference(Objet* v, const word* index, bool brace, word* dest) {
     }
   }
   if (tag(value) == T_HYBRIDE) {
-    const word* part = hybride_part(value, static_cast<int>(getf(index, 0)));
+    const word* part = hybride_part(value, entier(getf(index, 0)));
     if (!room(dest, item_words(part))) return -12;
     memmove(dest, part, static_cast<size_t>(item_words(part)) * sizeof(word));
     return 0;
@@ -210,7 +209,7 @@ static int make_reference(Objet* v, const word* index, bool brace, word* dest) {
   dest[2] = count;
   dest[3] = tag(value);
   dest[4] = objet_handle(v);
-  for (int i = 0; i < count; i++) dest[5 + i] = static_cast<word>(getf(index, i));
+  for (int i = 0; i < count; i++) dest[5 + i] = entier(getf(index, i));
   return 0;
 }
 
@@ -225,7 +224,7 @@ static int index_value(word* at, const word* index, bool brace) {
   int range = index_range(v, brace);
   int count = elements(index);
   if (tag(v) == T_HYBRIDE) {
-    int k = count > 0 ? static_cast<int>(getf(index, 0)) : -1;
+    int k = count > 0 ? entier(getf(index, 0)) : -1;
     if (k < 0 || k >= range) {
       voir_int("%d", k);
       voir_message(0, MES_ILLEGAL_INDEX);
@@ -244,7 +243,7 @@ static int index_value(word* at, const word* index, bool brace) {
   std::string s;
   if (tag(v) == T_FLOAT && !room(out, 4 + static_cast<long>(count) * per)) return -12;
   for (int i = 0; i < count; i++) {
-    int k = static_cast<int>(getf(index, i));
+    int k = entier(getf(index, i));
     if (k < 0 || k >= range) {
       voir_int("%d", k);
       voir_message(0, MES_ILLEGAL_INDEX);

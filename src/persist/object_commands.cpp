@@ -7,6 +7,7 @@
 #include "image/image_commands.h"
 #include "kernel/bye.h"
 #include "kernel/chains.h"
+#include "kernel/entier.h"
 #include "kernel/file_out.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
@@ -14,7 +15,7 @@
 #include "language/commands.h"
 #include "persist/object_file.h"
 #include "platform/process.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "scene/graphic.h"
 #include "scene/selection.h"
 #include "scene/unsaved.h"
@@ -123,7 +124,7 @@ int WRITE_b(word* s, const word* ob, word* st, const word* lim) {
   int limit = 0;
   const int* limite = nullptr;
   if (word* n = find_item(s, KW_NP); n && item_value(n) && tag(item_value(n)) == T_FLOAT && np(item_value(n)) > 0) {
-    limit = static_cast<int>(getf(item_value(n), 0));
+    limit = entier(getf(item_value(n), 0));
     limite = &limit;
   }
   if (ecrit_objets(objets(item), file, limite) < 0) return -1;

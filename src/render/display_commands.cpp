@@ -4,13 +4,15 @@
 
 #include "kernel/keywords.h"
 #include "kernel/report.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
+#include "language/cmd_util.h"
 #include "render/commands.h"
 #include "render/display.h"
 #include "render/image_display.h"
 #include "render/window.h"
 #include "scene/graphic.h"
 #include "scene/image_object.h"
+#include "scene/lookup.h"
 
 namespace {
 
@@ -20,14 +22,14 @@ int& mot(Objet* o) { return o->kind == KW_image ? o->work[IW_VISIBLE] : o->valid
 // `displ vol(1)=n` (also of `object`, `light`, `view`, `image`) writes
 // the objects' displ word; `displ light(2)` and `displ view(2)` answer it.
 int mot_displ(word* s, const word* ob, const word* lim, int kind) {
-  std::vector<Objet*> objs = nommes(s, kind);
+  std::vector<Objet*> objs = arg_objects(s, kind);
   if (!ob) {
     std::vector<float> words;
     for (Objet* o : objs) words.push_back(static_cast<float>(mot(o)));
     return words.empty() ? set_result_nil(s) : set_result_floats(s, lim, words);
   }
   float n = 0;
-  if (floats_into(ob, &n, 1) != 1) {
+  if (floats_of(ob, &n, 1) != 1) {
     err_illegal("displ");
     return -1;
   }
@@ -47,7 +49,7 @@ int DISPL_b(word* s, const word* ob, word* st, const word* lim) {
   if (has_word(s, KW_exec)) return DISPLAY_EXEC(s, lim);
   // `displ image(1,2)` draws those images now.
   if (has_word(s, KW_image)) {
-    DISPLAY_IMAGE(nommes(s, KW_image));
+    DISPLAY_IMAGE(arg_objects(s, KW_image));
     return set_result_nil(s);
   }
   if (DISPLAY_VOL(s) < 0) {

@@ -13,7 +13,7 @@
 #include "kernel/report.h"
 #include "kernel/vocab.h"
 #include "language/commands.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "render/display.h"
 #include "render/draw.h"
 #include "render/lights.h"
@@ -34,11 +34,6 @@ namespace {
 
 Objet* volume(int id) { return get_objet_id(chaine_classe(KW_vol), KW_vol, id); }
 
-int premier_entier(const word* v, int dflt) {
-  float f = static_cast<float>(dflt);
-  return floats_into(v, &f, 1) ? static_cast<int>(f) : dflt;
-}
-
 // Vertex k (from 1) of a volume, false when it has none such.
 bool sommet_de(const Objet* o, int k, float out[3]) {
   const word* poi = poi_vol(o);
@@ -53,7 +48,7 @@ bool sommet_de(const Objet* o, int k, float out[3]) {
 struct Numeros {
   float f[256];
   int n;
-  explicit Numeros(const word* v) : n(floats_into(v, f, 256)) {}
+  explicit Numeros(const word* v) : n(floats_of(v, f, 256)) {}
   struct It {
     const float* p;
     int operator*() const { return entier(*p); }
@@ -71,12 +66,12 @@ Numeros numeros(const word* v) { return Numeros(v); }
 // The leader's vertex that a follower is attached to; false without one.
 bool sommet_meneur(const DisplayRecord& r, float out[3]) {
   if (!r[R_lead] || !r[L_vertex_lead]) return false;
-  Objet* lead = volume(premier_entier(r[R_lead], 0));
-  return lead && sommet_de(lead, premier_entier(r[L_vertex_lead], 0), out);
+  Objet* lead = volume(entier(value_at(r[R_lead], 0)));
+  return lead && sommet_de(lead, entier(value_at(r[L_vertex_lead], 0)), out);
 }
 
 bool sommet_suiveur(const Objet* o, const DisplayRecord& r, float out[3]) {
-  return r[L_vertex_follow] && sommet_de(o, premier_entier(r[L_vertex_follow], 0), out);
+  return r[L_vertex_follow] && sommet_de(o, entier(value_at(r[L_vertex_follow], 0)), out);
 }
 
 // Step 10: `poi`, `dila`, `rotx`, `roty`, `rotz` of the command replace
@@ -111,7 +106,7 @@ int dessine(Objet* o, const DisplayRecord& r, int mode) {
   bool generated = false;
   if (Yes(KW_ext) > 0 || Yes(KW_frac) > 0) {
     const word* g = Yes(KW_ext) > 0 && r[R_ext] ? r[R_ext] : (Yes(KW_frac) > 0 ? r[R_frac] : nullptr);
-    generated = g && premier_entier(g, 0) >= 1 && r[R_poi_generate] && r[R_fac_generate];
+    generated = g && entier(value_at(g, 0)) >= 1 && r[R_poi_generate] && r[R_fac_generate];
   }
   if (mode != 0 && Yes(KW_texture) > 0 && (r[R_texture] || r[R_texture_fac])) {
     glEnable(GL_TEXTURE_2D);
@@ -139,8 +134,8 @@ int affiche_suiveurs(Objet* o, const DisplayRecord& r, word* command) {
 
 // The objects named by `vol(id)` or `object(id)` of the command.
 std::vector<Objet*> objets_nommes(word* command) {
-  std::vector<Objet*> out = nommes(command, KW_vol);
-  for (Objet* o : nommes(command, KW_object)) out.push_back(o);
+  std::vector<Objet*> out = arg_objects(command, KW_vol);
+  for (Objet* o : arg_objects(command, KW_object)) out.push_back(o);
   return out;
 }
 
@@ -169,7 +164,7 @@ void Calcul_matrices() {
 // A view's `col` keeps only those channels: the two views of `stereo`.
 void masque_vue(Objet* v) {
   float c[3] = {1, 1, 1};
-  const int n = floats_into(get_val_1(v->local, KW_col), c, 3);
+  const int n = floats_of(get_val_1(v->local, KW_col), c, 3);
   if (n == 0) glColorMask(1, 1, 1, 1);
   else glColorMask(c[0] > 0, c[1] > 0, c[2] > 0, 1);
 }
@@ -252,7 +247,7 @@ int DISPLAY_VOL_1(Objet* o, word* command) {
   remplit_record(o, r);
   if (Yes(KW_fog) > 0 && r[L_fog_zbuf]) {
     float f[7];
-    const int n = floats_into(r[L_fog_zbuf], f, 7);
+    const int n = floats_of(r[L_fog_zbuf], f, 7);
     if (n > 0) set_fog(f, n);
   }
   float* t = get_matrix_vol(o);
@@ -262,7 +257,7 @@ int DISPLAY_VOL_1(Objet* o, word* command) {
   valeurs_commande(command, t);
   if (command)
     if (const word* v = arg_of(command, KW_view)) {
-      const int id = premier_entier(v, 0);
+      const int id = entier(value_at(v, 0));
       if (Objet* view = get_objet_id(chaine_classe(KW_view), KW_view, id)) Projection_vue(view);
     }
   const int displ = o->valid;
@@ -279,7 +274,7 @@ int DISPLAY_VOL_1(Objet* o, word* command) {
   if (displ == -1) return 0;
   int result = 0;
   if (displ != 0) {
-    int mode = static_cast<int>(illum_de(r[R_illum]).mode);
+    int mode = entier(illum_de(r[R_illum]).mode);
     if (Yes(KW_illum) == 0) {
       mode = 0;
       glDisable(GL_LIGHTING);
@@ -326,7 +321,7 @@ int DISPLAY_VOL_0(Objet** list, int n, word* command) {
 
 int DISPLAY_VOL(word* command) {
   nb_affiches() = 0;
-  const int mode = command ? arg_int(command, KW_displ, 0, 1) : 1;
+  const int mode = command ? arg_int(command, KW_displ, 1) : 1;
   WindowState& w = win();
   if (mode == 0 || !gl_on()) return 0;
   if (mode == 2 || w.Mode_soft == 2 || w.Mode_soft == 0) return 0;  // no software path

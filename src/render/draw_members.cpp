@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "render/draw.h"
@@ -14,7 +15,6 @@ namespace {
 const float WHITE[3] = {1, 1, 1};
 
 const float* fl(const word* v) { return v ? reinterpret_cast<const float*>(v + 4) : nullptr; }
-int elements(const word* v) { return v ? np(v) * std::max<int>(dimp(v), 1) : 0; }
 
 // The geometry a member draws: plain or generated. False after message 27.
 struct Geometry {
@@ -94,8 +94,8 @@ int DISPLAY_0(Objet* o, const DisplayRecord& r, bool generated) {
     const float* s = fl(seg);
     glBegin(GL_LINES);
     for (int k = 0; k + 1 < elements(seg); k += 2) {
-      sommet(g, static_cast<int>(s[k]));
-      sommet(g, static_cast<int>(s[k + 1]));
+      sommet(g, entier(s[k]));
+      sommet(g, entier(s[k + 1]));
     }
     glEnd();
   }

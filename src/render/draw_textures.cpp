@@ -7,8 +7,9 @@
 
 #include <vector>
 
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "render/draw.h"
 #include "render/textures.h"
 #include "scene/vol_generate.h"
@@ -21,8 +22,8 @@ const std::vector<int>& images_de(const word* v) {
   static std::vector<int> ids;
   ids.clear();
   bool any = false;
-  for (int i = 0; v && i < value_elements(v); i++) {
-    ids.push_back(static_cast<int>(value_at(v, i)));
+  for (int i = 0; v && i < elements(v); i++) {
+    ids.push_back(entier(value_at(v, i)));
     any = any || ids.back() > 0;
   }
   if (!any) ids.clear();
@@ -70,7 +71,7 @@ int DISPLAY_TEXTURE(Objet* o, const DisplayRecord& r, int mode, bool generated) 
   const word* fac_images = generated ? r[R_texture_fac_generate] : r[R_texture_fac];
   const std::vector<int>& passes = images_de(r[R_texture]);
   bool any_facet = false;
-  for (int i = 0; fac_images && i < value_elements(fac_images) && !any_facet; i++)
+  for (int i = 0; fac_images && i < elements(fac_images) && !any_facet; i++)
     any_facet = image_facette(fac_images, i) > 0;
   if (!any_facet) fac_images = nullptr;
   if (!fac_images && passes.empty()) return 0;

@@ -10,7 +10,7 @@
 #include "kernel/keywords.h"
 #include "kernel/vocab.h"
 #include "language/commands.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "render/commands.h"
 #include "render/text.h"
 #include "render/window.h"
@@ -23,7 +23,7 @@ int affichage(word* s) {
   for (int i = 0; i < item_count(s); i++, item = next_item(item))
     if (i > 0 && item[2] == KW_displ && item_value(item)) {
       float n = 1;
-      floats_into(item_value(item), &n, 1);
+      floats_of(item_value(item), &n, 1);
       return static_cast<int>(n);
     }
   return 1;

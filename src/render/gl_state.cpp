@@ -2,6 +2,7 @@
 // effects of `yes` and `no` on GL's switches.
 #include <GL/freeglut.h>
 
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/vocab.h"
 #include "render/view.h"
@@ -43,7 +44,7 @@ void set_fog(const float* v, int n) {
     return;
   }
   glEnable(GL_FOG);
-  const int mode = static_cast<int>(f[5]);
+  const int mode = entier(f[5]);
   glFogi(GL_FOG_MODE, mode == 1 ? GL_EXP : mode == 2 ? GL_EXP2 : GL_LINEAR);
   const float col[4] = {f[0], f[1], f[2], 1};
   glFogfv(GL_FOG_COLOR, col);

@@ -1,20 +1,21 @@
 #include "render/image_display.h"
 
 #include "kernel/chains.h"
+#include "kernel/entier.h"
+#include "scene/image_object.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "render/picture.h"
 #include "render/window.h"
-#include "scene/image_object.h"
 
 void DISPLAY_IMAGE(const std::vector<Objet*>& images) {
   for (Objet* o : images) {
     const word* px = pixels_lecture(o);
     if (!px) continue;
     float at[2] = {0, static_cast<float>(win().Dimy - image_ny(o))};
-    floats_into(get_val_1(o->local, KW_poi), at, 2);
-    dessine_pixels(octets(px), image_nx(o), image_ny(o), static_cast<int>(at[0]), static_cast<int>(at[1]));
+    floats_of(get_val_1(o->local, KW_poi), at, 2);
+    dessine_pixels(octets(px), image_nx(o), image_ny(o), entier(at[0]), entier(at[1]));
   }
 }
 

@@ -30,7 +30,7 @@ int lire(Objet* o, int c1, int c2, float* out, int n) {
   const word* b = c2 ? get_val_2(o->local, c1, c2) : get_val_1(o->local, c1);
   if (!b || tag(b) != T_FLOAT) return 0;
   int k = 0;
-  for (; k < n && k < np(b) * (dimp(b) > 0 ? dimp(b) : 1); k++) out[k] = getf(b, k);
+  for (; k < n && k < elements(b); k++) out[k] = getf(b, k);
   return k;
 }
 

@@ -18,7 +18,7 @@ namespace {
 void lire(Objet* v, int code, float* out, int n) {
   const word* b = v ? get_val_1(v->local, code) : nullptr;
   if (!b || tag(b) != T_FLOAT) return;
-  for (int i = 0; i < n && i < np(b) * (dimp(b) > 0 ? dimp(b) : 1); i++) out[i] = getf(b, i);
+  for (int i = 0; i < n && i < elements(b); i++) out[i] = getf(b, i);
 }
 
 void plans(double& near, double& far) {

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "kernel/keywords.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "render/window.h"
 #include "scene/volume.h"
 
@@ -46,7 +46,7 @@ void* police(const word* font) {
   if (const char* name = value_text(font)) {
     for (const Police& p : POLICES)
       if (std::strcmp(p.name, name) == 0) return p.font;
-  } else if (float n; floats_into(font, &n, 1) == 1 && n >= 0 && n < 7) {
+  } else if (float n; floats_of(font, &n, 1) == 1 && n >= 0 && n < 7) {
     return POLICES[static_cast<int>(n)].font;
   }
   return POLICES[1].font;
@@ -114,10 +114,10 @@ void message_volume(Objet*, const DisplayRecord& r, int mode) {
   box.text = text(m);
   box.font = police(r[L_font_message]);
   float back[3] = {0, 0, 0}, white[3] = {1, 1, 1}, frame[3];
-  if (floats_into(r[L_back_message], back, 3) > 0) box.back = back;
+  if (floats_of(r[L_back_message], back, 3) > 0) box.back = back;
   if (mode == 0) box.outline = white;
-  if (floats_into(r[L_col_frame], frame, 3) == 3) box.frame = frame;
-  floats_into(r[L_col_message], box.col, 3);
+  if (floats_of(r[L_col_frame], frame, 3) == 3) box.frame = frame;
+  floats_of(r[L_col_message], box.col, 3);
   // The box stands in window pixels where the point falls on the screen.
   double model[16], proj[16], wx, wy, wz;
   int viewport[4];

@@ -5,8 +5,9 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "kernel/entier.h"
 #include "kernel/handles.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "scene/image_object.h"
 
 namespace {
@@ -29,9 +30,9 @@ int image_facette(const word* images, int facet) {
   // A table of one block a facet, as `texture fac vol(1)=n` makes it.
   if (images && tag(images) == T_PROPRIETES) {
     if (facet < 0 || facet >= np(images) || facet >= size(images) - 4) return 0;
-    return static_cast<int>(value_at(handle_bloc(images[4 + facet]), 0));
+    return entier(value_at(handle_bloc(images[4 + facet]), 0));
   }
-  return static_cast<int>(value_at(images, facet));
+  return entier(value_at(images, facet));
 }
 
 bool lie_texture(int id) {

@@ -51,7 +51,7 @@ float* floats(bloc v) { return reinterpret_cast<float*>(v + 4); }
 // The value of a slot when it holds at least its floats, else null.
 float* valeur(Objet* v, const Slot& s) {
   bloc b = s.c2 ? get_val_2(v->local, s.c1, s.c2) : get_val_1(v->local, s.c1);
-  if (!b || tag(b) != T_FLOAT || np(b) * (dimp(b) > 0 ? dimp(b) : 1) < s.n) return nullptr;
+  if (!b || tag(b) != T_FLOAT || elements(b) < s.n) return nullptr;
   return floats(b);
 }
 

@@ -5,11 +5,13 @@
 #include <vector>
 
 #include "kernel/chains.h"
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
+#include "language/cmd_util.h"
 #include "render/commands.h"
 #include "render/lights.h"
 #include "render/view.h"
@@ -31,7 +33,7 @@ bool ecrit3(Objet* o, int code, const float* f) {
   return true;
 }
 
-int lit(Objet* o, int code, float* out, int n) { return floats_into(get_val_1(o->local, code), out, n); }
+int lit(Objet* o, int code, float* out, int n) { return floats_of(get_val_1(o->local, code), out, n); }
 
 // `eye poi(x,y,z) view(id)` and `eye vol(id) view(id)`, the same for aim:
 // the named views' eye (or aim) moves to the point or the volume's place.
@@ -45,7 +47,7 @@ int vers_vol_poi(word* s, int code) {
       found = t != nullptr;
     }
   }
-  std::vector<Objet*> views_named = nommes(s, KW_view);
+  std::vector<Objet*> views_named = arg_objects(s, KW_view);
   if (!found || views_named.empty()) {
     voir_mot(code);
     voir_mot(KW_poi);
@@ -112,10 +114,10 @@ int EYE_VOL_POI(word* s) { return vers_vol_poi(s, KW_eye); }
 int AIM_VOL_POI(word* s) { return vers_vol_poi(s, KW_aim); }
 
 int SET_VIEW_b(word* s, const word* ob, word* st, const word* lim) {
-  const word* sel = item_value(first_item(s));
+  const word* sel = command_argument(s);
   if (ob || !sel) return bloc_0(s, ob, st, lim);
   if (const char* t = value_text(arg_of(s, KW_write))) {
-    if (SET_VIEW_WRITE(sel, arg_int(s, KW_dim, 0, 2), t) < 0) return -1;
+    if (SET_VIEW_WRITE(sel, arg_int(s, KW_dim, 2), t) < 0) return -1;
     return set_result_nil(s);
   }
   for (int i = 0; i < nb_selection(sel); i++) {
@@ -128,7 +130,7 @@ int SET_VIEW_b(word* s, const word* ob, word* st, const word* lim) {
       TRACE_FAIL("SET_VIEW()");
       return -1;
     }
-    if (float d; arg_floats(s, KW_displ, &d, 1)) v->valid = static_cast<int>(d);
+    if (float d; arg_floats(s, KW_displ, &d, 1)) v->valid = entier(d);
     CAL_VIEW(v, 1);
   }
   return set_result_nil(s);
@@ -138,9 +140,9 @@ int AIM_EYE_b(word* s, const word* ob, word* st, const word* lim) {
   (void)st;
   const int code = first_item(s)[2];
   if (has_word(s, KW_poi) || has_word(s, KW_vol)) return code == KW_eye ? EYE_VOL_POI(s) : AIM_VOL_POI(s);
-  const word* v = ob ? ob : item_value(first_item(s));
+  const word* v = ob ? ob : command_argument(s);
   float f[3] = {0, 0, 0};
-  const int n = floats_into(v, f, 3);
+  const int n = floats_of(v, f, 3);
   for (int kind : {KW_view, KW_light}) {
     if (!has_word(s, kind)) continue;
     std::vector<Objet*> objs;
@@ -183,7 +185,7 @@ int FOC_ROLL_b(word* s, const word* ob, word* st, const word* lim) {
   float* p = code == KW_foc ? vs.P_foc : vs.P_roll;
   if (!p) return -1;
   float f = 0;
-  if (floats_into(ob ? ob : item_value(first_item(s)), &f, 1) > 0) {
+  if (floats_of(ob ? ob : command_argument(s), &f, 1) > 0) {
     const float before = *p;
     *p = f;
     if (CAL_VIEW(nullptr, 1) < 0) {
@@ -200,24 +202,24 @@ int PERS_b(word* s, const word* ob, word* st, const word* lim) {
     if (has_word(s, second)) return COM1_COM2_OBJ(s, st, lim, ob, KW_pers, second);
   if (has_word(s, KW_normal)) {
     float f[9];
-    if (floats_into(ob ? ob : arg_of(s, KW_normal), f, 9) == 9)
-      for (int i = 0; i < 9; i++) vs.Param_ortho[i] = static_cast<int>(f[i]);
+    if (floats_of(ob ? ob : arg_of(s, KW_normal), f, 9) == 9)
+      for (int i = 0; i < 9; i++) vs.Param_ortho[i] = entier(f[i]);
     std::vector<float> out(vs.Param_ortho, vs.Param_ortho + 9);
     return set_result_floats(s, lim, out);
   }
   if (has_word(s, KW_vol)) {
     std::vector<float> out;
     const word* verts = arg_of(s, KW_vertex);
-    for (Objet* o : nommes(s, KW_vol)) {
+    for (Objet* o : arg_objects(s, KW_vol)) {
       const word* poi = poi_vol(o);
       const float* m = get_matrix_vol(o);
       if (!poi || !m) continue;
       std::vector<float> ks(static_cast<size_t>(np(poi)));
-      int nk = verts ? floats_into(verts, ks.data(), static_cast<int>(ks.size())) : 0;
+      int nk = verts ? floats_of(verts, ks.data(), static_cast<int>(ks.size())) : 0;
       if (!verts)
         for (int i = 0; i < np(poi); i++) ks[nk++] = static_cast<float>(i + 1);
       for (int i = 0; i < nk; i++) {
-        const int k = static_cast<int>(ks[i]);
+        const int k = entier(ks[i]);
         if (k < 1 || k > np(poi)) continue;
         const float* p = reinterpret_cast<const float*>(poi + 4) + (k - 1) * stride(poi);
         float a[3], r[3] = {0, 0, 0};
@@ -228,13 +230,13 @@ int PERS_b(word* s, const word* ob, word* st, const word* lim) {
     }
     return set_result_floats(s, lim, out);
   }
-  const word* v = ob ? ob : item_value(first_item(s));
-  const int n = v ? value_elements(v) : 0;
+  const word* v = ob ? ob : command_argument(s);
+  const int n = v ? elements(v) : 0;
   if (n == 0) return set_result_float(s, lim, static_cast<float>(Yes(KW_pers)));
   std::vector<float> f(static_cast<size_t>(n));
-  floats_into(v, f.data(), n);
+  floats_of(v, f.data(), n);
   if (n < 3) {
-    if (set_sem(KW_pers, static_cast<int>(f[0])) < 0) return -1;
+    if (set_sem(KW_pers, entier(f[0])) < 0) return -1;
     return set_result_nil(s);
   }
   std::vector<float> out(f.size(), 0.0f);
@@ -263,7 +265,7 @@ int STEREO_b(word* s, const word* ob, word* st, const word* lim) {
   int nc = 0;
   word* it = first_item(s);
   for (int i = 0; i < item_count(s); i++, it = next_item(it))
-    if (it[2] == KW_col && nc < 2) floats_into(item_value(it), cols + 3 * nc++, 3);
+    if (it[2] == KW_col && nc < 2) floats_of(item_value(it), cols + 3 * nc++, 3);
   const float sv[3] = {A[0] - E[0], A[1] - E[1], A[2] - E[2]};
   float off[3] = {d, 0, 0};
   if (std::fabs(sv[2]) >= 0.0001f) {

@@ -11,7 +11,8 @@
 #include "kernel/report.h"
 #include "kernel/resources.h"
 #include "kernel/vocab.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
+#include "language/cmd_util.h"
 #include "render/commands.h"
 #include "render/view.h"
 #include "render/window.h"
@@ -109,16 +110,16 @@ int GRAPHIC_b(word* s, const word* ob, word* st, const word* lim) {
     return r == 1 ? set_result_float(s, lim, answer) : set_result_nil(s);
   }
   float f[4];
-  const int n = floats_into(v, f, 4);
+  const int n = floats_of(v, f, 4);
   if (n == 0) return set_get_val_com(s, lim, ob);
   WindowState& w = win();
   if (n >= 2) {
-    w.Dimx = static_cast<int>(f[0]);
-    w.Dimy = static_cast<int>(f[1]);
+    w.Dimx = entier(f[0]);
+    w.Dimy = entier(f[1]);
   }
   if (n >= 4) {
-    w.Orx = static_cast<int>(f[2]);
-    w.Ory = static_cast<int>(f[3]);
+    w.Orx = entier(f[2]);
+    w.Ory = entier(f[3]);
   }
   init_ecran(2);
   init_param_ortho();
@@ -153,11 +154,11 @@ int WIN_b(word* s, const word* ob, word* st, const word* lim) {
                                     static_cast<float>(w.Orx), static_cast<float>(w.Ory)};
     return set_result_floats(s, lim, now);
   }
-  w.Dimx = static_cast<int>(d[0]);
-  w.Dimy = static_cast<int>(d[1]);
+  w.Dimx = entier(d[0]);
+  w.Dimy = entier(d[1]);
   // A place is given from the screen's centre.
-  w.Orx = static_cast<int>(p[0]) + w.Dimx_ecran / 2;
-  w.Ory = static_cast<int>(p[1]) + w.Dimy_ecran / 2;
+  w.Orx = entier(p[0]) + w.Dimx_ecran / 2;
+  w.Ory = entier(p[1]) + w.Dimy_ecran / 2;
   init_ecran(2);
   init_param_ortho();
   return set_result_nil(s);
@@ -172,7 +173,7 @@ int BACK_b(word* s, const word* ob, word* st, const word* lim) {
     for (int i = 0; i < 3 && i < n; i++) b[i] = d[i];
   }
   const word* v = ob ? ob : arg_of(s, KW_back);
-  const bool given = floats_into(v, b, 3) > 0 || has_word(s, KW_ini);
+  const bool given = floats_of(v, b, 3) > 0 || has_word(s, KW_ini);
   for (int i = 0; i < 3; i++) b[3 + i] = b[i] * 255.0f;
   if (given && gl_on()) {
     glClearColor(b[0], b[1], b[2], 1);
@@ -189,7 +190,7 @@ int SCREEN_b(word* s, const word* ob, word* st, const word* lim) {
   float c[3] = {b[0], b[1], b[2]};
   if (const word* v = ob ? ob : arg_of(s, KW_screen)) {
     c[0] = c[1] = c[2] = 0;
-    floats_into(v, c, 3);
+    floats_of(v, c, 3);
   }
   if (gl_on() && w.Mode_soft < 2) {
     Projection_ortho();
@@ -225,7 +226,7 @@ int ZBUF_b(word* s, const word* ob, word* st, const word* lim) {
   (void)st;
   WindowState& w = win();
   float f = 0;
-  if (floats_into(ob ? ob : arg_of(s, KW_zbuf), &f, 1) == 0) return set_result_float(s, lim, static_cast<float>(w.zbuf_mode));
+  if (floats_of(ob ? ob : arg_of(s, KW_zbuf), &f, 1) == 0) return set_result_float(s, lim, static_cast<float>(w.zbuf_mode));
   const int n = entier(f);
   if (n < 0) {
     voir_int("%d ", n);

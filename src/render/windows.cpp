@@ -5,9 +5,11 @@
 #include <cstring>
 
 #include "kernel/chains.h"
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
+#include "language/cmd_util.h"
 #include "render/window.h"
 #include "scene/lookup.h"
 
@@ -104,8 +106,8 @@ int SOUS_FENETRE(word* s, const word* lim, const char* name) {
   }
   // The X server takes sides of 1 to 32767 pixels.
   if (!(d[0] >= 1 && d[1] >= 1 && d[0] <= 32767 && d[1] <= 32767)) return usage();
-  const int w = static_cast<int>(d[0]), h = static_cast<int>(d[1]);
-  const int x = ws.Dimx / 2 + static_cast<int>(p[0]), y = ws.Dimy / 2 + static_cast<int>(p[1]);
+  const int w = entier(d[0]), h = entier(d[1]);
+  const int x = ws.Dimx / 2 + entier(p[0]), y = ws.Dimy / 2 + entier(p[1]);
   if (!o) {
     o = cre_objet_nom(chaine(), KW_win / 200, KW_win, 0, name);
     if (!o) return -1;

@@ -8,6 +8,7 @@
 #include "kernel/keywords.h"
 #include "kernel/object_store.h"
 #include "kernel/report.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
@@ -73,14 +74,14 @@ int par_sommet(word* s, const word* ob, word* st, const word* lim) {
 }  // namespace
 
 int OBJ_b(word* s, const word* ob, word* st, const word* lim) {
-  if (item_value(first_item(s)) && find_item(s, KW_vertex) && item_count(s) > 2) return par_sommet(s, ob, st, lim);
-  if (ob || !item_value(first_item(s))) return bloc_0(s, ob, st, lim);
+  if (command_argument(s) && find_item(s, KW_vertex) && item_count(s) > 2) return par_sommet(s, ob, st, lim);
+  if (ob || !command_argument(s)) return bloc_0(s, ob, st, lim);
   if (int r = formes_vol(s); r != 1) return r;
   if (second_vol_ou_vertex(s)) return bloc_0(s, ob, st, lim);
   return cree(s);
 }
 
 int OBJET_b(word* s, const word* ob, word* st, const word* lim) {
-  if (ob || !item_value(first_item(s))) return bloc_0(s, ob, st, lim);
+  if (ob || !command_argument(s)) return bloc_0(s, ob, st, lim);
   return cree(s);
 }

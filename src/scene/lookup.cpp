@@ -7,6 +7,7 @@
 #include "kernel/keywords.h"
 #include "kernel/object_store.h"
 #include "kernel/report.h"
+#include "language/args.h"
 #include "language/lang_state.h"
 
 namespace {
@@ -92,10 +93,7 @@ int nb_selection(const word* v) {
   if (!v || v[0] < 4) return 0;
   switch (tag(v)) {
     case T_FLOAT:
-    case T_LONG: {
-      long n = static_cast<long>(np(v)) * (dimp(v) > 0 ? dimp(v) : 1);
-      return static_cast<int>(n < v[0] - 4 ? n : v[0] - 4);
-    }
+    case T_LONG: return elements(v);
     case T_HYBRIDE: {
       int n = 0;
       for (int i = 0; i < np(v); i++)
@@ -180,4 +178,12 @@ Objet* cre_objet_nom(Objet* head, int classe, int kind, int id, const char* name
   Objet* o = cre_objet(head, kind, 0, nullptr, name, id);
   if (o && id == -12345) o->valid = 0;
   return o;
+}
+
+std::vector<Objet*> arg_objects(word* s, int kind) {
+  std::vector<Objet*> out;
+  const word* sel = arg_of(s, kind);
+  for (int i = 0; sel && i < nb_selection(sel); i++)
+    if (Objet* o = get_objet_simple(chaine_classe(kind), sel, i)) out.push_back(o);
+  return out;
 }

@@ -1,12 +1,18 @@
 // Finding objects in chains, and creating them from selectors. Every walk
 // starts at the head's `next`; chains are unsorted and lookups linear.
 #pragma once
+#include <vector>
+
 #include "kernel/objet.h"
 #include "kernel/word.h"
 
 // Number of elements of a selector value: the numbers of a FLOAT or LONG,
 // the blank-separated names of a CHAR, the parts of a HYBRIDE.
 int nb_selection(const word* selector);
+
+// The objects that the value of the kind word `kind` in a command names,
+// found in the kind's chain; names of nothing are left out.
+std::vector<Objet*> arg_objects(word* s, int kind);
 
 // Element `index`: 0 with a number, 1 with a name (of up to 255 bytes in
 // `name`), -1 after a report when there is none.

@@ -8,11 +8,13 @@
 
 #include "kernel/bloc.h"
 #include "kernel/chains.h"
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/random_table.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/graphic.h"
 #include "scene/law.h"
@@ -71,7 +73,6 @@ struct Commande {
   bool has_axis = false;
 };
 
-int premier(const std::vector<float>& v, int fallback) { return v.empty() ? fallback : static_cast<int>(v[0]); }
 
 // Reads the words of the command. 1 when it is well formed, 0 for the
 // usage report, -1 after another report.
@@ -80,7 +81,7 @@ int lit(word* s, Commande& c) {
   for (int i = 0; i < item_count(s); i++, item = next_item(item)) {
     const int code = item[2];
     const word* v = item_value(item);
-    std::vector<float> f = valeurs_mot(s, code);
+    std::vector<float> f = arg_floats(s, code);
     if (mot_transformation(code) && !c.t.kind) {
       c.t.kind = code;
       c.t.par = f;
@@ -93,7 +94,7 @@ int lit(word* s, Commande& c) {
     } else {
       switch (code) {
         case KW_vertex:
-          for (float x : f) c.t.vertices.push_back(static_cast<int>(x));
+          for (float x : f) c.t.vertices.push_back(entier(x));
           break;
         case KW_poi:
           for (int k = 0; k < 3 && k < static_cast<int>(f.size()); k++) c.t.centre[k] = f[static_cast<size_t>(k)];
@@ -108,8 +109,8 @@ int lit(word* s, Commande& c) {
           c.t.law = KW_law;
           if (!courbe_loi(v, c.t.curve)) return -1;
           break;
-        case KW_ini: c.ini = premier(f, 1); break;
-        case KW_validate: c.validate = true, c.validate_n = premier(f, 1); break;
+        case KW_ini: c.ini = f.empty() ? 1 : entier(f[0]); break;
+        case KW_validate: c.validate = true, c.validate_n = f.empty() ? 1 : entier(f[0]); break;
         case KW_generate: case KW_ext: case KW_frac: c.generate = true; break;
         case KW_max: c.max = true; break;
         case KW_anc: c.t.alea = true; break;
@@ -224,10 +225,10 @@ int MOD_b(word* s, const word* ob, word* st, const word* lim) {
 // `alea` alone reads the seed of the table, `alea(n)` sets it.
 int ALEA_b(word* s, const word* ob, word* st, const word* lim) {
   (void)st;
-  std::vector<float> v = valeurs_mot(s, KW_alea);
+  std::vector<float> v = arg_floats(s, KW_alea);
   if (ob && tag(ob) == T_FLOAT && np(ob) > 0) v = {getf(ob, 0)};
   const int size = random_table_size();
-  if (!v.empty()) graine_alea() = size > 0 ? ((static_cast<int>(v[0]) % size) + size) % size : 0;
+  if (!v.empty()) graine_alea() = size > 0 ? ((entier(v[0]) % size) + size) % size : 0;
   if (ob) return 0;
   return set_result_float(s, lim, static_cast<float>(graine_alea()));
 }

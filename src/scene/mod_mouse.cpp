@@ -11,13 +11,14 @@
 
 #include "kernel/access.h"
 #include "kernel/keywords.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/primitives.h"
 #include "scene/scene_state.h"
 
 bool facteurs_souris(word* s, float factor[2]) {
   bool souris = false;
-  const std::vector<float> m = valeurs_mot(s, KW_mouse, &souris);
+  const std::vector<float> m = arg_floats(s, KW_mouse, &souris);
   if (!souris) return true;
   ScenePointer& p = scene().pointeur;
   if (!p.on) return true;  // no window: the factors stay 1
@@ -31,14 +32,14 @@ bool facteurs_souris(word* s, float factor[2]) {
   const float x = p.x, y = -p.y;
   float frame[4] = {-w / 4, -h / 4, w / 4, h / 4};
   bool cadre = false;
-  const std::vector<float> f = valeurs_mot(s, KW_frame, &cadre);
+  const std::vector<float> f = arg_floats(s, KW_frame, &cadre);
   if (cadre) {
     for (size_t i = 0; i < 4 && i < f.size(); i++) frame[i] = f[i];
     if (p.dessine_cadre) p.dessine_cadre(frame);
   }
   if (x < frame[0] || x > frame[2] || y < frame[1] || y > frame[3]) return false;
   bool echelle = false;
-  const std::vector<float> e = valeurs_mot(s, KW_scale, &echelle);
+  const std::vector<float> e = arg_floats(s, KW_scale, &echelle);
   if (!echelle) {
     factor[0] = x;
     factor[1] = y;

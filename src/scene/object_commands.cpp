@@ -246,8 +246,8 @@ int NUM_b(word* s, const word* ob, word* st, const word* lim) {
     }
     return 0;
   }
-  std::vector<float> ids;
-  if (!value_floats(ob, ids) || ids.empty()) {
+  const std::vector<float> ids = floats_of(ob);
+  if (ids.empty()) {
     err_syntaxe(MES_COMMAND_USAGE, KW_number, " obj(id)=n\n");
     return -1;
   }
@@ -258,7 +258,7 @@ int NUM_b(word* s, const word* ob, word* st, const word* lim) {
 int TYPE_b(word* s, const word* ob, word* st, const word* lim) {
   (void)st;
   (void)lim;
-  const word* named = item_value(first_item(s));
+  const word* named = command_argument(s);
   // The object word's own selection, not filtered by the type being set.
   std::vector<Objet*> objets;
   word* item = objet_item(s, mot_objet_rem);

@@ -13,6 +13,7 @@
 #include "kernel/object_store.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
@@ -27,7 +28,7 @@ constexpr float PI_F = 3.14159265f;
 // `dim(a,b,c)` with `fallback` when absent; a missing value repeats the
 // one before it.
 void dimensions(word* s, float d[3], float fallback) {
-  std::vector<float> v = valeurs_mot(s, KW_dim);
+  std::vector<float> v = arg_floats(s, KW_dim);
   for (int k = 0; k < 3; k++) d[k] = k < static_cast<int>(v.size()) ? v[k] : (k ? d[k - 1] : fallback);
 }
 
@@ -60,12 +61,10 @@ int sphere_partagee(const Construction& unit) {
 
 // `rev(id)` without `poi`: the profile the volume was built from.
 std::vector<float> profil_existant(word* s) {
-  std::vector<float> v;
-  const word* ids = item_value(first_item(s));
+  const word* ids = command_argument(s);
   Objet* o = ids ? get_objet_simple(chaine_classe(KW_vol), ids, 0) : nullptr;
-  if (const word* p = o ? get_val_2(o->local, KW_rev, KW_poi) : nullptr; p && tag(p) == T_FLOAT)
-    for (int i = 0; i < np(p) * std::max(dimp(p), 1) && i < size(p) - 4; i++) v.push_back(getf(p, i));
-  return v;
+  const word* p = o ? get_val_2(o->local, KW_rev, KW_poi) : nullptr;
+  return p && tag(p) == T_FLOAT ? floats_of(p) : std::vector<float>{};
 }
 
 // The profile kept on each new volume, for a later `rev(id)` alone.
@@ -73,7 +72,7 @@ void garde_profil(word* s, const std::vector<float>& v) {
   std::vector<word> b{static_cast<word>(4 + v.size()), T_FLOAT, static_cast<word>(v.size() ? 1 : 0),
                       static_cast<word>(std::max<size_t>(v.size(), 1))};
   for (float x : v) b.push_back(fw(x));
-  const word* ids = item_value(first_item(s));
+  const word* ids = command_argument(s);
   for (int i = 0, n = nb_selection(ids); i < n; i++)
     if (Objet* o = get_objet_simple(chaine_classe(KW_vol), ids, i)) {
       rem_propr_2(o, KW_rev, KW_poi);
@@ -119,12 +118,12 @@ Construction boule(float r, int nx, int ny) {
 int BALL_b(word* s, const word*, word*, const word*) {
   // `ball(id)` alone: a unit ball of 8 sections.
   const bool bare = item_count(s) == 1;
-  std::vector<float> d = valeurs_mot(s, KW_dim);
+  std::vector<float> d = arg_floats(s, KW_dim);
   const float r = bare ? 1.0f : (d.empty() ? 100.0f : d[0]);
   const int ny = compte_mot(s, KW_secy, bare ? 8 : 3, 2);
   const int nx = compte_mot(s, KW_secx, ny > INT_MAX / 2 ? INT_MAX : 2 * ny, 3);
   bool sphere = false;
-  valeurs_mot(s, KW_sphere, &sphere);
+  arg_floats(s, KW_sphere, &sphere);
   Taille t;
   t.sommets = (ny + 1.0) * nx;
   t.quadrilateres(facettes_close(nx, ny));
@@ -133,13 +132,13 @@ int BALL_b(word* s, const word*, word*, const word*) {
   c.transf = sphere;
   if (sphere) c.dila[0] = c.dila[1] = c.dila[2] = r;
   for (int k = 0; k < 3; k++) {
-    std::vector<float> t = valeurs_mot(s, KW_poi), g = valeurs_mot(s, KW_dila);
+    std::vector<float> t = arg_floats(s, KW_poi), g = arg_floats(s, KW_dila);
     if (k < static_cast<int>(t.size())) c.tran[k] = t[k], c.transf = true;
     if (k < static_cast<int>(g.size())) c.dila[k] = g[k], c.transf = true;
   }
   const int rots[] = {KW_rotx, KW_roty, KW_rotz};
   for (int k = 0; k < 3; k++)
-    if (std::vector<float> a = valeurs_mot(s, rots[k]); !a.empty()) c.rot[k] = a[0], c.transf = true;
+    if (std::vector<float> a = arg_floats(s, rots[k]); !a.empty()) c.rot[k] = a[0], c.transf = true;
   if (sphere && sphere_partagee(boule(1.0f, nx, ny)) < 0) return -1;
   return cree_volumes(s, KW_ball, c,
                       {KW_dim, KW_secx, KW_secy, KW_poi, KW_dila, KW_rotx, KW_roty, KW_rotz, KW_sphere});
@@ -147,19 +146,19 @@ int BALL_b(word* s, const word*, word*, const word*) {
 
 int REV_b(word* s, const word*, word*, const word*) {
   bool has_poi = false;
-  std::vector<float> v = valeurs_mot(s, KW_poi, &has_poi);
+  std::vector<float> v = arg_floats(s, KW_poi, &has_poi);
   if (!has_poi) v = profil_existant(s);
   if (v.empty()) {
     voir_mot(KW_rev);
     voir_texte("(id) poi(x1,y1,z1,...)\a\n");
     return -1;
   }
-  std::vector<float> ang = valeurs_mot(s, KW_ang);
+  std::vector<float> ang = arg_floats(s, KW_ang);
   const float angle = ang.empty() ? DEUX_PI : ang[0];
   const float phase = ang.size() > 1 ? ang[1] : 0.0f;
   const int n = compte_mot(s, KW_secx, 6);
   bool close = false;
-  valeurs_mot(s, KW_close, &close);
+  arg_floats(s, KW_close, &close);
   if (std::fabs(angle - DEUX_PI) < 0.0001f) close = true;
   Sommets p = profil(v);
   Taille t;
@@ -189,7 +188,7 @@ int REV_b(word* s, const word*, word*, const word*) {
 }
 
 int PRISM_b(word* s, const word*, word*, const word*) {
-  std::vector<std::vector<float>> pois = valeurs_mots(s, KW_poi);
+  std::vector<std::vector<float>> pois = arg_floats_all(s, KW_poi);
   if (pois.size() < 2 || pois[0].size() < 3 || pois[1].size() < 3) {
     voir_mot(KW_geod);
     voir_texte("(id)");
@@ -201,7 +200,7 @@ int PRISM_b(word* s, const word*, word*, const word*) {
   const float* d = pois[1].data();
   const int n = compte_mot(s, KW_secy, 1);
   bool close = false;
-  valeurs_mot(s, KW_close, &close);
+  arg_floats(s, KW_close, &close);
   Taille taille;
   taille.sommets = (n + 1.0) * base.count();
   taille.quadrilateres(nombre_lignes(base.count(), n + 1.0, close));
@@ -219,7 +218,7 @@ int PRISM_b(word* s, const word*, word*, const word*) {
 }
 
 int GRID_b(word* s, const word*, word*, const word*) {
-  std::vector<float> d = valeurs_mot(s, KW_dim);
+  std::vector<float> d = arg_floats(s, KW_dim);
   const float dx = d.size() > 0 ? d[0] : 100.0f, dy = d.size() > 1 ? d[1] : 100.0f;
   const float dz = d.size() > 2 ? d[2] : (dx + dy) / 2;
   const int nx = compte_mot(s, KW_secx, 1), ny = compte_mot(s, KW_secy, 1);

@@ -10,11 +10,6 @@
 #include "kernel/word.h"
 #include "scene/vol_gen.h"
 
-// The floats of the first word `code` of the command; `*present` tells
-// whether the word is there (with or without values).
-std::vector<float> valeurs_mot(word* s, int code, bool* present = nullptr);
-// All the parameter lists of the word `code`, in order.
-std::vector<std::vector<float>> valeurs_mots(word* s, int code);
 // A count given by the word `code`: its first value as an integer, at
 // least `least`; `fallback` when the word or its value is absent.
 int compte_mot(word* s, int code, int fallback, int least = 1);

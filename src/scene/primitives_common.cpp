@@ -6,6 +6,7 @@
 #include "kernel/object_store.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/lookup.h"
 #include "scene/primitives.h"
@@ -14,21 +15,6 @@
 #include "scene/volume.h"
 
 namespace {
-
-std::vector<float> flottants(const word* v) {
-  std::vector<float> out;
-  if (!v) return out;
-  if (tag(v) == T_FLOAT || tag(v) == T_LONG) {
-    const int n = std::min(np(v) * std::max(dimp(v), 1), size(v) - 4);
-    for (int i = 0; i < n; i++) out.push_back(tag(v) == T_FLOAT ? getf(v, i) : static_cast<float>(v[4 + i]));
-  } else if (tag(v) == T_HYBRIDE) {
-    for (int i = 0; i < np(v); i++) {
-      std::vector<float> part = flottants(sous_bloc(v, i));
-      out.insert(out.end(), part.begin(), part.end());
-    }
-  }
-  return out;
-}
 
 // Removes the volumes that bear this number, or this name.
 void remplace(int number, const char* name) {
@@ -43,28 +29,14 @@ void remplace(int number, const char* name) {
 
 }  // namespace
 
-std::vector<float> valeurs_mot(word* s, int code, bool* present) {
-  word* item = find_item(s, code);
-  if (present) *present = item != nullptr;
-  return item ? flottants(item_value(item)) : std::vector<float>{};
-}
-
 int compte_mot(word* s, int code, int fallback, int least) {
-  const std::vector<float> v = valeurs_mot(s, code);
-  return v.empty() ? fallback : std::max(entier(v[0]), least);
+  float first = 0;
+  return arg_floats(s, code, &first, 1) ? std::max(entier(first), least) : fallback;
 }
 
 bool taille_possible(word* s, const Taille& t, int extra, const char* name) {
-  const word* ids = item_value(first_item(s));
+  const word* ids = command_argument(s);
   return volume_possible(t, (ids ? nb_selection(ids) : 1) + extra, name);
-}
-
-std::vector<std::vector<float>> valeurs_mots(word* s, int code) {
-  std::vector<std::vector<float>> out;
-  word* item = first_item(s);
-  for (int i = 0; i < item_count(s); i++, item = next_item(item))
-    if (item[2] == code) out.push_back(flottants(item_value(item)));
-  return out;
 }
 
 int pose_geometrie(Objet* o, const Construction& c) {

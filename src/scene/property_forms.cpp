@@ -13,16 +13,13 @@
 #include "kernel/report.h"
 #include "kernel/values.h"
 #include "kernel/vocab.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
 #include "scene/selection.h"
 
 namespace {
-
-int nb_mots(const word* v) {
-  return static_cast<int>(std::min<long>(static_cast<long>(np(v)) * std::max(dimp(v), 1), v[0] - 4));
-}
 
 struct Cible {
   Objet* head = nullptr;
@@ -72,11 +69,11 @@ int propriete_cles(word* s, word* st, const word* lim, const word* ob, const std
     if (tag(ob) == T_NIL) continue;
     bloc v = p ? propr_val(p) : nullptr;
     const bool en_place = v && tag(v) == tag(ob) && (tag(v) == T_FLOAT || tag(v) == T_LONG) &&
-                          nb_mots(ob) <= nb_mots(v) && dimp(v) > 0;
+                          elements(ob) <= elements(v) && dimp(v) > 0;
     if (en_place) {
-      const int k = nb_mots(ob);
+      const int k = elements(ob);
       std::memcpy(v + 4, ob + 4, static_cast<size_t>(k) * sizeof(word));
-      std::fill(v + 4 + k, v + 4 + nb_mots(v), 0);
+      std::fill(v + 4 + k, v + 4 + elements(v), 0);
       continue;
     }
     if (p) rem_propr_k(o, n, keys.data());
@@ -109,9 +106,9 @@ int set_get_val_com(word* s, const word* lim, const word* ob) {
   int count = 0;
   float* values = val_com(code / KW_PER_VOC, code, &count);
   if (!values) return -1;
-  const word* v = ob ? ob : item_value(first_item(s));
+  const word* v = ob ? ob : command_argument(s);
   if (v && tag(v) == T_FLOAT) {
-    const int k = std::min(nb_mots(v), count);
+    const int k = std::min(elements(v), count);
     for (int i = 0; i < count; i++) values[i] = i < k ? getf(v, i) : 0.0f;
   }
   if (ob) return 0;

@@ -25,16 +25,12 @@ int dim_de(const Cles& k) {
   return c >= 0 && c < NB_CODES ? std::max(vocab().dim[c], 0) : 0;
 }
 
-int nb_mots(const word* v) {
-  return static_cast<int>(std::min<long>(static_cast<long>(np(v)) * std::max(dimp(v), 1), v[0] - 4));
-}
-
 // A FLOAT becomes one point of all its numbers, fitted to `dim` when the
 // keyword has one: short values padded with zeros, long ones cut.
 Words prepare(const word* v, int dim) {
   Words out(v, v + size(v));
   if (tag(v) != T_FLOAT) return out;
-  int n = nb_mots(v);
+  int n = elements(v);
   if (dim) {
     out.resize(4 + dim, 0);
     if (n < dim) std::fill(out.begin() + 4 + n, out.end(), 0);

@@ -8,6 +8,7 @@
 #include "kernel/object_store.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
@@ -50,7 +51,7 @@ int REM_OBJECT(word* s) {
   Selection sel;
   WalkEnd w = lire_selection(s, sel, mot_objet_rem);
   if (w == WalkEnd::Quiet) return set_result_nil(s);
-  if (sel.user_type == 0 && find_item(s, KW_type) && item_value(find_item(s, KW_type)))
+  if (sel.user_type == 0 && arg_of(s, KW_type))
     return set_result_nil(s);  // an unknown type removes nothing
   int kind = sel.object_code;
   if (!kind) {

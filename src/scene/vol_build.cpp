@@ -21,10 +21,6 @@ namespace {
 
 using Words = std::vector<word>;
 
-int nb_mots(const word* v) {
-  return static_cast<int>(std::min<long>(static_cast<long>(np(v)) * std::max(dimp(v), 1), v[0] - 4));
-}
-
 // The property with one key and a value of `v` words: replaced whole, in
 // the same slot, or added.
 int pose(Objet* o, int code, const word* v) { return set_propr_1(o, code, v) ? 0 : -1; }
@@ -60,9 +56,9 @@ Words facette(const std::vector<int>& numbers) {
 std::vector<int> entiers(const word* v) {
   std::vector<int> out;
   if (tag(v) == T_FLOAT)
-    for (int i = 0; i < nb_mots(v); i++) out.push_back(entier(getf(v, i)));
+    for (int i = 0; i < elements(v); i++) out.push_back(entier(getf(v, i)));
   else if (tag(v) == T_LONG)
-    for (int i = 0; i < nb_mots(v); i++) out.push_back(v[4 + i]);
+    for (int i = 0; i < elements(v); i++) out.push_back(v[4 + i]);
   return out;
 }
 
@@ -155,7 +151,7 @@ int ajou_propriete_simple(Objet* o, const word* item) {
     }
     case KW_poi: {
       if (tag(v) != T_FLOAT) return 0;
-      const int k = nb_mots(v);
+      const int k = elements(v);
       std::vector<float> f(static_cast<size_t>(k));
       for (int i = 0; i < k; i++) f[static_cast<size_t>(i)] = getf(v, i);
       return ajoute_sommets(o, (k + 2) / 3, f.data(), k);
@@ -172,7 +168,7 @@ int set_propriete_vol_b(Objet* o, word* s) {
   for (int i = 1; i < item_count(s); i++, item = next_item(item)) {
     const word* v = item_value(item);
     int first = 0;
-    if (v && tag(v) == T_FLOAT && nb_mots(v) > 0) first = entier(getf(v, 0));
+    if (v && tag(v) == T_FLOAT && elements(v) > 0) first = entier(getf(v, 0));
     switch (item[2]) {
       case KW_close: o->work[4] = v ? first : 1; break;
       case KW_secx: o->work[0] = first; break;

@@ -19,6 +19,7 @@
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/graphic.h"
 #include "scene/property_rw.h"
@@ -112,8 +113,7 @@ int cg_secy(Objet* o, const word* poi, const word* v, Points& out) { return cg_s
 
 int cg_coe(Objet* o, const word* poi, const word* v, Points& out) {
   const word* w = v ? v : get_val_1(o->local, KW_coe);
-  std::vector<float> poids;
-  for (int i = 0; w && tag(w) == T_FLOAT && i < np(w) * std::max<int>(dimp(w), 1); i++) poids.push_back(getf(w, i));
+  const std::vector<float> poids = floats_of(w);
   Somme m;
   for (size_t i = 0; i < poids.size() && i < static_cast<size_t>(poi[2]); i++)
     m.ajoute(sommet(poi, static_cast<int>(i) + 1), stride(poi), poids[i]);
@@ -143,7 +143,7 @@ const FormeCG FORMES[] = {{KW_vertex, cg_vertex}, {KW_fac, cg_fac}, {KW_secx, cg
 
 int par_parties(word* s, const FormeCG& forme, const std::vector<Objet*>& objets, const word* lim) {
   Points out;
-  const word* params = parametre(s, forme.code);
+  const word* params = arg_of(s, forme.code);
   for (Objet* o : objets) {
     const word* poi = poi_requis(o, "CG_b()");
     if (!poi || forme.f(o, poi, params, out) < 0) {

@@ -14,11 +14,6 @@ bool objets_commande(word* s, Selection& sel, std::vector<Objet*>& objets, const
   return !objets.empty();
 }
 
-const word* parametre(word* s, int code) {
-  word* item = find_item(s, code);
-  return item ? item_value(item) : nullptr;
-}
-
 int resultat_floats(word* s, const word* lim, const std::vector<float>& f, int dimp) {
   if (f.empty()) return set_result_nil(s);
   return set_result_floats(s, lim, f, dimp);

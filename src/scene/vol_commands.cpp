@@ -6,6 +6,7 @@
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/graphic.h"
 #include "scene/property_rw.h"
@@ -71,7 +72,7 @@ bool mene(const std::vector<Objet*>& objets) {
 
 int rayons_proches(word* s, const std::vector<Objet*>& objets, const word* lim) {
   const int keys[] = {KW_radius, KW_near, KW_vertex};
-  const word* liste = parametre(s, KW_vertex);
+  const word* liste = arg_of(s, KW_vertex);
   std::vector<std::vector<float>> rows;
   for (Objet* o : objets) {
     const word* v = derive_vol(o, 3, keys);
@@ -135,7 +136,7 @@ int RADIUS_b(word* s, const word* ob, word* st, const word* lim) {
   std::vector<Objet*> objets;
   if (!objets_commande(s, sel, objets)) return 0;
   if (find_item(s, KW_near)) return rayons_proches(s, objets, lim);
-  const word* liste = parametre(s, KW_vertex);
+  const word* liste = arg_of(s, KW_vertex);
   const std::vector<int> n = numeros(liste);
   std::vector<float> r;
   for (Objet* o : objets) {
@@ -162,13 +163,10 @@ int usage_generate() {
   return -1;
 }
 
-float premier(const word* v, float defaut) {
-  return v && tag(v) == T_FLOAT && np(v) > 0 ? getf(v, 0) : defaut;
-}
 
 int genere(Objet* o, word* s, const std::vector<int>& k) {
-  if (find_item(s, KW_frac)) return generer_cible(o, {KW_frac, premier(parametre(s, KW_frac), 1)});
-  if (find_item(s, KW_ext)) return generer_cible(o, {KW_ext, premier(parametre(s, KW_ext), 0)});
+  if (find_item(s, KW_frac)) return generer_cible(o, {KW_frac, value_at(arg_of(s, KW_frac), 0, 1)});
+  if (find_item(s, KW_ext)) return generer_cible(o, {KW_ext, value_at(arg_of(s, KW_ext), 0, 0)});
   if (k.empty()) {
     for (const std::vector<int>& t : TOUT)
       if (!derive_vol(o, static_cast<int>(t.size()), t.data())) return -1;

@@ -10,6 +10,7 @@
 #include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
@@ -129,8 +130,8 @@ int VOL_ENVELOPE(word* s) {
     return -1;
   }
   bool given = false;
-  valeurs_mot(s, KW_close, &given);
-  std::vector<float> cl = valeurs_mot(s, KW_close);
+  arg_floats(s, KW_close, &given);
+  std::vector<float> cl = arg_floats(s, KW_close);
   const bool close = !given || cl.empty() || cl[0] != 0;
   const word* premier = poi_vol(src.front());
   const int n = compte_mot(s, KW_secx, premier ? np(premier) : 2, 2);
@@ -163,11 +164,11 @@ int VOL_ENVELOPE(word* s) {
 }
 
 int VOL_ARC(word* s) {
-  std::vector<float> a = valeurs_mot(s, KW_arc);
+  std::vector<float> a = arg_floats(s, KW_arc);
   const float r = a.size() > 0 ? a[0] : 100.0f, a0 = a.size() > 1 ? a[1] : 0.0f;
   const float a1 = a.size() > 2 ? a[2] : 6.2831855f;
   const int n = a.size() > 3 ? std::max(entier(a[3]), 2) : 12;
-  std::vector<float> d = valeurs_mot(s, KW_dim);
+  std::vector<float> d = arg_floats(s, KW_dim);
   const float rt = d.empty() ? r / 10 : d[0];
   const int m = compte_mot(s, KW_secx, 8, 3);
   // The rows are made first: weighed with the band they become.

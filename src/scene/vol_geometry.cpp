@@ -11,6 +11,7 @@
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/property_rw.h"
 #include "scene/vol_build.h"
@@ -18,12 +19,6 @@
 #include "scene/volume.h"
 
 namespace {
-
-std::vector<float> nombres(const word* v) {
-  std::vector<float> f;
-  for (int i = 0; v && tag(v) == T_FLOAT && i < np(v) * std::max<int>(dimp(v), 1); i++) f.push_back(getf(v, i));
-  return f;
-}
 
 int remplace_sommets(Objet* o, const std::vector<float>& f) {
   const size_t n = (f.size() + 2) / 3;
@@ -64,7 +59,7 @@ int ecrit(Objet* o, int code, const word* params, const word* ob) {
       if (ajou_fac(o, KW_fac, ob, f) < 0) return -1;
     return 0;
   }
-  const std::vector<float> f = nombres(ob);
+  const std::vector<float> f = floats_of(ob);
   if (f.empty()) return 0;
   return params ? deplace_sommets(o, numeros(params), f) : remplace_sommets(o, f);
 }

@@ -200,7 +200,7 @@ int REM_LOCALE(word* s) {
   Selection sel;
   std::vector<Objet*> objets;
   if (!objets_commande(s, sel, objets)) return 0;
-  const word* v = parametre(s, KW_local);
+  const word* v = arg_of(s, KW_local);
   for (Objet* o : objets) {
     if (occupe(o)) return -1;
     if (!o->child) continue;
@@ -224,7 +224,7 @@ int LOCALE_b(word* s, const word* ob, word* st, const word* lim) {
   Selection sel;
   std::vector<Objet*> objets;
   if (!objets_commande(s, sel, objets, ob)) return 0;
-  const word* v = ob ? ob : parametre(s, KW_local);
+  const word* v = ob ? ob : arg_of(s, KW_local);
   const char* t = value_text(v);
   const bool definit = t && est_definition(t);
   const bool lance = find_item(s, KW_exec) != nullptr;

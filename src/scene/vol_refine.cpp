@@ -186,7 +186,7 @@ Cible cible_vol(Objet* o) {
   const word* g = o ? get_val_1(o->local, KW_generate) : nullptr;
   Cible c{KW_frac, 1};
   if (g && g[1] == T_FLOAT && g[0] >= 6) {
-    const int code = static_cast<int>(getf(g, 0));
+    const int code = entier(getf(g, 0));
     if (code == KW_frac || code == KW_ext) c = {code, getf(g, 1)};
   }
   return c;

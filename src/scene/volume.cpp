@@ -5,6 +5,7 @@
 
 #include "kernel/bloc.h"
 #include "kernel/chains.h"
+#include "kernel/entier.h"
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
@@ -47,7 +48,7 @@ int det_np(Objet* o) {
   if (const word* fac = fac_vol(o)) {
     int most = 0;
     pour_chaque_facette(fac, [&](const word* v, int n) {
-      for (int i = 0; i < n; i++) most = std::max(most, static_cast<int>(v[i]));
+      for (int i = 0; i < n; i++) most = std::max(most, entier(v[i]));
     });
     if (most > stored) {
       voir_texte("max np: ");
@@ -144,8 +145,8 @@ void raz_generate_suiveurs(Objet* o, int how, int depth) {
   }
   // The volumes that follow this one.
   if (const word* f = get_val_1(o->local, KW_follow); f && (f[1] == T_FLOAT || f[1] == T_LONG)) {
-    for (int i = 0; i < f[2] * std::max(f[3], 1) && i < f[0] - 4; i++) {
-      const int id = f[1] == T_FLOAT ? static_cast<int>(getf(f, i)) : f[4 + i];
+    for (int i = 0; i < elements(f); i++) {
+      const int id = f[1] == T_FLOAT ? entier(getf(f, i)) : f[4 + i];
       Objet* g = get_objet_id(chaine_classe(KW_vol), KW_vol, id);
       if (g && g != o) raz_generate_suiveurs(g, how, depth + 1);
     }

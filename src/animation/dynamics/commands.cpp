@@ -7,11 +7,12 @@
 #include "animation/dynamics/dyn_props.h"
 #include "animation/dynamics/dynamics.h"
 #include "animation/cycle.h"
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "language/cmd_util.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "kernel/chains.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
@@ -27,19 +28,19 @@ namespace {
 // long), or all n of them when it names none or 0.
 std::vector<int> sommets_nommes(word* s, Objet* o, int n) {
   std::vector<int> k;
-  const word* l = parametre(s, KW_vertex);
-  for (int i = 0; l && i < value_elements(l); i++) {
-    const int v = static_cast<int>(value_at(l, i, 0));
+  const word* l = arg_of(s, KW_vertex);
+  for (int i = 0; l && i < elements(l); i++) {
+    const int v = entier(value_at(l, i, 0));
     if (v == 0) {
       k.clear();
       break;
     }
     k.push_back(v);
   }
-  const word* rows = parametre(s, KW_secy);
+  const word* rows = arg_of(s, KW_secy);
   const int len = vol_secx(o) + 1;
-  for (int i = 0; rows && i < value_elements(rows); i++) {
-    const int j = static_cast<int>(value_at(rows, i, 0));
+  for (int i = 0; rows && i < elements(rows); i++) {
+    const int j = entier(value_at(rows, i, 0));
     for (int v = (j - 1) * len + 1; j >= 1 && v <= j * len && v <= n; v++) k.push_back(v);
   }
   if (k.empty())
@@ -85,7 +86,7 @@ int rangees_sommets(word* s, const word* ob, const word* lim, int code, int w, c
       if (code == KW_mass) std::fill(rows, rows + n, value_at(get_val_1(o->local, KW_mass), 0, 0));
     }
     const std::vector<int> k = sommets_nommes(s, o, n);
-    const int e = ob ? value_elements(ob) : 0;
+    const int e = ob ? elements(ob) : 0;
     const bool chacun = e >= w * static_cast<int>(k.size()) && k.size() > 1;
     for (size_t j = 0; j < k.size(); j++) {
       if (k[j] < 1 || k[j] > n) {
@@ -135,7 +136,7 @@ int FORCE_VERTEX_CG(word* s, const word* ob, word* st, const word* lim) {
     }
     for (int i = 0; i < n; i++) {
       for (int a = 0; a < 3; a++) rows[i * 4 + a] += value_at(ob, a, 0) / static_cast<float>(n);
-      if (value_elements(ob) > 3) rows[i * 4 + 3] = value_at(ob, 3, 0);
+      if (elements(ob) > 3) rows[i * 4 + 3] = value_at(ob, 3, 0);
     }
   }
   return 0;
@@ -167,9 +168,9 @@ int delie(Objet* b) {
   const word* f = c ? get_val_1(c->local, KW_follow) : nullptr;
   if (!f) return 0;
   std::vector<float> reste;
-  for (int i = 0; i < value_elements(f); i++)
+  for (int i = 0; i < elements(f); i++)
     if (static_cast<int>(value_at(f, i, 0)) != b->id) reste.push_back(value_at(f, i, 0));
-  if (static_cast<int>(reste.size()) == value_elements(f)) return 0;
+  if (static_cast<int>(reste.size()) == elements(f)) return 0;
   if (reste.empty()) return rem_propr_1(c, KW_follow) < 0 ? -1 : 0;
   std::vector<word> v{4 + static_cast<int>(reste.size()), T_FLOAT, static_cast<int>(reste.size()), 1};
   for (float x : reste) v.push_back(fw(x));
@@ -184,7 +185,7 @@ int lie(Objet* a, Objet* b) {
   word v[5] = {5, T_FLOAT, 1, 1, fw(static_cast<float>(a->id))};
   if (!set_propr_1(b, KW_lead, v)) return -1;
   const word* f = get_val_1(a->local, KW_follow);
-  for (int i = 0; i < value_elements(f); i++)
+  for (int i = 0; i < elements(f); i++)
     if (static_cast<int>(value_at(f, i, 0)) == b->id) return 0;
   word w[5] = {5, T_FLOAT, 1, 1, fw(static_cast<float>(b->id))};
   const int keys[] = {KW_follow};
@@ -207,7 +208,7 @@ int LEAD_FOLLOW(word* s, const word* ob, word* st, const word* lim) {
       if (code == KW_reanc) rem_propr_2(o, KW_matrix, KW_anc);
       const word* a = gen_poi_anc(o);
       if (!a) return -1;
-      for (int i = 0; i < value_elements(a); i++) lu.push_back(value_at(a, i, 0));
+      for (int i = 0; i < elements(a); i++) lu.push_back(value_at(a, i, 0));
     }
     return set_result_floats(s, lim, lu, 3);
   }
@@ -216,7 +217,7 @@ int LEAD_FOLLOW(word* s, const word* ob, word* st, const word* lim) {
   std::vector<Objet*> objets;
   if (!objets_commande(s, sel, objets, ob)) return 0;
   for (Objet* o : objets)
-    for (int i = 0; i < value_elements(ob); i++) {
+    for (int i = 0; i < elements(ob); i++) {
       Objet* g = vol_id(value_at(ob, i, 0));
       if (!g) {
         err_objet(KW_vol, ob, i, 0, nullptr);

@@ -7,7 +7,7 @@
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "scene/volume.h"
 
 namespace {
@@ -132,7 +132,7 @@ Rangees rangees(const word* v, int w) {
   r.w = w;
   if (tag(v) == T_FLOAT && dimp(v) > 0) {
     r.v = v;
-    r.n = value_elements(v) / w;
+    r.n = elements(v) / w;
     r.plain = reinterpret_cast<const float*>(v + 4);
   } else if ((tag(v) == T_FLOAT && dimp(v) < 0) || tag(v) == T_PROPRIETES) {
     r.v = v;

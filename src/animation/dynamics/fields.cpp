@@ -24,7 +24,7 @@
 #include "scene/image_object.h"
 #include "language/call.h"
 #include "language/functions.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "kernel/chains.h"
 #include "scene/law.h"
 #include "scene/lookup.h"
@@ -41,10 +41,10 @@ float longueur(const float v[3]) { return std::sqrt(v[0] * v[0] + v[1] * v[1] + 
 
 // The strength at distance `dist`: s, or s shaped by the `law`.
 float intensite(float s, const word* law, float dist) {
-  if (!law || value_elements(law) < 1) return s;
-  if (value_elements(law) == 1) return s / std::max(std::pow(dist, value_at(law, 0, 0)), 0.001f);
+  if (!law || elements(law) < 1) return s;
+  if (elements(law) == 1) return s / std::max(std::pow(dist, value_at(law, 0, 0)), 0.001f);
   if (tag(law) != T_FLOAT) return s;
-  return s * read_law(reinterpret_cast<const float*>(law + 4), value_elements(law) / 2, 2, dist);
+  return s * read_law(reinterpret_cast<const float*>(law + 4), elements(law) / 2, 2, dist);
 }
 
 // Adds the strength along the unit vector from `point` to `target`.
@@ -57,9 +57,9 @@ void vers(float force[4], const float point[3], const float target[3], float s, 
 }
 
 void champ_meta(const word* q, const word* poi, float s, float force[4], const float x[3]) {
-  if (value_elements(q) < 9) return;
+  if (elements(q) < 9) return;
   float k[9];
-  floats_into(q, k, 9);
+  floats_of(q, k, 9);
   const float p[3] = {x[0] - value_at(poi, 0, 0), x[1] - value_at(poi, 1, 0), x[2] - value_at(poi, 2, 0)};
   force[0] += s * (2 * k[0] * p[0] + k[3] * p[1] + k[4] * p[2] + k[6]);
   force[1] += s * (k[3] * p[0] + 2 * k[1] * p[1] + k[5] * p[2] + k[7]);
@@ -172,9 +172,9 @@ int champ_image(const word* local, float s, float force[4], const float x[3]) {
 
 void champ_direction(const word* local, float s, float force[4], const float x[3]) {
   const word* law = get_val_1(local, KW_law);
-  if (const word* near = get_val_1(local, KW_near); near && value_elements(near) >= 3) {
+  if (const word* near = get_val_1(local, KW_near); near && elements(near) >= 3) {
     float best = -1, cible[3] = {0, 0, 0};
-    for (int i = 0; i + 2 < value_elements(near); i += 3) {
+    for (int i = 0; i + 2 < elements(near); i += 3) {
       const float c[3] = {value_at(near, i, 0), value_at(near, i + 1, 0), value_at(near, i + 2, 0)};
       if (const float d2 = mat::distance2(c, x); best < 0 || d2 < best) {
         best = d2;
@@ -185,14 +185,14 @@ void champ_direction(const word* local, float s, float force[4], const float x[3
     return;
   }
   const word* poi = get_val_1(local, KW_poi);
-  if (value_elements(poi) >= 6) {
+  if (elements(poi) >= 6) {
     float u[3] = {value_at(poi, 3, 0) - value_at(poi, 0, 0), value_at(poi, 4, 0) - value_at(poi, 1, 0),
                   value_at(poi, 5, 0) - value_at(poi, 2, 0)};
     const float d = longueur(u);
     if (d <= 0) return;
     const float g = intensite(s, law, d) / d;
     for (int a = 0; a < 3; a++) force[a] += g * u[a];
-  } else if (value_elements(poi) >= 3) {
+  } else if (elements(poi) >= 3) {
     const float c[3] = {value_at(poi, 0, 0), value_at(poi, 1, 0), value_at(poi, 2, 0)};
     const float r = value_at(get_val_1(local, KW_radius), 0, 0);
     vers(force, x, c, s, law, mat::distance2(c, x) < r * r ? -1.0f : 1.0f);
@@ -215,14 +215,14 @@ int set_FIELD_1(Objet* f, float force[4], const float point[3], int vertex) {
     case KW_image: r = champ_image(local, s, force, point); break;
     default: champ_direction(local, s, force, point); break;
   }
-  if (const word* fo = get_val_1(local, KW_force); value_elements(fo) >= 4) force[3] = value_at(fo, 3, 0);
+  if (const word* fo = get_val_1(local, KW_force); elements(fo) >= 4) force[3] = value_at(fo, 3, 0);
   return r;
 }
 
 int champs_objet(Objet* o, const word* liste, float force[4], const float point[3], int vertex) {
   Objet* head = chaine_classe(KW_field);
   if (liste) {
-    for (int i = 0; i < value_elements(liste); i++) {
+    for (int i = 0; i < elements(liste); i++) {
       Objet* f = get_objet_id(head, KW_field, static_cast<int>(value_at(liste, i, 0)));
       if (!f) {
         err_objet(KW_field, liste, i, 0, nullptr);

@@ -8,7 +8,7 @@
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/vocab.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "kernel/chains.h"
 #include "scene/lookup.h"
 #include "scene/matrix.h"

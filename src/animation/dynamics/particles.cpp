@@ -6,7 +6,7 @@
 #include "animation/dynamics/dyn_props.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "kernel/chains.h"
 #include "scene/volume.h"
 
@@ -50,7 +50,7 @@ int inc_particule() {
     if (o->kind != KW_vol || o->subkind != KW_particle || !o->local) continue;
     if (float* t = flottants(get_val_1(o->local, KW_time), 3); t && tic(t)) SET_PARTICLE_1(o, 0);
     bloc tv = get_val_2(o->local, KW_time, KW_vertex);
-    const int n = tv ? value_elements(tv) / 3 : 0;
+    const int n = tv ? elements(tv) / 3 : 0;
     float* t = flottants(tv, n * 3);
     for (int i = 0; t && i < n; i++)
       if (t[i * 3 + 1] > 0 && tic(t + i * 3)) SET_PARTICLE_1(o, i + 1);

@@ -6,7 +6,7 @@
 #include "animation/dynamics/motion.h"
 #include "kernel/keywords.h"
 #include "kernel/vocab.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "scene/volume.h"
 
 namespace {

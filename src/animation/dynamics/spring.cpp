@@ -7,7 +7,7 @@
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "scene/volume.h"
 
 namespace {

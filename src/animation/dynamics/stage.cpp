@@ -7,7 +7,7 @@
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "kernel/chains.h"
 #include "scene/vol_local.h"
 #include "scene/volume.h"

@@ -9,7 +9,7 @@
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "scene/volume.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "scene/matrix.h"
 #include "scene/vol_generate.h"
 #include "scene/volume.h"

@@ -7,7 +7,7 @@
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/vocab.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "kernel/chains.h"
 #include "scene/lookup.h"
 #include "scene/volume.h"
@@ -24,7 +24,7 @@ constexpr float DECROISSANCE = 0.9f;
 void transmet_acceleration(const Pas& p) {
   const word* f = p.d[D_follow];
   float coe = 1.0f;
-  for (int i = 0; f && i < value_elements(f); i++) {
+  for (int i = 0; f && i < elements(f); i++) {
     Objet* g = get_objet_id(chaine_classe(KW_vol), KW_vol, static_cast<int>(value_at(f, i, 0)));
     if (!g || g == p.o) continue;
     if (float* v = flottants(get_val_1(g->local, KW_speed), 3))
@@ -100,17 +100,17 @@ void bornes_angle(Pas& p) {
   // In radians, one value serving for both ends: -a..a.
   if (const word* l = p.d[D_limit_rota]) {
     const float a1 = value_at(l, 0, 0) * DEGRES;
-    const float a2 = value_elements(l) > 1 ? value_at(l, 1, 0) * DEGRES : a1;
-    const float lo = value_elements(l) > 1 ? a1 : -std::fabs(a1), hi = value_elements(l) > 1 ? a2 : std::fabs(a1);
+    const float a2 = elements(l) > 1 ? value_at(l, 1, 0) * DEGRES : a1;
+    const float lo = elements(l) > 1 ? a1 : -std::fabs(a1), hi = elements(l) > 1 ? a2 : std::fabs(a1);
     angle = std::clamp(angle, std::min(lo, hi), std::max(lo, hi));
   }
   // The bound of rota + rotz: the angle is set to the bound itself, not
   // to the bound less rotz, as scenes written for it expect.
   if (const word* l = p.d[D_limit_rota_rotz]) {
     const float a1 = value_at(l, 0, 0) * DEGRES;
-    const float a2 = value_elements(l) > 1 ? value_at(l, 1, 0) * DEGRES : a1;
-    const float lo = value_elements(l) > 1 ? std::min(a1, a2) : -std::fabs(a1);
-    const float hi = value_elements(l) > 1 ? std::max(a1, a2) : std::fabs(a1);
+    const float a2 = elements(l) > 1 ? value_at(l, 1, 0) * DEGRES : a1;
+    const float lo = elements(l) > 1 ? std::min(a1, a2) : -std::fabs(a1);
+    const float hi = elements(l) > 1 ? std::max(a1, a2) : std::fabs(a1);
     const float total = angle + p.T[TR_ROTX + 2];
     if (total < lo) angle = lo;
     else if (total > hi) angle = hi;
@@ -124,7 +124,7 @@ void bornes_angle(Pas& p) {
 // is kept. `limit axis` alone gives the direction with k at 1.
 void pas_axe(Pas& p) {
   const word* l = p.d[D_limit_axis_rota] ? p.d[D_limit_axis_rota] : p.d[D_limit_axis];
-  if (!l || value_elements(l) < 3) return;
+  if (!l || elements(l) < 3) return;
   float cible[3] = {value_at(l, 0, 0), value_at(l, 1, 0), value_at(l, 2, 0)};
   const float nc = std::sqrt(cible[0] * cible[0] + cible[1] * cible[1] + cible[2] * cible[2]);
   float* axe = p.T + TR_ROTA + 1;

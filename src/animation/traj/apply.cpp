@@ -12,7 +12,7 @@
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "render/window.h"
 #include "scene/volume.h"
 
@@ -27,7 +27,7 @@ void echelle(float* ob, int k, float f) { ob[TR_DELTA + TR_DILA + k] = ob[TR_DIL
 // more, else made again with n.
 void ecrit_propriete(Objet* o, int n_keys, const int* codes, const float* f, int n) {
   bloc v = get_val_n(o->local, n_keys, codes);
-  if (!v || tag(v) != T_FLOAT || value_elements(v) < n) {
+  if (!v || tag(v) != T_FLOAT || elements(v) < n) {
     if (v) rem_propr_k(o, n_keys, codes);
     v = set_matrix_k(o, n_keys, codes, n, 1);
     if (!v) return;
@@ -40,12 +40,12 @@ void ecrit_1(Objet* o, int code, const float* f, int n) { ecrit_propriete(o, 1, 
 // `transp`: the fifth value of `illum`, made from the defaults.
 void transparence(Objet* o, float t) {
   bloc v = get_val_1(o->local, KW_illum);
-  if (!v || tag(v) != T_FLOAT || value_elements(v) < 5) {
+  if (!v || tag(v) != T_FLOAT || elements(v) < 5) {
     float d[5] = {0, 0, 0, 0, 0};
     int n = 0;
     if (const float* def = def_com(KW_illum / KW_PER_VOC, KW_illum, &n))
       std::copy(def, def + std::min(n, 5), d);
-    floats_into(v, d, 5);
+    floats_of(v, d, 5);
     ecrit_1(o, KW_illum, d, 5);
     v = get_val_1(o->local, KW_illum);
     if (!v) return;
@@ -57,7 +57,7 @@ void transparence(Objet* o, float t) {
 // normalised.
 void axe(Objet* t, const float* r, float a[3]) {
   std::copy(r, r + 3, a);
-  if (const word* l = get_val_2(t->local, KW_limit, KW_axis); l && value_elements(l) >= 6)
+  if (const word* l = get_val_2(t->local, KW_limit, KW_axis); l && elements(l) >= 6)
     for (int k = 0; k < 3; k++) a[k] = std::clamp(a[k], getf(l, k), getf(l, 3 + k));
   const float n = std::sqrt(a[0] * a[0] + a[1] * a[1] + a[2] * a[2]);
   if (n > 0) for (int k = 0; k < 3; k++) a[k] /= n;

@@ -14,7 +14,7 @@
 #include "kernel/report.h"
 #include "language/cmd_util.h"
 #include "language/commands.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "kernel/chains.h"
 #include "scene/graphic.h"
 #include "scene/law.h"
@@ -72,7 +72,7 @@ int lit_creation(word* s, Creation& c) {
       continue;
     }
     float f[2] = {0, 0};
-    const int n = floats_into(v, f, 2);
+    const int n = floats_of(v, f, 2);
     switch (code) {
       case KW_animate:
         c.animate = true;
@@ -158,7 +158,7 @@ int cree_une(word* s, const Creation& c, const word* sel, int index) {
       return -1;
     }
   } else {
-    value_floats(c.keys, keys);
+    keys = floats_of(c.keys);
   }
   t->unsaved = 1;
   kind_1(t) = c.kind1;

@@ -12,7 +12,7 @@
 #include "kernel/report.h"
 #include "kernel/vocab.h"
 #include "language/cmd_util.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "render/lights.h"
 #include "kernel/chains.h"
 #include "scene/lookup.h"
@@ -27,7 +27,7 @@ Objet* element_traj(const word* list, int i) {
 }
 
 int nb_elements(const word* list) {
-  return tag(list) == T_FLOAT || tag(list) == T_LONG ? value_elements(list) : nb_selection(list);
+  return tag(list) == T_FLOAT || tag(list) == T_LONG ? elements(list) : nb_selection(list);
 }
 
 // Each trajectory of a list, f(trajectory); a missing one is reported by
@@ -75,7 +75,7 @@ int EXEC_TRAJ_OBJ_VERTEX(Objet* o, Objet* t) {
   const int s = stride(poi);
   float* p = sommets(poi);
   const float* p0 = sommets(saved);
-  for (int i = 0; i < value_elements(liste); i++) {
+  for (int i = 0; i < elements(liste); i++) {
     const int k = entier(value_at(liste, i, 0));
     if (k < 1 || k > np(poi) || s < 3) continue;
     for (int c = 0; c < 3; c++) p[(k - 1) * s + c] = p0[(k - 1) * s + c] + (B ? B[TR_TRAN + c] : 0.0f) + r[c];
@@ -94,16 +94,16 @@ int EXEC_TRAJ_OBJ_FAC(Objet* o, Objet* t) {
   if (!r || !liste || !fac || kind_1(t) != KW_col || d < 3) return 0;
   const int nf = np(fac);
   bloc cf = get_val_2(o->local, KW_col, KW_fac);
-  if (!cf || tag(cf) != T_FLOAT || value_elements(cf) < 3 * nf) {
+  if (!cf || tag(cf) != T_FLOAT || elements(cf) < 3 * nf) {
     const int codes[2] = {KW_col, KW_fac};
     float col[3] = {1, 1, 1};
-    floats_into(get_val_1(o->local, KW_col), col, 3);
+    floats_of(get_val_1(o->local, KW_col), col, 3);
     rem_propr_k(o, 2, codes);
     cf = set_matrix_k(o, 2, codes, nf, 3);
     if (!cf) return -1;
     for (int i = 0; i < nf * 3; i++) setf(cf, i, col[i % 3]);
   }
-  for (int i = 0; i < value_elements(liste); i++) {
+  for (int i = 0; i < elements(liste); i++) {
     const int k = entier(value_at(liste, i, 0));
     if (k < 1 || k > nf) continue;
     for (int c = 0; c < 3; c++) setf(cf, (k - 1) * 3 + c, r[c]);

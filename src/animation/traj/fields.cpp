@@ -15,7 +15,7 @@
 #include "kernel/values.h"
 #include "language/cmd_util.h"
 #include "language/commands.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "kernel/chains.h"
 #include "scene/lookup.h"
 #include "kernel/object_store.h"
@@ -35,7 +35,7 @@ namespace {
 
 bool contient(const word* list, int id) {
   if (!list) return false;
-  for (int i = 0; i < value_elements(list); i++)
+  for (int i = 0; i < elements(list); i++)
     if (entier(value_at(list, i, -1)) == id) return true;
   return false;
 }
@@ -175,7 +175,7 @@ int limite_axe(word* s, Objet* t) {
   const word* v = arg_of(s, KW_axis);
   if (!v) v = arg_of(s, KW_limit);
   float f[6] = {-1, -1, -1, 1, 1, 1};
-  floats_into(v, f, 6);
+  floats_of(v, f, 6);
   bloc p = set_val_2(t, KW_limit, KW_axis, 6);
   if (!p) return -1;
   for (int k = 0; k < 6; k++) setf(p, k, f[k]);
@@ -207,7 +207,7 @@ int PROPR_TRAJ(word* s, const word* ob, Objet* t, const word* lim) {
     }
     wrote = wrote || code != KW_abs;
     float f[2] = {0, 0};
-    const int n = floats_into(v, f, 2);
+    const int n = floats_of(v, f, 2);
     switch (code) {
       case KW_period:
         if (n > 0) period(t) = entier(f[0]);

@@ -9,7 +9,7 @@
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
-#include "render/cmd_args.h"
+#include "language/args.h"
 #include "kernel/chains.h"
 #include "scene/vol_measure.h"
 #include "scene/volume.h"
@@ -63,7 +63,7 @@ void MATRIX_POS(Objet* t) {
   switch (k) {
     case KW_axis: {
       float a[3] = {r[0], d > 1 ? r[1] : 0.0f, d > 2 ? r[2] : 1.0f};
-      if (const word* l = get_val_2(t->local, KW_limit, KW_axis); l && value_elements(l) >= 6)
+      if (const word* l = get_val_2(t->local, KW_limit, KW_axis); l && elements(l) >= 6)
         for (int c = 0; c < 3; c++) a[c] = std::clamp(a[c], getf(l, c), getf(l, 3 + c));
       const float n = std::sqrt(a[0] * a[0] + a[1] * a[1] + a[2] * a[2]);
       for (int c = 0; c < 3 && n > 0; c++) D[TR_ROTA + 1 + c] = a[c] / n - B[TR_ROTA + 1 + c];
@@ -97,7 +97,7 @@ int EXEC_TRAJ_TRAJ_1(Objet* t, Objet* u, bool step) {
     if (!B) return -1;
     for (int c = 0; c < 3; c++) B[TR_DELTA + TR_TRAN + c] += r[c];
     if (const word* anim_list = get_val_2(t->local, KW_traj, KW_animate))
-      for (int i = 0; i < value_elements(anim_list); i++) {
+      for (int i = 0; i < elements(anim_list); i++) {
         int da = 0;
         const float* ra = ligne_de(trajectoire(entier(value_at(anim_list, i, -1))), &da);
         for (int c = 0; ra && da >= 3 && c < 3; c++) B[TR_DELTA + TR_TRAN + c] += ra[c];
@@ -109,7 +109,7 @@ int EXEC_TRAJ_TRAJ_1(Objet* t, Objet* u, bool step) {
 
 int EXEC_TRAJ_TRAJ_0(Objet* t, const word* children, bool tables) {
   const word* animate = get_val_2(t->local, KW_traj, KW_animate);
-  for (int i = 0; i < value_elements(children); i++) {
+  for (int i = 0; i < elements(children); i++) {
     Objet* u = trajectoire(entier(value_at(children, i, -1)));
     if (!u) {
       err_objet(KW_traj, children, i, 0, nullptr);
@@ -117,7 +117,7 @@ int EXEC_TRAJ_TRAJ_0(Objet* t, const word* children, bool tables) {
     }
     if (u == t || (kind_1(u) == KW_rotz) != tables) continue;
     bool step = false;
-    for (int k = 0; animate && k < value_elements(animate); k++)
+    for (int k = 0; animate && k < elements(animate); k++)
       step = step || entier(value_at(animate, k, -1)) == u->id;
     if (EXEC_TRAJ_TRAJ_1(t, u, step) < 0) return -1;
   }
