@@ -3,6 +3,7 @@
 #include "app/orvela_main.h"
 
 #include "animation/traj/traj.h"
+#include "image/image_traj.h"
 #include "interaction/interaction.h"
 #include "kernel/bye.h"
 #include "kernel/console.h"
@@ -24,6 +25,7 @@ void orvela_main(int argc, char** argv) {
   install_interaction();
   install_object_files();
   install_trajectories();
+  install_image_trajectories();
   inita(argc, argv, "initb.h");
   announce_recovery();
   interrupt_clear();

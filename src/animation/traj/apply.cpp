@@ -65,7 +65,31 @@ void axe(Objet* t, const float* r, float a[3]) {
 
 bool place_par_eye(const Objet* o) { return o->kind == KW_light || o->kind == KW_view; }
 
+// The kinds of object registered from above, few enough to walk.
+struct Enregistre {
+  int kind;
+  AppliqueObjet f;
+};
+constexpr int MAX_ENREGISTRES = 8;
+Enregistre enregistres[MAX_ENREGISTRES];
+int n_enregistres = 0;
+
+AppliqueObjet applique_enregistre(int kind) {
+  for (int i = 0; i < n_enregistres; i++)
+    if (enregistres[i].kind == kind) return enregistres[i].f;
+  return nullptr;
+}
+
 }  // namespace
+
+void register_traj_objet(int object_kind, AppliqueObjet f) {
+  for (int i = 0; i < n_enregistres; i++)
+    if (enregistres[i].kind == object_kind) {
+      enregistres[i].f = f;
+      return;
+    }
+  if (n_enregistres < MAX_ENREGISTRES) enregistres[n_enregistres++] = {object_kind, f};
+}
 
 float angle_quat(float w) {
   float a = 2 * std::acos(std::clamp(w, -1.0f, 1.0f));
@@ -85,6 +109,7 @@ bool applique_ligne(Objet* o, Objet* t, const float* r, int d) {
     ecrit_propriete(o, 2, codes, r, d);
     return false;
   }
+  if (AppliqueObjet f = applique_enregistre(o->kind); f && f(o, k1, r, d)) return false;
   const float* B = get_matrix_vol(t);
   if (!B) return false;
   if (k1 == KW_tran && place_par_eye(o)) {

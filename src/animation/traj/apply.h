@@ -8,3 +8,8 @@ bool applique_ligne(Objet* o, Objet* t, const float* r, int d);
 // The angle in degrees of a quaternion of first value w: 2 acos(w), w
 // clamped to [-1, 1], brought to -pi..pi.
 float angle_quat(float w);
+// What a kind does to the objects of a subsystem built above this one
+// (an image resized by `dim`): that subsystem registers it for its kind of
+// object. It answers true when it took the row.
+using AppliqueObjet = bool (*)(Objet* o, int kind, const float* r, int d);
+void register_traj_objet(int object_kind, AppliqueObjet f);
