@@ -2,7 +2,8 @@
 // by the trajectory's kind. Transformations go to the deltas of the
 // object's transformation block (words 29 to 41), so that the values the
 // user set stay apart; other kinds write the property of their name. On
-// lights and views, which are placed by `eye`, `tran` moves the `eye`.
+// lights and views, which are placed by `eye`, the transformations act on
+// what they use (light_view.cpp).
 #include <algorithm>
 #include <cmath>
 
@@ -53,16 +54,6 @@ void transparence(Objet* o, float t) {
   setf(v, 4, t);
 }
 
-// The axis of `rota`, clamped by `limit axis` of the trajectory, then
-// normalised.
-void axe(Objet* t, const float* r, float a[3]) {
-  std::copy(r, r + 3, a);
-  if (const word* l = get_val_2(t->local, KW_limit, KW_axis); l && value_elements(l) >= 6)
-    for (int k = 0; k < 3; k++) a[k] = std::clamp(a[k], getf(l, k), getf(l, 3 + k));
-  const float n = std::sqrt(a[0] * a[0] + a[1] * a[1] + a[2] * a[2]);
-  if (n > 0) for (int k = 0; k < 3; k++) a[k] /= n;
-}
-
 bool place_par_eye(const Objet* o) { return o->kind == KW_light || o->kind == KW_view; }
 
 // The kinds of object registered from above, few enough to walk.
@@ -81,6 +72,14 @@ AppliqueObjet applique_enregistre(int kind) {
 }
 
 }  // namespace
+
+void axe_limite(Objet* t, const float* r, float a[3]) {
+  std::copy(r, r + 3, a);
+  if (const word* l = get_val_2(t->local, KW_limit, KW_axis); l && value_elements(l) >= 6)
+    for (int k = 0; k < 3; k++) a[k] = std::clamp(a[k], getf(l, k), getf(l, 3 + k));
+  const float n = std::sqrt(a[0] * a[0] + a[1] * a[1] + a[2] * a[2]);
+  if (n > 0) for (int k = 0; k < 3; k++) a[k] /= n;
+}
 
 void register_traj_objet(int object_kind, AppliqueObjet f) {
   for (int i = 0; i < n_enregistres; i++)
@@ -112,12 +111,7 @@ bool applique_ligne(Objet* o, Objet* t, const float* r, int d) {
   if (AppliqueObjet f = applique_enregistre(o->kind); f && f(o, k1, r, d)) return false;
   const float* B = get_matrix_vol(t);
   if (!B) return false;
-  if (k1 == KW_tran && place_par_eye(o)) {
-    const float eye[3] = {B[TR_TRAN] + B[TR_DELTA + TR_TRAN], B[TR_TRAN + 1] + B[TR_DELTA + TR_TRAN + 1],
-                          B[TR_TRAN + 2] + B[TR_DELTA + TR_TRAN + 2]};
-    ecrit_1(o, KW_eye, eye, 3);
-    return false;
-  }
+  if (place_par_eye(o) && applique_lumiere_vue(o, t, r, d)) return false;
   switch (k1) {
     case KW_tran: case KW_dila: case KW_dilx: case KW_dily: case KW_dilz: case KW_hom: case KW_rota:
     case KW_rotx: case KW_roty: case KW_rotz: case KW_axis: case KW_quat:
@@ -163,7 +157,7 @@ bool applique_ligne(Objet* o, Objet* t, const float* r, int d) {
     }
     case KW_axis: {
       float a[3];
-      axe(t, r, a);
+      axe_limite(t, r, a);
       for (int k = 0; k < 3; k++) ob[TR_DELTA + TR_ROTA + 1 + k] = a[k] - ob[TR_ROTA + 1 + k];
       break;
     }

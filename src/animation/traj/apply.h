@@ -8,6 +8,12 @@ bool applique_ligne(Objet* o, Objet* t, const float* r, int d);
 // The angle in degrees of a quaternion of first value w: 2 acos(w), w
 // clamped to [-1, 1], brought to -pi..pi.
 float angle_quat(float w);
+// The axis of a row of the `axis` kind, clamped by `limit axis` of the
+// trajectory, then normalised.
+void axe_limite(Objet* t, const float* r, float a[3]);
+// The kinds that place a light or a view (EXEC_TRAJ_LIGHT_VIEW); false
+// for a kind that writes a property as on any object.
+bool applique_lumiere_vue(Objet* o, Objet* t, const float* r, int d);
 // What a kind does to the objects of a subsystem built above this one
 // (an image resized by `dim`): that subsystem registers it for its kind of
 // object. It answers true when it took the row.
