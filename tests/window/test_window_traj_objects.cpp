@@ -27,9 +27,19 @@ std::vector<float> apres(const std::string& out, const std::string& mark, size_t
   return v;
 }
 
-void proche(const std::vector<float>& got, std::vector<float> want, const std::string& what) {
-  ASSERT_EQ(got.size(), want.size()) << what;
-  for (size_t i = 0; i < want.size(); i++) EXPECT_NEAR(got[i], want[i], 1e-3) << what << " [" << i << "]";
+// What the console must show after a mark, and what it stands for.
+struct Attendu {
+  const char* mark;
+  std::vector<float> want;
+  const char* what;
+};
+
+void verifie(const std::string& out, const std::vector<Attendu>& all) {
+  for (const Attendu& a : all) {
+    const std::vector<float> got = apres(out, a.mark, a.want.size());
+    ASSERT_EQ(got.size(), a.want.size()) << a.what << "\n" << out;
+    for (size_t i = 0; i < got.size(); i++) EXPECT_NEAR(got[i], a.want[i], 1e-3) << a.what << " [" << i << "]";
+  }
 }
 
 TEST(WindowTrajObjects, ImagesFieldsAndBrushesTakeTheRows) {
@@ -47,14 +57,16 @@ TEST(WindowTrajObjects, ImagesFieldsAndBrushesTakeTheRows) {
       "print(\"off\")\nno image\nno brush\ninteraction time(1)\n"
       "print(\"@still\")\ndim image(1)\nprint(\"@brush2\")\ncol brush(1)\nprint(\"@field2\")\ncol field(1)\nbye abs\n",
       "ID");
-  proche(apres(run.out, "@field", 3), {0.5f, 0.25f, 0}, "field " + run.out);
-  proche(apres(run.out, "@brush", 3), {0.5f, 0.25f, 0}, "brush");
-  proche(apres(run.out, "@image", 2), {20, 13}, "image");
-  // With `no image` and `no brush` they keep their values; the field
-  // goes on to the last row.
-  proche(apres(run.out, "@still", 2), {20, 13}, "image held");
-  proche(apres(run.out, "@brush2", 3), {0.5f, 0.25f, 0}, "brush held");
-  proche(apres(run.out, "@field2", 3), {1, 0.5f, 0}, "field on");
+  verifie(run.out, {
+      {"@field", {0.5f, 0.25f, 0}, "field"},
+      {"@brush", {0.5f, 0.25f, 0}, "brush"},
+      {"@image", {20, 13}, "image"},
+      // With `no image` and `no brush` they keep their values; the field
+      // goes on to the last row.
+      {"@still", {20, 13}, "image held"},
+      {"@brush2", {0.5f, 0.25f, 0}, "brush held"},
+      {"@field2", {1, 0.5f, 0}, "field on"},
+  });
   EXPECT_EQ(run.out.find("EXEC_TRAJ"), std::string::npos) << run.out;
 }
 
@@ -75,18 +87,20 @@ TEST(WindowTrajObjects, LightsAndViewsTurnAndScaleTheirEye) {
       "bye abs\n",
       "ID");
   // A quarter turn about y through the aim.
-  proche(apres(run.out, "@l1", 3), {0, 0, -100}, "roty " + run.out);
-  // Twice as far from the aim at row 1.
-  proche(apres(run.out, "@l2", 3), {20, 40, 50}, "hom");
-  // Two trajectories in one list compose in its order: turned, then scaled.
-  proche(apres(run.out, "@l3", 3), {0, 200, 0}, "rotz then hom");
-  // The direction of sight becomes y at the eye's distance from the aim.
-  proche(apres(run.out, "@v1", 3), {0, -500, 0}, "axis");
-  proche(apres(run.out, "@l4", 3), {0, 0, 70}, "tran");
-  // An eye the user sets is the new start: row 2 scales by 3.
-  proche(apres(run.out, "@moved", 3), {0, 0, -20}, "after the user's eye");
-  // Ended one-shots hold their last place.
-  proche(apres(run.out, "@held", 3), {0, 200, 0}, "held");
+  verifie(run.out, {
+      {"@l1", {0, 0, -100}, "roty"},
+      // Twice as far from the aim at row 1.
+      {"@l2", {20, 40, 50}, "hom"},
+      // Two trajectories in one list compose in its order: turned, then scaled.
+      {"@l3", {0, 200, 0}, "rotz then hom"},
+      // The direction of sight becomes y at the eye's distance from the aim.
+      {"@v1", {0, -500, 0}, "axis"},
+      {"@l4", {0, 0, 70}, "tran"},
+      // An eye the user sets is the new start: row 2 scales by 3.
+      {"@moved", {0, 0, -20}, "after the user's eye"},
+      // Ended one-shots hold their last place.
+      {"@held", {0, 200, 0}, "held"},
+  });
 }
 
 TEST(WindowTrajObjects, ListsByNameStepWhereApplied) {
@@ -110,12 +124,14 @@ TEST(WindowTrajObjects, ListsByNameStepWhereApplied) {
       // Removed while object 3 names it by number.
       "rem traj(2)\ninteraction time(1)\nbye abs\n",
       "ID");
-  proche(apres(run.out, "@o1", 3), {2, 2, 2}, "first by name " + run.out);
-  proche(apres(run.out, "@o2", 3), {3, 3, 3}, "second by name");
-  proche(apres(run.out, "@o3", 3), {1, 1, 1}, "first by number");
-  proche(apres(run.out, "@o4", 3), {1, 1, 1}, "second by number");
+  verifie(run.out, {
+      {"@o1", {2, 2, 2}, "first by name"},
+      {"@o2", {3, 3, 3}, "second by name"},
+      {"@o3", {1, 1, 1}, "first by number"},
+      {"@o4", {1, 1, 1}, "second by number"},
+      {"@again", {5, 5, 5}, "made again"},
+  });
   EXPECT_NE(run.out.find("traj c NOT FOUND\n object (1)\nEXEC_TRAJ\n"), std::string::npos) << run.out;
-  proche(apres(run.out, "@again", 3), {5, 5, 5}, "made again");
   EXPECT_NE(run.out.find("traj 2.000000  NOT FOUND\n object (3)\nEXEC_TRAJ\n"), std::string::npos) << run.out;
 }
 
