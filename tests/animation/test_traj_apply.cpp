@@ -6,6 +6,7 @@
 #include "kernel/keywords.h"
 #include "scene/chains.h"
 #include "scene/lookup.h"
+#include "scene/removal.h"
 #include "scene/scene_fixture.h"
 #include "scene/volume.h"
 
@@ -16,6 +17,10 @@ class TrajApply : public SceneTest {
   void SetUp() override {
     SceneTest::SetUp();
     install_trajectories();
+  }
+  void TearDown() override {
+    rem_tous(chaine_classe(KW_traj), 0, 0);
+    SceneTest::TearDown();
   }
   // The scales the volume is drawn with after one row of trajectory id.
   static void joue(Objet* v, int id, float s[3]) {
