@@ -31,6 +31,11 @@ class TrajApply : public SceneTest {
     const float* b = get_matrix_vol(v);
     for (int k = 0; k < 3; k++) s[k] = b[TR_DILA + k] + b[TR_DELTA + TR_DILA + k];
   }
+  static void attendu(const float s[3], float x, float y, float z) {
+    EXPECT_FLOAT_EQ(s[0], x);
+    EXPECT_FLOAT_EQ(s[1], y);
+    EXPECT_FLOAT_EQ(s[2], z);
+  }
 };
 
 TEST_F(TrajApply, ScalesMultiplyTheVolumesOwn) {
@@ -41,25 +46,19 @@ TEST_F(TrajApply, ScalesMultiplyTheVolumesOwn) {
   float s[3];
   ok("traj(1) hom(1.5,1.5)");
   joue(v, 1, s);
-  EXPECT_FLOAT_EQ(s[0], 3);
-  EXPECT_FLOAT_EQ(s[1], 4.5f);
-  EXPECT_FLOAT_EQ(s[2], 6);
+  attendu(s, 3, 4.5f, 6);
   // A row replaces the last one rather than adding to it, and the
   // trajectory's own scale (its block's) multiplies as well.
   ok("traj(2) dila(0.5,1,2, 0.5,1,2)");
   get_matrix_vol(trajectoire(2))[TR_DILA + 2] = 2;
   joue(v, 2, s);
-  EXPECT_FLOAT_EQ(s[0], 1);
-  EXPECT_FLOAT_EQ(s[1], 3);
-  EXPECT_FLOAT_EQ(s[2], 16);
+  attendu(s, 1, 3, 16);
   // dilz is computed from the trajectory's y scale, not its z.
   ok("traj(3) dilz(3,3)");
   get_matrix_vol(trajectoire(3))[TR_DILA + 1] = 5;
   get_matrix_vol(trajectoire(3))[TR_DILA + 2] = 7;
   joue(v, 3, s);
-  EXPECT_FLOAT_EQ(s[0], 1);
-  EXPECT_FLOAT_EQ(s[1], 3);
-  EXPECT_FLOAT_EQ(s[2], 4 * 5 * 3);
+  attendu(s, 1, 3, 4 * 5 * 3);
 }
 
 }  // namespace
