@@ -2,6 +2,7 @@
 // loop when there is no window.
 #include "app/orvela_main.h"
 
+#include "animation/dynamics/dynamics.h"
 #include "animation/traj/traj.h"
 #include "image/image_traj.h"
 #include "interaction/interaction.h"
@@ -23,6 +24,7 @@ void orvela_main(int argc, char** argv) {
   k.mode_courant = 1;
   install_console_runner();
   install_interaction();
+  install_dynamics();
   install_object_files();
   install_trajectories();
   install_image_trajectories();

@@ -407,7 +407,11 @@ int run_function_object(Objet* f, word* dest, const float* arg) {
   return evaluer_fonction(f, dest, dest, 1, dest + item_words(dest));
 }
 
-int run_function_apart(Objet* f, const float* arg) {
+namespace {
+
+// Runs `run` on the evaluation area kept for calls outside a console line.
+template <class Run>
+int sur_zone_a_part(Run&& run) {
   static std::vector<word> area;
   static bool busy = false;
   std::vector<word> nested;
@@ -425,7 +429,28 @@ int run_function_apart(Objet* f, const float* arg) {
   } hold;
   busy = true;
   eval_state().limit = zone.data() + zone.size();
-  return run_function_object(f, zone.data(), arg);
+  return run(zone.data());
+}
+
+}  // namespace
+
+int run_function_apart(Objet* f, const float* arg) {
+  return sur_zone_a_part([&](word* z) { return run_function_object(f, z, arg); });
+}
+
+int run_function_vector(Objet* f, const float* arg, int n, float* out, int nout) {
+  return sur_zone_a_part([&](word* z) {
+    if (lang().link_state != 1 && lier_tout() < 0) return -1;
+    z[0] = 4 + n;
+    z[1] = T_FLOAT;
+    z[2] = 1;
+    z[3] = n;
+    for (int i = 0; i < n; i++) z[4 + i] = fw(arg[i]);
+    const int r = evaluer_fonction(f, z, z, 1, z + z[0]);
+    for (int i = 0; i < nout; i++)
+      out[i] = r >= 0 && z[1] == T_FLOAT && i < z[2] * std::max(z[3], 1) && i < z[0] - 4 ? getf(z, i) : 0.0f;
+    return r;
+  });
 }
 
 void unwind_frames() {

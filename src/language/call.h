@@ -16,5 +16,8 @@ int run_function_object(Objet* f, word* dest, const float* arg = nullptr);
 // area of its own that is made once and reused; a call from within such a
 // run gets a fresh area.
 int run_function_apart(Objet* f, const float* arg = nullptr);
+// The same with one FLOAT argument of n elements; the first `nout`
+// elements of the value go to `out` (0 past its end or for another kind).
+int run_function_vector(Objet* f, const float* arg, int n, float* out, int nout);
 // Restores every saved frame (after an abandoned line).
 void unwind_frames();

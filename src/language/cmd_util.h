@@ -7,8 +7,8 @@
 #include "kernel/word.h"
 #include "language/commands.h"
 
-// Element count of a flat value (np times the element width).
-inline int value_elements(const word* v) { return np(v) * (dimp(v) > 0 ? dimp(v) : 1); }
+// Element count of a flat value (np times the element width); 0 for null.
+inline int value_elements(const word* v) { return v ? np(v) * (dimp(v) > 0 ? dimp(v) : 1) : 0; }
 
 // The first item's argument, or null.
 inline const word* command_argument(word* record) { return item_value(first_item(record)); }

@@ -116,7 +116,8 @@ int LIRE_DERIVE(word* s, const word* ob, word* st, const word* lim) {
 }
 
 int LIMIT_b(word* s, const word* ob, word* st, const word* lim) {
-  if (ob) return bloc_0(s, ob, st, lim);
+  // `limit speed vol(1)` and the other bounds are properties.
+  if (ob || (item_count(s) > 2 && !find_item(s, KW_generate))) return bloc_0(s, ob, st, lim);
   Selection sel;
   std::vector<Objet*> objets;
   if (!objets_commande(s, sel, objets)) return 0;

@@ -154,7 +154,7 @@ Objet* ajoute_locale(Objet* o, const char* source) {
   return ancien;
 }
 
-int exec_locales(Objet* o) {
+int exec_locales(Objet* o, int combien) {
   if (occupe(o)) return -1;
   if (!o->child) return 0;
   // The list is held apart while it runs, so that a function may remove
@@ -165,7 +165,9 @@ int exec_locales(Objet* o) {
   scene().locales_en_cours.push_back(ref);
   // On an area of their own, as the cycle runs outside any console line.
   int r = 0;
-  for (Objet* f = liste->next; f && r == 0; f = f->next) r = execute(f);
+  int faites = 0;
+  for (Objet* f = liste->next; f && r == 0 && (combien <= 0 || faites < combien); f = f->next, faites++)
+    r = execute(f);
   std::vector<RefObjet>& e = scene().locales_en_cours;
   e.erase(std::find_if(e.begin(), e.end(), [&](RefObjet x) { return x.handle == ref.handle; }));
   // The object may have gone, and another been made in its place.

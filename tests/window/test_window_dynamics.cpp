@@ -1,0 +1,65 @@
+// A cloth in the window: a grid of 17 x 17 vertices 100 apart joined by
+// springs along its facet edges, two corners of one edge pinned, pulled by
+// a weight at each vertex for 200 images. An independent model of the
+// same steps puts the pinned edge's middle 79 units in from its corners
+// and the free edge's middle 82 units beyond where it was. Seen from 4000
+// the grid's 1600 units are 261 pixels: those are about 13 pixels.
+#include <algorithm>
+#include <cstdlib>
+
+#include "window/window_run.h"
+
+namespace {
+
+const char* const CLOTH =
+    "no edit\nyes dynamic\ninteraction period(0)\neye(0,0,-4000)\n"
+    "grid(1) secx(16) secy(16)\ncol vol(1)=1,0,0\nmass vol(1)=1\nmass vertex(1,17) vol(1)=0\n"
+    "spring vol(1)=0.1,-0.05\nfunc=\"pese(n){force vertex vol(1)=0,-0.05,0,-0.02}\"\n"
+    "interaction func(2,\"pese\")\ndispl\nwrite image name(\"flat.bmp\")\n"
+    "interaction time(200)\ndispl\nwrite image name(\"cloth.bmp\")\nbye abs\n";
+
+// The red rows of a column, top to bottom.
+std::vector<int> rangs_rouges(const Picture& p, int x) {
+  std::vector<int> r;
+  for (int y = 0; y < p.h; y++)
+    if (reddish(p.at(x, y))) r.push_back(y);
+  return r;
+}
+
+}  // namespace
+
+TEST(WindowDynamics, ClothHangsFromItsTwoPinnedCorners) {
+  REQUIRE_XVFB();
+  WindowRun run(CLOTH);
+  Picture flat = run.picture("flat.bmp");
+  Picture cloth = run.picture("cloth.bmp");
+  ASSERT_EQ(cloth.w, 768) << run.out;
+  // The flat grid: edges about 130 pixels above and below the middle row,
+  // and 131 left and right of the middle column.
+  const std::vector<int> f = rangs_rouges(flat, 384);
+  ASSERT_GE(f.size(), 2u) << run.out;
+  const int top = f.front(), bottom = f.back();
+  EXPECT_NEAR(top, 288 - 130, 3);
+  EXPECT_NEAR(bottom, 288 + 130, 3);
+  // The pinned edge is the one whose extreme row is still where it was:
+  // its corners hold it there. Which of the two it is on screen depends
+  // on the view, not on the dynamics.
+  int c_top = cloth.h, c_bottom = -1;
+  for (int y = 0; y < cloth.h; y++)
+    if (cloth.count(0, y, cloth.w, y + 1, reddish) > 0) c_top = std::min(c_top, y), c_bottom = y;
+  const bool haut = std::abs(c_top - top) <= 1, bas = std::abs(c_bottom - bottom) <= 1;
+  ASSERT_NE(haut, bas) << "one edge keeps its corners: " << c_top << " " << c_bottom;
+  const int pinned = haut ? top : bottom, libre = haut ? bottom : top;
+  const int inward = haut ? 1 : -1;
+  // The middle of the pinned edge sags about 13 pixels toward the cloth.
+  const std::vector<int> c = rangs_rouges(cloth, 384);
+  ASSERT_GE(c.size(), 2u);
+  const int edge_pinned = haut ? c.front() : c.back(), edge_free = haut ? c.back() : c.front();
+  EXPECT_NEAR((edge_pinned - pinned) * inward, 13, 3);
+  EXPECT_TRUE(cloth.count(380, pinned - 1, 389, pinned + 2, reddish) == 0) << "the pinned edge's middle has left it";
+  // The free edge hangs about 13 pixels beyond where it was.
+  EXPECT_NEAR((edge_free - libre) * inward, 13, 3);
+  // The sides are drawn in a little, and nothing flew away.
+  EXPECT_EQ(cloth.count(0, 0, 240, 576, reddish), 0);
+  EXPECT_EQ(cloth.count(530, 0, 768, 576, reddish), 0);
+}
