@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "app/install.h"
 #include "kernel/kernel.h"
 #include "kernel/vocab.h"
 #include "kernel/work_areas.h"
@@ -23,6 +24,7 @@ inline std::string& sink() {
 
 inline bool start() {
   out_capture(&sink());
+  install_graphic_commands();
   env_minimal();
   kernel().etat_console = 1;
   if (allocate_work_areas() < 0) return false;

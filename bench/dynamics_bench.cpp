@@ -6,7 +6,7 @@
 #include "animation/dynamics/dynamics.h"
 #include "bench_console.h"
 #include "kernel/keywords.h"
-#include "scene/chains.h"
+#include "kernel/chains.h"
 #include "scene/lookup.h"
 #include "scene/volume.h"
 

@@ -7,7 +7,7 @@
 #include <random>
 
 #include "bench_console.h"
-#include "image/image_object.h"
+#include "scene/image_object.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 
 #include "animation/stages.h"
 #include "kernel/access.h"
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
-#include "scene/chains.h"
 #include "scene/volume.h"
 
 namespace {

@@ -4,30 +4,30 @@
 
 #include "animation/dynamics/dynamics.h"
 #include "animation/traj/traj.h"
-#include "image/image_traj.h"
+#include "app/install.h"
 #include "interaction/interaction.h"
 #include "kernel/bye.h"
 #include "kernel/console.h"
 #include "kernel/interrupt.h"
 #include "kernel/kernel.h"
+#include "kernel/screen.h"
 #include "kernel/startup.h"
 #include "language/console_runner.h"
 #include "persist/object_file.h"
 #include "platform/console_io.h"
 #include "platform/line_editor.h"
 #include "platform/process.h"
-#include "render/screen.h"
 #include "render/window.h"
 
 void orvela_main(int argc, char** argv) {
   KernelState& k = kernel();
   k.mode_courant = 1;
   install_console_runner();
+  install_graphic_commands();
   install_interaction();
   install_dynamics();
   install_object_files();
   install_trajectories();
-  install_image_trajectories();
   inita(argc, argv, "initb.h");
   announce_recovery();
   interrupt_clear();

@@ -36,7 +36,7 @@ Bytes bmp_bytes(const ImageView& p, const FormatOptions& o) {
   int order[3];
   if (!ordre(format, order)) {
     VOIR_CHAR("%s", format);
-    voir_message(0, 66);
+    voir_message(0, MES_ILLEGAL);
     return {};
   }
   const uint32_t data = static_cast<uint32_t>((p.w * 24 + 7) / 8) * static_cast<uint32_t>(p.h);

@@ -24,3 +24,6 @@ int GENERATE_SPEED_IMAGE(word* s, const word* ob, word* st, const word* lim);
 
 // True when the command names images: the dispatch sends it here.
 bool commande_image(word* s);
+
+// The image commands' rows of the graphic dispatch.
+void install_image_commands();

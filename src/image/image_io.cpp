@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cstring>
 
-#include "image/image_object.h"
 #include "kernel/file_out.h"
 #include "kernel/interrupt.h"
 #include "kernel/kernel.h"
 #include "kernel/report.h"
+#include "scene/image_object.h"
 
 std::string dans_dossier(const std::string& folder, const std::string& name) {
   if (folder.empty()) return name;

@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "image/image_object.h"
 #include "kernel/report.h"
 #include "kernel/word.h"
+#include "scene/image_object.h"
 
 // The current image: image 0, refilled from the window's pixels (bottom
 // row first, as the window gives them). Null after a report when there

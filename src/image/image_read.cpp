@@ -6,7 +6,6 @@
 
 #include "image/image_commands.h"
 #include "image/image_io.h"
-#include "image/image_object.h"
 #include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
@@ -14,6 +13,7 @@
 #include "render/picture.h"
 #include "render/window.h"
 #include "scene/graphic.h"
+#include "scene/image_object.h"
 
 namespace {
 
@@ -111,7 +111,7 @@ int READ_IMAGE_b(word* s, const word*, word*, const word*) {
   const ImageFormat* f = format_of(name);
   if (!f) {
     VOIR_CHAR("%s", extension_of(name).c_str());
-    voir_message(0, 65);
+    voir_message(0, MES_UNKNOWN);
     return -1;
   }
   if (bands && f->decode == READ_IMAGE_RAW) {

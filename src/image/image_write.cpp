@@ -4,13 +4,13 @@
 
 #include "image/image_commands.h"
 #include "image/image_io.h"
-#include "image/image_object.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "render/cmd_args.h"
 #include "render/picture.h"
 #include "scene/graphic.h"
+#include "scene/image_object.h"
 
 namespace {
 
@@ -61,7 +61,7 @@ bool transforme(word* s, ImageView& p, ImageData& work) {
     if (!decoupe(p, arg_entier(s, KW_win, 0, 0), arg_entier(s, KW_win, 1, 0), arg_entier(s, KW_win, 2, p.w),
                  arg_entier(s, KW_win, 3, p.h), crop)) {
       voir_mot(KW_win);
-      voir_message(0, 66);
+      voir_message(0, MES_ILLEGAL);
       return false;
     }
     work = std::move(crop);
@@ -96,18 +96,18 @@ int WRITE_IMAGE_b(word* s, const word* ob, word* st, const word* lim) {
   std::string name;
   if (!nom_fichier_image(s, 0, name)) return -1;
   if (name.empty()) {
-    err_syntaxe(97, KW_write, " image name(\"file.bmp\")\n");
+    err_syntaxe(MES_COMMAND_USAGE, KW_write, " image name(\"file.bmp\")\n");
     return -1;
   }
   if (name.find('.') == std::string::npos) {
     VOIR_CHAR("%s", name.c_str());
-    voir_message(0, 60);
+    voir_message(0, MES_ILLEGAL_NAME);
     return -1;
   }
   const ImageFormat* f = format_of(name);
   if (!f) {
     VOIR_CHAR("%s", extension_of(name).c_str());
-    voir_message(0, 65);
+    voir_message(0, MES_UNKNOWN);
     return -1;
   }
   ImageData held, work;

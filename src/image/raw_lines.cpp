@@ -6,10 +6,10 @@
 
 #include "image/image_commands.h"
 #include "image/image_io.h"
-#include "image/image_object.h"
 #include "kernel/file_out.h"
 #include "kernel/report.h"
 #include "platform/process.h"
+#include "scene/image_object.h"
 
 namespace {
 

@@ -109,7 +109,7 @@ int bouton(word* s, const word* lim) {
   }
   if (static_cast<int>(L.boutons.size()) >= NB_BOUTONS) {
     voir_mot(KW_message);
-    voir_message(0, 118);
+    voir_message(0, MES_TOO_MANY);
     return -1;
   }
   Bouton b;
@@ -162,7 +162,7 @@ int garde_generate(word* s) {
 
 int non_construit(int code) {
   voir_mot(code);
-  voir_message(0, 104);
+  voir_message(0, MES_NOT_IMPLEMENTED);
   return -1;
 }
 
@@ -209,7 +209,7 @@ int etat(word* s) {
 
 int INTERACTION_b(word* s, const word* ob, word* st, const word* lim) {
   if (!gl_on()) {
-    voir_message(1, 95);
+    voir_message(1, MESG_GRAPHIC_OFF);
     return set_result_nil(s);
   }
   InteractionState& L = loop();

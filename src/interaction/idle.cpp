@@ -63,7 +63,7 @@ void lance_suivant() {
 // loop that asked for it stops).
 void mode_absent() {
   voir_mot(kernel().Mode_idle);
-  voir_message(0, 104);
+  voir_message(0, MES_NOT_IMPLEMENTED);
   if (loop().Mode_graphique) fin_interaction("NOT IMPLEMENTED");
   kernel().Mode_idle = 0;
 }

@@ -119,7 +119,7 @@ int KEYBOARD_INPUT(const char* texte, const BoiteSaisie& b, bool echelle, std::s
   }
   if (!L.echelle_saisie) {
     voir_mot(KW_scale);
-    voir_message(0, 104);
+    voir_message(0, MES_NOT_IMPLEMENTED);
     return -1;
   }
   std::string champ;
@@ -210,7 +210,7 @@ int INTERACTION_ASCII(word* s, const word* lim) {
   const char* car = value_text(arg_of(s, KW_ascii));
   if (!car) return set_result_text(s, L.Ligne_validee);
   if (!car[0] || car[1]) {
-    err_syntaxe(97, KW_ascii, "(\"c\") func(\"f\")\n");
+    err_syntaxe(MES_COMMAND_USAGE, KW_ascii, "(\"c\") func(\"f\")\n");
     return -1;
   }
   Liaison b;
@@ -223,7 +223,7 @@ int INTERACTION_ASCII(word* s, const word* lim) {
     // to one could never run.
     if (!L.stock_touche) {
       voir_mot(KW_stock);
-      voir_message(0, 104);
+      voir_message(0, MES_NOT_IMPLEMENTED);
       return -1;
     }
     b.kind = KW_stock;

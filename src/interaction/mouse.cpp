@@ -11,6 +11,7 @@
 #include "interaction/interaction.h"
 #include "interaction/internal.h"
 #include "kernel/access.h"
+#include "kernel/chains.h"
 #include "kernel/handles.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
@@ -22,7 +23,6 @@
 #include "render/lights.h"
 #include "render/view.h"
 #include "render/window.h"
-#include "scene/chains.h"
 #include "scene/scene_state.h"
 #include "scene/volume.h"
 
@@ -363,7 +363,7 @@ int mouvement_manuel(word* s, const word* lim) {
       }
     if (!known) {
       VOIR_CHAR("%s: ", t);
-      voir_message(0, 65);
+      voir_message(0, MES_UNKNOWN);
       return -1;
     }
     if (L.Mode_designation == KW_rota && nn >= 4) {

@@ -7,6 +7,7 @@
 
 #include "interaction/internal.h"
 #include "kernel/access.h"
+#include "kernel/chains.h"
 #include "kernel/handles.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
@@ -15,7 +16,6 @@
 #include "language/cmd_util.h"
 #include "language/commands.h"
 #include "render/cmd_args.h"
-#include "scene/chains.h"
 #include "scene/lookup.h"
 
 namespace {
@@ -88,7 +88,7 @@ int reseau(const word* v) {
   Objet* o = v ? get_objet_kind(chaine_classe(KW_network), v, 0, KW_network) : nullptr;
   if (!o) {
     voir_mot(KW_network);
-    voir_message(0, 28);
+    voir_message(0, MES_NOT_FOUND);
     return -1;
   }
   L.reseau = 1;
@@ -147,7 +147,7 @@ int options_init(word* block) {
       }
       case KW_memory:
         voir_mot(KW_memory);
-        voir_message(0, 104);
+        voir_message(0, MES_NOT_IMPLEMENTED);
         break;
       case KW_menu:
         if (const char* t = value_text(v)) L.texte_menu += (L.texte_menu.empty() ? "" : "|") + std::string(t);

@@ -12,6 +12,7 @@
 #include "render/cmd_args.h"
 #include "render/frame.h"
 #include "render/window.h"
+#include "scene/graphic.h"
 
 namespace {
 

@@ -101,12 +101,12 @@ int INTERACTION_FUNC(word* s, const word* lim) {
   if (first == 0) {
     slot = number;
     if (tag(v) != T_HYBRIDE || np(v) < 2 || get_ind(v, 1, &number, name, sizeof name) != 1) {
-      err_syntaxe(97, KW_func, "(n, \"name\")\n");
+      err_syntaxe(MES_COMMAND_USAGE, KW_func, "(n, \"name\")\n");
       return -1;
     }
     if (slot < 0 || slot >= NB_SLOTS) {
       voir_int("%d: ", slot);
-      voir_message(0, 61);
+      voir_message(0, MES_ILLEGAL_INDEX);
       return -1;
     }
   }

@@ -8,13 +8,13 @@
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
+#include "kernel/screen.h"
 #include "kernel/vocab.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/safe_write.h"
 #include "render/frame.h"
 #include "render/lights.h"
-#include "render/screen.h"
 #include "render/view.h"
 #include "render/window.h"
 
@@ -178,7 +178,7 @@ void ecrit_date_log() {
 
 void interaction_demarrage(int mode) {
   if (!gl_on()) {
-    voir_message(1, 95);
+    voir_message(1, MESG_GRAPHIC_OFF);
     return;
   }
   pointeur_scene();

@@ -5,10 +5,10 @@
 #include "kernel/bloc.h"
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/objet.h"
 #include "kernel/report.h"
 #include "kernel/slots.h"
-#include "scene/object_store.h"
 
 /* Release */
 

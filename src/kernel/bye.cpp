@@ -38,6 +38,6 @@ int bye(bool abs) {
     for (const UnsavedWork& w : b.work)
       if (w.pending && w.pending() && !confirmed(w.voc, w.num)) return -1;
   }
-  voir_message(0, 5);
+  voir_message(0, MES_SEE_YOU_SOON);
   process_exit(0);
 }

@@ -15,10 +15,10 @@ static int count_lines(const char* from, const char* to) {
 static void report_unclosed(const char* start, int line) {
   const char* end = std::strchr(start, '\n');
   std::string rest = end ? std::string(start, end) : std::string(start);
-  voir_message(0, 4);
+  voir_message(0, MES_LINE);
   voir_int(" %d: ", line);
   VOIR_CHAR("%s", rest.c_str());
-  voir_message(0, 64);
+  voir_message(0, MES_ERROR_COMMENT);
 }
 
 static void compact_newlines(char* text) {

@@ -31,7 +31,7 @@ constexpr size_t LINE_MAX_BYTES = 20000 * 4 - 8;
 void print_stacked_commands() {
   bloc s = kernel().command_stack;
   if (!s || np(s) <= 0) return;
-  voir_message(0, 1);
+  voir_message(0, MES_RULE);
   word* cmd = data(s);
   for (int c = 0; c < np(s) && cmd < kernel().command_insert && size(cmd) > 0; c++) {
     word* seg = data(cmd);
@@ -140,7 +140,7 @@ void print_prompt(int message) {
     if (message > 0) voir_message(0, message);
     else {
       print_stacked_commands();
-      voir_message(0, 0);
+      voir_message(0, MES_PROMPT);
     }
   });
 }

@@ -66,7 +66,7 @@ void err_malloc(const char* n, double bytes) {
     voir_texte("MALLOC ERROR\a\n");
     return;
   }
-  voir_message(0, 16);
+  voir_message(0, MES_MALLOC_ERROR);
 }
 
 void err_imbrication(const char* n) {
@@ -79,31 +79,31 @@ void err_realloc(const char* n, int count) {
   VOIR_CHAR("%s", "Reallocation: ");
   if (kernel().etat_console < 1) return;
   voir_int("%d", count);
-  voir_message(0, 18);
+  voir_message(0, MES_REALLOCATION);
 }
 
 void err_vide(const char* n, const Objet* o) {
   name_of(n);
   voir_objet(o);
-  report(22, "EMPTY\a\n");
+  report(MES_EMPTY, "EMPTY\a\n");
 }
 
 void err_octets(const char* n, long count) {
   name_of(n);
   voir_int("%d", static_cast<int>(count));
-  report(25, " BYTES\n");
+  report(MES_BYTES, " BYTES\n");
 }
 
 void err_compile_off(const char* n) {
   name_of(n);
   voir_etat(KW_compile, Yes(KW_compile));
-  report(30, nullptr);
+  report(MES_COMPILE_OFF, nullptr);
 }
 
 void err_link_off(const char* n) {
   name_of(n);
   voir_etat(KW_link, Yes(KW_link));
-  report(50, nullptr);
+  report(MES_LINK_OFF, nullptr);
 }
 
 void err_non_initialise(const char* func, const char* var) {
@@ -112,13 +112,13 @@ void err_non_initialise(const char* func, const char* var) {
     VOIR_CHAR("%s ", func);
   }
   if (var) VOIR_CHAR("%s ", var);
-  report(35, "NOT INITIALIZED VARIABLE\a\n");
+  report(MES_NOT_INITIALIZED_VARIABLE, "NOT INITIALIZED VARIABLE\a\n");
 }
 
 void err_fonction(const char* n, int number) {
   voir_int("%d ", number);
   if (n) VOIR_CHAR("%s", n);
-  report(41, "NO DEFINED FUNCTION\a\n");
+  report(MES_NON_DEFINED_FUNCTION, "NO DEFINED FUNCTION\a\n");
 }
 
 void err_format(const char* n, int line) {
@@ -127,8 +127,8 @@ void err_format(const char* n, int line) {
     VOIR_CHAR("%s", "wrong formated file\a\n");
     VOIR_CHAR("%s", "line");
   } else {
-    voir_message(0, 103);
-    voir_message(0, 4);
+    voir_message(0, MES_BADLY_FORMATTED_FILE);
+    voir_message(0, MES_LINE);
   }
   voir_int(" %d\n", line);
 }

@@ -6,9 +6,9 @@
 #include "kernel/bloc.h"
 #include "kernel/console.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/objet.h"
 #include "kernel/vocab.h"
-#include "scene/object_store.h"
 
 namespace {
 

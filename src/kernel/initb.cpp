@@ -7,9 +7,9 @@
 #include "kernel/options.h"
 #include "kernel/random_table.h"
 #include "kernel/report.h"
+#include "kernel/screen.h"
 #include "kernel/startup.h"
 #include "kernel/vocab.h"
-#include "render/screen.h"
 
 namespace {
 

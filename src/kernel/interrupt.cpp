@@ -25,19 +25,19 @@ void interrupt_dialogue() {
   interrupt_clear();
   switch (c) {
     case '0':
-      voir_message(0, 8);
+      voir_message(0, MES_ABANDONMENT);
       abandon_state();
       throw Abandon{};
     case '2':
-      voir_message(0, 79);
+      voir_message(0, MES_DEBUG_PROMPT);
       flush_out();
       lire_executer(1, 0, kernel().eval_stack, 0);
       abandon_state();
       throw Abandon{};
     case 'b':
-      voir_message(0, 5);
+      voir_message(0, MES_SEE_YOU_SOON);
       enter_exit(nullptr);
     default:
-      voir_message(0, 72);
+      voir_message(0, MES_CONTINUE);
   }
 }

@@ -7,8 +7,8 @@
 
 #include "kernel/kernel.h"
 #include "kernel/report.h"
+#include "kernel/screen.h"
 #include "platform/process.h"
-#include "render/screen.h"
 
 namespace {
 

@@ -55,7 +55,7 @@ void VOIR_CHAR(const char* format, const char* s) {
   size_t limit = len;
   int pri = kernel().pri;
   if (pri >= 0 && len > static_cast<size_t>(pri) && Yes(KW_print) >= -1) {
-    voir_message(0, 15);
+    voir_message(0, MES_TRUNCATED_DATA);
     limit = pri;
   }
   std::string cut(s, limit);

@@ -3,6 +3,7 @@
 // strings are cut at `pri`, and output is copied to the console log object.
 #pragma once
 #include "kernel/kernel.h"
+#include "kernel/message_names.h"
 #include "kernel/word.h"
 
 struct Objet;
@@ -13,6 +14,7 @@ void voir_int(const char* format, int v);
 void voir_int2(const char* format, int a, int b);
 void voir_float(const char* format, float f);
 void voir_mot(int code);
+// Message `num` of vocabulary `voc` (names in kernel/message_names.h).
 void voir_message(int voc, int num);
 void voir_etat(int code, int value);
 void voir_objet(const Objet* o);

@@ -63,7 +63,7 @@ int read_var(const char* name, std::string* text) {
   if (r == -1) {
     voir_mot(KW_var);
     VOIR_CHAR("%s: ", name);
-    voir_message(0, 28);
+    voir_message(0, MES_NOT_FOUND);
   } else if (r < 0) {
     err_vide(name, nullptr);
   }

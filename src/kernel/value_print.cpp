@@ -54,7 +54,7 @@ void err_objet(int code, const word* value, int index, int number, const char* t
       else for (int i = 0; i < n; i++) print_element(value, i);
     } else if (index >= n) {
       voir_int("%d", index);
-      voir_message(0, 66);
+      voir_message(0, MES_ILLEGAL);
       return;
     } else {
       if (!printable_kind(tag(value))) return;
@@ -72,7 +72,7 @@ int print_flat(const word* v) {
   int n = np(v), d = dimp(v) > 0 ? dimp(v) : 1;
   int pri = kernel().pri;
   if (n > pri) {
-    voir_message(0, 15);
+    voir_message(0, MES_TRUNCATED_DATA);
     n = pri;
   }
   if (d < 2) {
@@ -124,7 +124,7 @@ int print_formatted(const word* v) {
 
 int print_value(const word* v) {
   if (!v || size(v) < 4) {
-    if (Yes(KW_error) > 0) voir_message(0, 81);
+    if (Yes(KW_error) > 0) voir_message(0, MES_ERROR);
     return -1;
   }
   switch (tag(v)) {
@@ -141,7 +141,7 @@ int print_value(const word* v) {
       return 0;
     }
     default:
-      if (Yes(KW_error) > 0) voir_message(0, 81);
+      if (Yes(KW_error) > 0) voir_message(0, MES_ERROR);
       return -1;
   }
 }

@@ -186,7 +186,7 @@ int seg_add_r(bloc s, const word* lim, int code) { return seg_ouvre(s, lim, code
 int seg_add_fn_r(bloc s, const word* lim, int code, int n, const float* f) {
   if (n < 1 || n > 4) {
     voir_int("%d: ", n);
-    voir_message(0, 66);
+    voir_message(0, MES_ILLEGAL);
     return -1;
   }
   return seg_floats(s, lim, code, n, f);

@@ -101,10 +101,10 @@ void ini_com(int code) {
 
 // The refusal of yes/no on a keyword that is no switch.
 static void refuse_sem(int code, int value) {
-  voir_message(0, 105);
+  voir_message(0, MES_UNKNOWN_MARK);
   voir_mot(value > 0 ? KW_yes : KW_no);
   voir_mot(code);
-  voir_message(0, 66);
+  voir_message(0, MES_ILLEGAL);
 }
 
 // Switches with an effect beyond their sem word. `debug` moves the console

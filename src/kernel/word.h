@@ -29,18 +29,7 @@ enum Tag : word {
   T_IMAGE_PREV = -273,
   T_SOUND = -1057,
   T_INDIRECT = -1051,
-  T_FORMAL = -1042,
   T_STACKED = -1027,
-};
-
-// Kinds of the two-word tokens of a code stream (word 0 negative).
-enum TokenKind : word {
-  TK_CHAR = -1001,    // delimiter or operator character
-  TK_KEYWORD = -1003, // keyword code
-  TK_OBJECT = -1004,  // handle of a named object
-  TK_LINE = -1014,    // source line number
-  TK_KEYWORD_CMD = -91,
-  TK_DEMO = -28,
 };
 
 // Header accessors.

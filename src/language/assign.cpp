@@ -38,7 +38,7 @@ int store(Objet* v, const word* value) {
 int store_reference(const word* ref, const word* value) {
   Objet* v = handle_objet(ref[4]);
   if (!v || !v->local) {
-    voir_message(0, 6);
+    voir_message(0, MES_ILLEGAL_ASSIGNMENT);
     return -1;
   }
   bloc target = v->local;
@@ -86,25 +86,14 @@ int store_reference(const word* ref, const word* value) {
     }
     return 0;
   }
-  voir_message(0, 6);
+  voir_message(0, MES_ILLEGAL_ASSIGNMENT);
   return -1;
 }
 
-struct Pending {
-  word handle;
-  float delta;
-};
-// Nested evaluations (function calls inside an expression) stack their
-// entries above the caller's; each expression holds at most 10.
-constexpr int PENDING_PER_EXPRESSION = 10;
-constexpr int PENDING_MAX = 1024;
-Pending pending[PENDING_MAX];
-int pending_count = 0;
-int pending_base = 0;
 
 int change_all(Objet* v, float delta) {
   if (!v || !v->local || tag(v->local) != T_FLOAT) {
-    voir_message(0, 66);
+    voir_message(0, MES_ILLEGAL);
     return -1;
   }
   int n = elements(v->local);
@@ -124,7 +113,7 @@ int assign_to(word* left, const word* value) {
   if (value[0] < 0 && value[0] == T_ADDRESS) {
     Objet* v = token_variable(left);
     if (!v) {
-      voir_message(0, 6);
+      voir_message(0, MES_ILLEGAL_ASSIGNMENT);
       return -1;
     }
     // The variable becomes a reference to the target.
@@ -136,7 +125,7 @@ int assign_to(word* left, const word* value) {
   if (is_variable_token(left)) {
     Objet* v = variable_of(left);
     if (!v) {
-      voir_message(0, 6);
+      voir_message(0, MES_ILLEGAL_ASSIGNMENT);
       return -1;
     }
     if (tag(value) == T_FLOAT && elements(value) == 0) {
@@ -147,12 +136,12 @@ int assign_to(word* left, const word* value) {
     return store(v, value);
   }
   if (left[0] == T_ADDRESS) {
-    voir_message(0, 6);
+    voir_message(0, MES_ILLEGAL_ASSIGNMENT);
     return -1;
   }
   if (left[0] > 0 && (tag(left) == T_REF_SQUARE || tag(left) == T_REF_BRACE)) return store_reference(left, value);
   if (left[0] > 0 && tag(left) == T_SEGMENTS) return assign_command(left, value);
-  voir_message(0, 6);
+  voir_message(0, MES_ILLEGAL_ASSIGNMENT);
   return -1;
 }
 
@@ -160,7 +149,7 @@ int prefix(word* at, word op) {
   if (op == O_ADDRESS) {
     Objet* v = token_variable(at);
     if (!v) {
-      voir_message(0, 66);
+      voir_message(0, MES_ILLEGAL);
       return -1;
     }
     at[0] = T_ADDRESS;
@@ -183,28 +172,31 @@ int prefix(word* at, word op) {
 int postfix(word* at, word op) {
   Objet* v = variable_of(at);
   if (!v || !v->local || tag(v->local) != T_FLOAT) {
-    voir_message(0, 66);
+    voir_message(0, MES_ILLEGAL);
     return -1;
   }
-  if (pending_count - pending_base >= PENDING_PER_EXPRESSION || pending_count >= PENDING_MAX) {
-    voir_message(0, 98);
+  LanguageState& L = lang();
+  if (L.pending_count - L.pending_base >= PENDING_PER_EXPRESSION || L.pending_count >= PENDING_MAX) {
+    voir_message(0, MES_INCOMPATIBLE_TYPES);
     return -1;
   }
-  pending[pending_count++] = {objet_handle(v), op == O_INC ? 1.0f : -1.0f};
+  L.pending[L.pending_count++] = {objet_handle(v), op == O_INC ? 1.0f : -1.0f};
   return copy_value(at, v->local);
 }
 
 int pending_open() {
-  int previous = pending_base;
-  pending_base = pending_count;
+  LanguageState& L = lang();
+  int previous = L.pending_base;
+  L.pending_base = L.pending_count;
   return previous;
 }
 
 int pending_close(int previous, bool apply) {
+  LanguageState& L = lang();
   int r = 0;
-  for (int i = pending_base; apply && i < pending_count && r == 0; i++)
-    r = change_all(handle_objet(pending[i].handle), pending[i].delta);
-  pending_count = pending_base;
-  pending_base = previous;
+  for (int i = L.pending_base; apply && i < L.pending_count && r == 0; i++)
+    r = change_all(handle_objet(L.pending[i].handle), L.pending[i].delta);
+  L.pending_count = L.pending_base;
+  L.pending_base = previous;
   return r;
 }

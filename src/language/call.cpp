@@ -32,29 +32,7 @@
 
 namespace {
 
-// One saved variable, or the mark that opens a call's frame. A formal's
-// value is copied (into the entry when small, else into the arena), its
-// bloc staying with the variable to be overwritten by the next binding;
-// other variables hand their bloc over to the frame, so that the call
-// starts them fresh.
-constexpr int SMALL_VALUE = 6;  // words of a scalar float or NIL fit
-
-struct FrameEntry {
-  word handle;   // the variable; 0 for a frame mark
-  int kind, subkind, work5, work6;
-  int copied_words;  // 0 when nothing was copied
-  bloc moved;        // the value bloc handed over, or null
-  size_t copied;     // offset of a large copied value in the arena
-  word small[SMALL_VALUE];
-};
-
-struct Frames {
-  std::vector<FrameEntry> entries;
-  std::vector<word> arena;
-};
-
-Frames the_frames;
-inline Frames& frames() { return the_frames; }
+inline Frames& frames() { return lang().frames; }
 
 // Calls nest through the C++ stack: a guard stops them well before it
 // could run out, by depth and by the stack left (which differs between
@@ -81,7 +59,7 @@ const char* call_name(const word* record) {
 // The function a formal holds: a link made at binding, or a name.
 Objet* function_of_formal(Objet* formal) {
   if (!formal) return nullptr;
-  if (formal->kind == KIND_FUNC) return handle_objet(formal->work[6]);
+  if (formal->kind == KIND_FUNC) return handle_objet(formal->work[VAR_TARGET]);
   if (formal->local && tag(formal->local) == T_CHAR) return get_fonction(text(formal->local));
   return nullptr;
 }
@@ -99,7 +77,7 @@ Objet* callee(const word* record) {
   if (record[1] == R_UNDEFINED) {
     // A call through a formal that holds a function.
     Objet* running = lang().running_function;
-    return running ? function_of_formal(var_find(running->locals, V_FORMEL, name)) : nullptr;
+    return running ? function_of_formal(var_find(running->locals, C_FORMEL, name)) : nullptr;
   }
   return load_function_from_disk(name);
 }
@@ -110,16 +88,16 @@ void save_variables(Objet* f) {
   mark.handle = 0;
   if (!f->locals) return;
   for (Objet* v = f->locals->next; v; v = v->next) {
-    if (var_kind(v) == V_STATIC || v->subkind == V_BY_ADDRESS) continue;
+    if (var_kind(v) == C_STATIC || v->subkind == C_AD_GLB) continue;
     FrameEntry& e = fr.entries.emplace_back();
     e.handle = objet_handle(v);
     e.kind = v->kind;
     e.subkind = v->subkind;
-    e.work5 = v->work[5];
-    e.work6 = v->work[6];
+    e.work5 = v->work[VAR_DECLARED];
+    e.work6 = v->work[VAR_TARGET];
     e.moved = nullptr;
     e.copied_words = 0;
-    if (v->kind == V_FORMEL && v->local) {
+    if (v->kind == C_FORMEL && v->local) {
       int words = v->local[0];
       e.copied_words = words;
       if (words <= SMALL_VALUE) {
@@ -149,12 +127,12 @@ int put_value(Objet* v, const word* src, int words) {
 
 // Formals that referred to the caller's variables become plain again.
 void release_address_formals(Objet* f) {
-  if (!f->locals || !f->work[3]) return;
-  f->work[3] = 0;
+  if (!f->locals || !f->work[FN_REFERENCES]) return;
+  f->work[FN_REFERENCES] = 0;
   for (Objet* v = f->locals->next; v; v = v->next)
-    if (v->kind == V_ADDRESS && v->subkind == V_BY_ADDRESS) {
-      v->kind = v->work[5];
-      v->work[6] = 0;
+    if (v->kind == T_ADDRESS && v->subkind == C_AD_GLB) {
+      v->kind = v->work[VAR_DECLARED];
+      v->work[VAR_TARGET] = 0;
     }
 }
 
@@ -168,14 +146,14 @@ void restore_variables() {
     }
     Objet* v = handle_objet(e.handle);
     if (!v) {
-      voir_message(0, 114);
+      voir_message(0, MES_UNSTACK_ERROR);
       libere_valeur(e.moved);
       if (e.copied_words > SMALL_VALUE) fr.arena.resize(e.copied);
     } else {
       v->kind = e.kind;
       v->subkind = e.subkind;
-      v->work[5] = e.work5;
-      v->work[6] = e.work6;
+      v->work[VAR_DECLARED] = e.work5;
+      v->work[VAR_TARGET] = e.work6;
       if (e.copied_words > SMALL_VALUE) {
         put_value(v, fr.arena.data() + e.copied, e.copied_words);
         fr.arena.resize(e.copied);
@@ -206,7 +184,7 @@ int bind_function_formal(Objet* formal, const word* value) {
   int voc = 0, code = 0;
   if (name && chercher_commande(name, &voc, &code) >= 0) {
     formal->kind = C_COMMAND;
-    formal->work[6] = code;
+    formal->work[VAR_TARGET] = code;
     return 0;
   }
   Objet* f = name ? get_fonction(name) : nullptr;
@@ -214,11 +192,11 @@ int bind_function_formal(Objet* formal, const word* value) {
   if (!f) {
     voir_mot(KW_func);
     if (name) VOIR_CHAR("%s ", name);
-    voir_message(0, 41);
+    voir_message(0, MES_NON_DEFINED_FUNCTION);
     return -1;
   }
   formal->kind = KIND_FUNC;
-  formal->work[6] = objet_handle(f);
+  formal->work[VAR_TARGET] = objet_handle(f);
   return 0;
 }
 
@@ -227,24 +205,24 @@ int bind_function_formal(Objet* formal, const word* value) {
 int bind(Objet* f, const word* args, int count) {
   if (!f->locals) return 0;
   int k = 0;
-  for (Objet* v = f->locals->next; v && k < f->work[0]; v = v->next) {
-    if (var_kind(v) != V_FORMEL && v->kind != V_TYPE_FUNC) continue;
+  for (Objet* v = f->locals->next; v && k < f->work[FN_FORMALS]; v = v->next) {
+    if (var_kind(v) != C_FORMEL && v->kind != C_TYPE_FUNC) continue;
     const word* arg = k < count ? args : nullptr;
     if (arg) args += item_words(args);
     k++;
-    if (v->kind == V_TYPE_FUNC) {
+    if (v->kind == C_TYPE_FUNC) {
       if (bind_function_formal(v, arg) < 0) return -1;
       continue;
     }
-    if (arg && (arg[0] == T_ADDRESS || (v->subkind == V_BY_ADDRESS && is_variable_token(arg)))) {
+    if (arg && (arg[0] == T_ADDRESS || (v->subkind == C_AD_GLB && is_variable_token(arg)))) {
       // By address: the formal refers to the caller's variable.
       Objet* target = arg[0] == T_ADDRESS ? handle_objet(arg[1]) : variable_of(arg);
       if (!target) return -1;
       libere_valeur(v->local);
       v->local = nullptr;
       var_make_address(v, objet_handle(target));
-      v->subkind = V_BY_ADDRESS;
-      f->work[3] = 1;  // a formal to make plain again after the call
+      v->subkind = C_AD_GLB;
+      f->work[FN_REFERENCES] = 1;  // a formal to make plain again after the call
       continue;
     }
     const word* value = arg ? get_evaluation(arg) : nullptr;
@@ -255,11 +233,11 @@ int bind(Objet* f, const word* args, int count) {
 }
 
 bool formal_by_address(const Objet* f, int k) {
-  if (!f->locals || !f->work[2]) return false;
+  if (!f->locals || !f->work[FN_ADDRESS]) return false;
   int i = 0;
   for (const Objet* v = f->locals->next; v; v = v->next) {
-    if (v->kind != V_FORMEL && v->kind != V_TYPE_FUNC && var_kind(v) != V_FORMEL) continue;
-    if (i++ == k) return v->subkind == V_BY_ADDRESS;
+    if (v->kind != C_FORMEL && v->kind != C_TYPE_FUNC && var_kind(v) != C_FORMEL) continue;
+    if (i++ == k) return v->subkind == C_AD_GLB;
   }
   return false;
 }
@@ -291,7 +269,7 @@ std::vector<FormalCopy> copy_formals(const Objet* f) {
   std::vector<FormalCopy> copies;
   if (!f->locals) return copies;
   for (const Objet* v = f->locals->next; v; v = v->next)
-    if (var_kind(v) == V_FORMEL && v->name) {
+    if (var_kind(v) == C_FORMEL && v->name) {
       FormalCopy c{v->name, {}};
       if (v->local) c.value.assign(v->local, v->local + v->local[0]);
       copies.push_back(std::move(c));
@@ -315,7 +293,7 @@ int evaluer_fonction(Objet* f, word* dest, word* args, int count, word* after) {
   EvalState& E = eval_state();
   LanguageState& L = lang();
   if (call_too_deep(E.depth)) {
-    voir_message(0, 73);
+    voir_message(0, MES_INFINITE_RECURSION);
     return -1;
   }
   if (!f->code && (a_compile(f) < 0 || lier_fonction(f) < 0)) return -1;
@@ -394,7 +372,7 @@ const word* call_command_formal(const word* p, word* dest, bool lvalue, int* sta
   Objet* formal = handle_objet(p[1]);
   if (formal && formal->kind == C_COMMAND) {
     // The formal stands for a command: the chain is built with its code.
-    return command_chain(p + 2, dest, lvalue, status, formal->work[6]);
+    return command_chain(p + 2, dest, lvalue, status, formal->work[VAR_TARGET]);
   }
   return call_function(p, dest, status);
 }
@@ -412,22 +390,21 @@ namespace {
 // Runs `run` on the evaluation area kept for calls outside a console line.
 template <class Run>
 int sur_zone_a_part(Run&& run) {
-  static std::vector<word> area;
-  static bool busy = false;
+  LanguageState& L = lang();
   std::vector<word> nested;
-  std::vector<word>& zone = busy ? nested : area;
+  std::vector<word>& zone = L.apart_busy ? nested : L.apart_area;
   const size_t words = static_cast<size_t>(std::max(kernel().Dim_ev, 1 << 16));
   if (zone.size() < words) zone.assign(words, 0);
   // Restored also when the run is abandoned by the interrupt.
   struct Hold {
     word* limit = eval_state().limit;
-    bool outer = !busy;
+    bool outer = !lang().apart_busy;
     ~Hold() {
       eval_state().limit = limit;
-      if (outer) busy = false;
+      if (outer) lang().apart_busy = false;
     }
   } hold;
-  busy = true;
+  L.apart_busy = true;
   eval_state().limit = zone.data() + zone.size();
   return run(zone.data());
 }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "kernel/access.h"
+#include "kernel/chains.h"
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
@@ -19,7 +20,6 @@
 #include "language/operators.h"
 #include "language/variables.h"
 #include "platform/process.h"
-#include "scene/chains.h"
 
 namespace {
 
@@ -200,10 +200,7 @@ int DEBUG_a(word* record, const word* limit) {
   return set_result_nil(record);
 }
 
-ExecSchedule& exec_schedule() {
-  static ExecSchedule s;
-  return s;
-}
+ExecSchedule& exec_schedule() { return lang().exec; }
 
 namespace {
 
@@ -267,7 +264,7 @@ int schedule(word* record, const char* names, const word* limit) {
   float first = 0;
   if (!number_of(period, &first)) {
     voir_mot(KW_time);
-    voir_message(0, 66);
+    voir_message(0, MES_ILLEGAL);
     return -1;
   }
   // Every name is checked before the list changes.
@@ -309,7 +306,7 @@ int executer_a(word* record, const word* limit) {
   if (item_count(record) == 1) {
     const word* arg = first_argument(record);
     if (!arg || tag(arg) != T_CHAR) {
-      voir_message(0, 66);
+      voir_message(0, MES_ILLEGAL);
       return -1;
     }
     int r = start_task(text(arg));
@@ -335,6 +332,6 @@ int executer_a(word* record, const word* limit) {
     set_result_nil(record);
     return r;
   }
-  voir_message(0, 66);
+  voir_message(0, MES_ILLEGAL);
   return -1;
 }

@@ -177,7 +177,7 @@ int SYSTEM_a(word* record, const word* limit) {
     return set_result_nil(record);
   }
   if (tag(arg) != T_CHAR) {
-    voir_message(0, 66);
+    voir_message(0, MES_ILLEGAL);
     return -1;
   }
   const char* cmd = text(arg);
@@ -212,13 +212,13 @@ int ALLOC_a(word* record, const word* limit) {
   word* dim = find_item(record, KW_dim);
   if (dim && item_value(dim)) n_value = item_value(dim);
   if (!n_value || tag(n_value) != T_FLOAT || elements(n_value) < 1) {
-    err_syntaxe(97, first_item(record)[2], "(dim)");
+    err_syntaxe(MES_COMMAND_USAGE, first_item(record)[2], "(dim)");
     return -1;
   }
   long n = static_cast<long>(getf(n_value, 0));
   long d = elements(n_value) > 1 ? static_cast<long>(getf(n_value, 1)) : 1;
   if (n < 0 || d < 1 || n * d > 100000000L) {
-    voir_message(0, 66);
+    voir_message(0, MES_ILLEGAL);
     return -1;
   }
   bool chars = find_item(record, KW_char) != nullptr;

@@ -21,8 +21,6 @@ bool is_number(const std::string& w) {
   return end && end != w.c_str() && *end == 0;
 }
 
-std::vector<std::pair<std::string, int>> stopping_points;
-
 }  // namespace
 
 // `input` or `input("prompt")`: one line typed at the console. A list of
@@ -50,11 +48,11 @@ int RING_a(word* record, const word* limit) {
   const word* arg = command_argument(record);
   std::vector<float> v;
   if (value_text(arg)) {
-    voir_message(0, 106);
+    voir_message(0, MES_SOUND_OFF);
     return set_result_nil(record);
   }
   if (arg && (!value_floats(arg, v) || v.empty())) {
-    err_syntaxe(97, KW_ring, "(n,ms)\n");
+    err_syntaxe(MES_COMMAND_USAGE, KW_ring, "(n,ms)\n");
     return -1;
   }
   int n = v.empty() ? 1 : static_cast<int>(v[0]);
@@ -77,7 +75,7 @@ int ALIAS_a(word* record, const word* limit) {
   std::string line = s ? s : "";
   size_t eq = line.find('=');
   if (eq == std::string::npos || eq == 0 || line.find('\n') != std::string::npos) {
-    err_syntaxe(97, KW_alias, "(\"name=replacement\")\n");
+    err_syntaxe(MES_COMMAND_USAGE, KW_alias, "(\"name=replacement\")\n");
     return -1;
   }
   if (!L.alias_text.empty() && L.alias_text.back() != '\n') L.alias_text += '\n';
@@ -86,7 +84,7 @@ int ALIAS_a(word* record, const word* limit) {
   return set_result_nil(record);
 }
 
-std::vector<std::pair<std::string, int>>& stop_table() { return stopping_points; }
+std::vector<std::pair<std::string, int>>& stop_table() { return lang().stopping_points; }
 
 // `STOP("name",line)` adds a stopping point (line 1 when omitted);
 // `STOP` alone prints the table, one "name,line" a line.
@@ -94,7 +92,7 @@ int STOP_a(word* record, const word* limit) {
   (void)limit;
   const word* arg = command_argument(record);
   if (!arg) {
-    for (const auto& [name, line] : stopping_points) {
+    for (const auto& [name, line] : lang().stopping_points) {
       VOIR_CHAR("%s,", name.c_str());
       voir_int("%d\n", line);
     }
@@ -106,12 +104,12 @@ int STOP_a(word* record, const word* limit) {
   const char* name = value_text(name_part);
   int line = line_part && value_floats(line_part, v) && !v.empty() ? static_cast<int>(v[0]) : 1;
   if (!name || !*name || line < 1) {
-    voir_message(0, 93);
+    voir_message(0, MES_STOP_USAGE);
     return -1;
   }
-  for (const auto& p : stopping_points)
+  for (const auto& p : lang().stopping_points)
     if (p.first == name && p.second == line) return set_result_nil(record);
-  stopping_points.emplace_back(name, line);
+  lang().stopping_points.emplace_back(name, line);
   return set_result_nil(record);
 }
 

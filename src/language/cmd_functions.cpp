@@ -40,7 +40,7 @@ int READ_a(word* record, const word* limit) {
     const char* file = text_of_item(record, KW_func);
     if (!file) file = text_of_item(record, KW_name);
     if (!file) {
-      err_syntaxe(97, KW_read, " func(\"file\")\n");
+      err_syntaxe(MES_COMMAND_USAGE, KW_read, " func(\"file\")\n");
       return -1;
     }
     int n = read_functions_file(file);
@@ -61,7 +61,7 @@ int WRITE_a(word* record, const word* limit) {
   if (!find_item(record, KW_func)) return 1;
   const char* file = text_of_item(record, KW_name);
   if (!file) {
-    err_syntaxe(97, KW_write, " func(\"f g\") name(\"file\")\n");
+    err_syntaxe(MES_COMMAND_USAGE, KW_write, " func(\"f g\") name(\"file\")\n");
     return -1;
   }
   int r = write_functions_file(names_of(text_of_item(record, KW_func)), file);
@@ -71,7 +71,7 @@ int WRITE_a(word* record, const word* limit) {
 
 int define_from_console(word* record, const word* value) {
   if (!value || value[0] <= 0 || tag(value) != T_CHAR) {
-    voir_message(0, 6);
+    voir_message(0, MES_ILLEGAL_ASSIGNMENT);
     return -1;
   }
   (void)record;

@@ -33,7 +33,7 @@ int HISTORY_a(word* record, const word* limit) {
   int n = value_floats(arg, v) && !v.empty() ? static_cast<int>(v[0]) : 0;
   if (n < 1 || n > history_count()) {
     voir_int("history(%d)", n);
-    voir_message(0, 61);
+    voir_message(0, MES_ILLEGAL_INDEX);
     return -1;
   }
   std::string line = history_line(n - 1);

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <string>
 
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "language/cmd_util.h"
@@ -16,7 +17,6 @@
 #include "language/lang_state.h"
 #include "language/symbols.h"
 #include "language/variables.h"
-#include "scene/chains.h"
 
 namespace {
 
@@ -43,7 +43,7 @@ void list_variables(bool full) {
   for (const Objet* f = chaine_classe(KW_func)->next; f; f = f->next) {
     if (f->kind != KW_func || !f->name || !f->locals) continue;
     for (const Objet* v = f->locals->next; v; v = v->next)
-      if (v->name && var_kind(v) == V_STATIC) show_variable(f->name, v);
+      if (v->name && var_kind(v) == C_STATIC) show_variable(f->name, v);
   }
 }
 
@@ -56,7 +56,7 @@ void list_defines(bool full) {
       continue;
     }
     const Symboles& m = lang().macros_globales;
-    int k = m.table ? symb_find(&m, SYM_MACRO, name) : -1;
+    int k = m.table ? symb_find(&m, C_MACRO, name) : -1;
     const word* e = k >= 0 ? symb_entry(&m, k) : nullptr;
     VOIR_CHAR("%s ", name);
     VOIR_CHAR("%s\n", e ? symb_macro_text(e) : "");

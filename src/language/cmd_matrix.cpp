@@ -46,7 +46,7 @@ Floats apply(const Floats& v) {
 }
 
 int usage() {
-  err_syntaxe(97, KW_matrix, "(16 floats) [product transp vector]\n");
+  err_syntaxe(MES_COMMAND_USAGE, KW_matrix, "(16 floats) [product transp vector]\n");
   return -1;
 }
 

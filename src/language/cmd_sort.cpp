@@ -60,6 +60,6 @@ int SORT_a(word* record, const word* limit) {
   if (value_floats(arg, f)) return sorted_result(record, limit, f, descending, positions, write_floats);
   if (const char* s = value_text(arg))
     return sorted_result(record, limit, split_words(s), descending, positions, write_words);
-  err_syntaxe(97, KW_sort, "(v) [inv] [number]\n");
+  err_syntaxe(MES_COMMAND_USAGE, KW_sort, "(v) [inv] [number]\n");
   return -1;
 }

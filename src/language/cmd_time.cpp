@@ -14,12 +14,6 @@
 #include "language/handlers.h"
 #include "platform/clock.h"
 
-namespace {
-
-double chrono_start = 0.0;
-
-}  // namespace
-
 int TIME_a(word* record, const word* limit) {
   double now = seconds_since_start();
   std::vector<float> v;
@@ -27,14 +21,14 @@ int TIME_a(word* record, const word* limit) {
   const word* arg = item ? item_value(item) : command_argument(record);
   if (!arg) return set_result_float(record, limit, static_cast<float>(now));
   if (!value_floats(arg, v) || v.empty() || (v[0] != 0.0f && v[0] != 1.0f)) {
-    err_syntaxe(97, KW_time, "(0: start, 1: read)\n");
+    err_syntaxe(MES_COMMAND_USAGE, KW_time, "(0: start, 1: read)\n");
     return -1;
   }
   if (v[0] == 0.0f) {
-    chrono_start = now;
+    lang().chrono_start = now;
     return set_result_float(record, limit, 0.0f);
   }
-  return set_result_float(record, limit, static_cast<float>(now - chrono_start));
+  return set_result_float(record, limit, static_cast<float>(now - lang().chrono_start));
 }
 
 int TIME_DIST_a(word* record, const word* limit) {
@@ -43,7 +37,7 @@ int TIME_DIST_a(word* record, const word* limit) {
   const word* arg = command_argument(record);
   if (!arg) return set_result_float(record, limit, static_cast<float>(now));
   if (!value_floats(arg, v) || v.empty()) {
-    err_syntaxe(97, KW_dist, "(t) time\n");
+    err_syntaxe(MES_COMMAND_USAGE, KW_dist, "(t) time\n");
     return -1;
   }
   return set_result_float(record, limit, static_cast<float>(now - v[0]));

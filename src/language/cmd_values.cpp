@@ -54,7 +54,7 @@ int NP_a(word* record, const word* limit) {
 int DIM_a(word* record, const word* limit) {
   const word* v = command_argument(record);
   if (!v) {
-    err_syntaxe(97, KW_dim, "(v)\n");
+    err_syntaxe(MES_COMMAND_USAGE, KW_dim, "(v)\n");
     return -1;
   }
   return set_result_floats(record, limit, {static_cast<float>(dimp(v)), static_cast<float>(size(v))});
@@ -73,7 +73,7 @@ int LIMIT_a(word* record, const word* limit) {
   std::vector<float> v, bounds;
   word* d = find_item(record, KW_dim);
   if (!value_floats(command_argument(record), v) || !d || !value_floats(item_value(d), bounds) || bounds.empty()) {
-    err_syntaxe(97, KW_limit, "(v) dim(min,max)\n");
+    err_syntaxe(MES_COMMAND_USAGE, KW_limit, "(v) dim(min,max)\n");
     return -1;
   }
   float lo = bounds.size() > 1 ? bounds[0] : -bounds[0];

@@ -5,7 +5,9 @@
 #include <string>
 
 #include "kernel/bloc.h"
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
 #include "language/cmd_util.h"
@@ -19,8 +21,6 @@
 #include "language/operators.h"
 #include "language/prepare.h"
 #include "language/variables.h"
-#include "scene/chains.h"
-#include "scene/object_store.h"
 
 namespace {
 
@@ -68,7 +68,7 @@ int VAR_a(word* record, const word* limit) {
       not_found(KW_func, fname ? fname : "");
       return -1;
     }
-    if (!wanted) return f->locals ? name_list(record, f->locals, V_STATIC, limit) : set_result_nil(record);
+    if (!wanted) return f->locals ? name_list(record, f->locals, C_STATIC, limit) : set_result_nil(record);
     Objet* v = var_find(f->locals, 0, wanted);
     if (!v) {
       not_found(KW_var, wanted);
@@ -198,7 +198,7 @@ int DUP_a(word* record, const word* limit) {
   char from[LONG_MOT], to[LONG_MOT];
   const char* p = names;
   if (!names || lire_mot(from, &p, LONG_MOT) <= 1 || (p = sauter_blancs(p), *p == ',' ? p++ : p, lire_mot(to, &p, LONG_MOT) <= 1)) {
-    voir_message(0, 85);
+    voir_message(0, MES_DUP_FUNC_USAGE);
     return -1;
   }
   Objet* f = get_fonction(from);

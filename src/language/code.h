@@ -1,4 +1,7 @@
-// Compiled code: a bloc of tag -1021 holding a flat token stream.
+// Compiled code: a bloc of tag -1021 holding a flat token stream. Its
+// codes are one space: the kinds of variables and of symbol-table entries,
+// and the items of the evaluation area, carry the code of the token that
+// names them.
 // A token whose first word is negative is a two-word token (tag, value);
 // one whose first word is positive is a record (size, tag, fields...).
 // A zero word, or a first word of 35, ends the stream.
@@ -13,9 +16,10 @@ enum CodeTag : word {
   C_END = -1009,       // end of a console text
   C_LINE = -1014,      // source line number
   C_LABEL = -1019,     // ETIQUETTE, label ordinal
+  C_MACRO = -1047,     // a macro of the symbol table
   C_JUMP = -1031,      // linked goto: word offset from this token
   C_FORMEL = -1042,
-  C_AD_GLB = -1051,
+  C_AD_GLB = -1051,    // also the subkind of a formal declared `address`
   C_AD_LOC = -1052,
   C_AD_STATIC = -1054,
   C_AUTO = -14,
@@ -30,6 +34,11 @@ enum CodeTag : word {
   C_PI = -82,
   C_NL = -91,
   C_STATIC = -102,
+  // Items that only live on the evaluation area; a variable made a
+  // reference to another takes the kind T_ADDRESS.
+  T_ADDRESS = -1056,    // [-1056, variable handle]
+  T_REF_SQUARE = -1016, // reference made by [...]
+  T_REF_BRACE = -1017,  // reference made by {...}
 };
 
 // Tags of records.
@@ -55,6 +64,33 @@ enum RecordTag : word {
   R_SWITCH_LINKED = -107,
   R_WHILE = 117,
 };
+
+// The words of the control records. A linked offset counts from the
+// record's first word; the groups of a record's heads follow it.
+//
+// A test: `if` and `while` (IF_WORDS) and, once linked, `for(init;cond;inc)`
+// (FOR_WORDS). Before linking only the size and tag are set.
+enum TestWord {
+  TEST_CONDITION = 2,  // the condition's group
+  TEST_TRUE = 3,       // where a true condition goes: the body
+  TEST_FALSE = 4,      // where a false one goes: the else, or past the body
+};
+constexpr int IF_WORDS = 5;
+// The counted `for(i=a,b[,c])`: FOR_WORDS. Built with FOR_STEP 1 when it
+// has a step group and FOR_STEP_VALUE 1.0 when not; linked with the offsets
+// of its groups and its exits; its first turn writes the variable and the
+// values for the listing.
+enum ForWord {
+  FOR_INIT = 2,        // the group `i=a`
+  FOR_VARIABLE = 3,    // the variable's handle
+  FOR_END = 4,         // the group `b`
+  FOR_END_VALUE = 5,   // b, float bits
+  FOR_STEP = 6,        // the group `c`, or 0
+  FOR_STEP_VALUE = 7,  // c, float bits
+  FOR_BODY = 8,        // the body, for another turn
+  FOR_AFTER = 9,       // past the body, at the end
+};
+constexpr int FOR_WORDS = 12;
 
 // Operator codes (value of a C_OPER token): characters stand for
 // themselves; these are the others.

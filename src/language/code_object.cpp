@@ -3,8 +3,8 @@
 #include <cstring>
 
 #include "kernel/bloc.h"
+#include "kernel/object_store.h"
 #include "language/compile.h"
-#include "scene/object_store.h"
 
 CodeObject::CodeObject(const std::string& braced) {
   obj.kind = KIND_CONSOLE;

@@ -101,7 +101,7 @@ const word* command_operand(const word* p, word* dest, bool lvalue, int* status)
 int run_command(word* at, int* status) {
   int r = sans_exception([at] {
     int q = EVALUER_0(at, eval_limit());
-    return q == 1 ? EVALUER_1(at, eval_limit()) : q;
+    return q == 1 ? graphic_command(at, nullptr, eval_limit()) : q;
   });
   if (r == EVAL_RETURN) {
     *status = EVAL_RETURN;
@@ -123,7 +123,15 @@ int run_command(word* at, int* status) {
 int assign_command(word* record, const word* value) {
   if (item_count(record) == 1 && first_item(record)[2] == KW_func && item_value(first_item(record)) == nullptr)
     return sans_exception([&] { return define_from_console(record, value); });
-  return sans_exception([&] { return EVALUER_1_assign(record, value, eval_limit()); });
+  return sans_exception([&] { return graphic_command(record, value, eval_limit()); });
+}
+
+int graphic_command(word* record, const word* value, const word* limit) {
+  if (!lang().graphic_command) {
+    voir_message(0, MES_NOT_IMPLEMENTED);
+    return -1;
+  }
+  return lang().graphic_command(record, value, limit);
 }
 
 const word* record_operand(const word* p, word* dest, int* status) {
@@ -151,7 +159,7 @@ const word* record_operand(const word* p, word* dest, int* status) {
       if (lang().link_state == 1) return call_function(p, dest, status);
       voir_mot(KW_link);
       voir_texte(" OFF");
-      voir_message(0, 99);
+      voir_message(0, MES_FUNCTION_NOT_DEFINED);
       return nullptr;
     case R_CODE_FUNC:
     case R_FUNC_DISK:
@@ -161,7 +169,7 @@ const word* record_operand(const word* p, word* dest, int* status) {
       put_nil(dest);
       return p + p[0];
     default:
-      voir_message(0, 32);
+      voir_message(0, MES_OPERATOR_ERROR);
       return nullptr;
   }
 }

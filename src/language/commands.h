@@ -9,10 +9,9 @@ int EVALUER_0(word* record, const word* limit);
 // The handler of the first word alone, for a record that EVALUER_0
 // passed on: 1 when the interpreter has none.
 int interpreter_command(word* record, const word* limit);
-// The graphic vocabulary's dispatch.
-int EVALUER_1(word* record, const word* limit);
-// `command = value`: sets what the command names.
-int EVALUER_1_assign(word* record, const word* value, const word* limit);
+// The graphic vocabulary's dispatch, through the scene's hook: `value`
+// is the right side of `command = value`, or null.
+int graphic_command(word* record, const word* value, const word* limit);
 
 // Items of a record.
 inline word* first_item(word* record) { return record + 4; }

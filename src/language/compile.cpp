@@ -8,6 +8,7 @@
 #include "kernel/exceptions.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
 #include "language/compile_internal.h"
@@ -15,7 +16,6 @@
 #include "language/lang_state.h"
 #include "language/prepare.h"
 #include "language/variables.h"
-#include "scene/object_store.h"
 
 namespace {
 
@@ -51,7 +51,7 @@ int count_variables(const Symboles& sym) {
   int n = 0;
   for (int i = 0; i < sym.count; i++) {
     word k = symb_kind(symb_entry(&sym, i));
-    if (k == -53 || k == SYM_FORMAL || k == SYM_STATIC || k == -14) n++;
+    if (k == -53 || k == C_FORMEL || k == C_STATIC || k == -14) n++;
   }
   return n;
 }
@@ -171,10 +171,10 @@ int a_compile(Objet* obj) {
     obj->locals = nullptr;
   }
   L.extern_list.clear();
-  obj->work[0] = 0;  // formal count
-  obj->work[1] = 0;  // line of the last failure
-  obj->work[2] = 0;  // 1 when a formal is declared `address`
-  obj->work[3] = 0;  // 1 while a formal refers to a caller's variable
+  obj->work[FN_FORMALS] = 0;
+  obj->work[FN_FAIL_LINE] = 0;
+  obj->work[FN_ADDRESS] = 0;
+  obj->work[FN_REFERENCES] = 0;
   Symboles sym;
   if (symb_ini(&sym, 1024) < 0) return -1;
   int r = sans_exception([&] { return compile_object(obj, sym); });

@@ -2,6 +2,7 @@
 // groups of their own, a command applies to one argument group, and a
 // reference `x[...]` becomes one group with its variable.
 #include "kernel/keywords.h"
+#include "kernel/message_names.h"
 #include "kernel/vocab.h"
 #include "language/compile_internal.h"
 #include "language/compile_phases.h"
@@ -42,7 +43,7 @@ bool Arguments::variable_token(const word* t) const {
 // A bracket group: its opener, its contents completed, its closer.
 int Arguments::bracket_group(size_t at, size_t* next) {
   size_t end = g.end(at);
-  if (end > in.size()) return fail(3);
+  if (end > in.size()) return fail(MES_PARENTHESIS_ERROR);
   copy(at, next_token(in, at));
   if (range(next_token(in, at), end - 2) < 0) return -1;
   copy(end - 2, end);
@@ -54,9 +55,9 @@ int Arguments::bracket_group(size_t at, size_t* next) {
 // groups going into the record when it has a count word.
 int Arguments::call(size_t at, size_t* next, bool has_count) {
   size_t open = next_token(in, at);
-  if (!oper_at(in, open, '(')) return fail(44);
+  if (!oper_at(in, open, '(')) return fail(MES_FUNCTION_LIST_USAGE);
   size_t end = g.end(open);
-  if (end > in.size()) return fail(3);
+  if (end > in.size()) return fail(MES_PARENTHESIS_ERROR);
   size_t record = out.size();
   copy(at, open);
   int count = 0;

@@ -50,11 +50,11 @@ Tokens placeholder(int words, word tag_word) {
 int Walker::header() {
   p = skip_layout(p);
   char w[LONG_MOT];
-  if (lire_mot(w, &p, LONG_MOT) <= 1) return fail(44);
+  if (lire_mot(w, &p, LONG_MOT) <= 1) return fail(MES_FUNCTION_LIST_USAGE);
   int voc = 0, code = 0;
   if (chercher_commande(w, &voc, &code) >= 0 && strcmp(w, "menu") != 0) {
     VOIR_CHAR("%s", w);
-    return fail(89);
+    return fail(MES_IS_A_COMMAND);
   }
   libere_mem(c.obj->name);
   c.obj->name = copy_name(w);
@@ -63,25 +63,25 @@ int Walker::header() {
     VOIR_CHAR("%s\n", w);
   }
   p = sauter_blancs(p);
-  if (*p != '(') return fail(44);
+  if (*p != '(') return fail(MES_FUNCTION_LIST_USAGE);
   p++;
   for (;;) {
     p = skip_layout(p);
     if (*p == ')') break;
     if (*p == '+' || *p == '-') {
       VOIR_CHAR("%s", p);
-      return fail(60);
+      return fail(MES_ILLEGAL_NAME);
     }
-    if (lire_mot(w, &p, LONG_MOT) <= 1) return fail(44);
-    Objet* v = var_create(locals_of(c.obj), V_FORMEL, w);
-    if (!v || symb_add(c.sym, SYM_FORMAL, w, nullptr, v) < 0) return -1;
-    c.obj->work[0]++;
+    if (lire_mot(w, &p, LONG_MOT) <= 1) return fail(MES_FUNCTION_LIST_USAGE);
+    Objet* v = var_create(locals_of(c.obj), C_FORMEL, w);
+    if (!v || symb_add(c.sym, C_FORMEL, w, nullptr, v) < 0) return -1;
+    c.obj->work[FN_FORMALS]++;
     p = sauter_blancs(p);
     if (*p == ',') {
       p++;
       continue;
     }
-    if (*p != ')') return fail(44);
+    if (*p != ')') return fail(MES_FUNCTION_LIST_USAGE);
   }
   p++;
   return formal_declarations();
@@ -93,9 +93,9 @@ int Walker::formal_declarations() {
     p = skip_layout(p);
     if (*p == '{' || !*p) return 0;
     char w[LONG_MOT];
-    if (lire_mot(w, &p, LONG_MOT) <= 1) return fail(44);
+    if (lire_mot(w, &p, LONG_MOT) <= 1) return fail(MES_FUNCTION_LIST_USAGE);
     bool is_func = strcmp(w, "func") == 0;
-    if (!is_func && strcmp(w, "address") != 0) return fail(44);
+    if (!is_func && strcmp(w, "address") != 0) return fail(MES_FUNCTION_LIST_USAGE);
     while (*p && *p != ';' && *p != '{') {
       p = sauter_blancs(p);
       if (*p == ',') {
@@ -103,8 +103,8 @@ int Walker::formal_declarations() {
         continue;
       }
       if (lire_mot(w, &p, LONG_MOT) <= 1) break;
-      Objet* v = var_find(c.obj->locals, V_FORMEL, w);
-      if (!v) v = var_find(c.obj->locals, V_TYPE_FUNC, w);
+      Objet* v = var_find(c.obj->locals, C_FORMEL, w);
+      if (!v) v = var_find(c.obj->locals, C_TYPE_FUNC, w);
       if (!v) {
         voir_mot(KW_var);
         VOIR_CHAR("%s ", w);
@@ -113,10 +113,10 @@ int Walker::formal_declarations() {
         return -1;
       }
       if (is_func) {
-        v->kind = V_TYPE_FUNC;
+        v->kind = C_TYPE_FUNC;
       } else {
-        v->subkind = V_BY_ADDRESS;
-        c.obj->work[2] = 1;  // some formal goes by address
+        v->subkind = C_AD_GLB;
+        c.obj->work[FN_ADDRESS] = 1;
       }
     }
   }
@@ -225,14 +225,14 @@ int Walker::declaration(int code) {
     if (!root) {
       voir_mot(KW_global);
       skip_statement();
-      return fail(91);
+      return fail(MES_IMPOSSIBLE);
     }
     table = locals_of(root);
   }
   char w[LONG_MOT];
   int n;
   while ((n = declared_name(w)) > 0) {
-    int r = code == KW_extern ? declare_extern(w) : declare_static(w, table, code == KW_static ? V_STATIC : V_GLOBAL);
+    int r = code == KW_extern ? declare_extern(w) : declare_static(w, table, code == KW_static ? C_STATIC : C_GLOBAL);
     if (r < 0) return -1;
   }
   if (n < 0) return -1;
@@ -258,8 +258,8 @@ int Walker::declare_extern(const char* w) {
     c.failed = true;
     return -1;
   }
-  Objet* v = var_find(extern_table(), V_EXTERN, w);
-  if (!v && !(v = var_create(extern_table(), V_EXTERN, w))) return -1;
+  Objet* v = var_find(extern_table(), C_EXTERN, w);
+  if (!v && !(v = var_create(extern_table(), C_EXTERN, w))) return -1;
   list.push_back(v);
   return 0;
 }
@@ -307,5 +307,5 @@ int Walker::declare_static(const char* w, Objet* table, int kind) {
 
 Objet* Walker::find_global(const char* w) {
   Objet* root = lang().local_root ? lang().local_root(c.obj) : nullptr;
-  return root ? var_find(root->locals, V_GLOBAL, w) : nullptr;
+  return root ? var_find(root->locals, C_GLOBAL, w) : nullptr;
 }

@@ -11,6 +11,7 @@
 // neither stack nor copies.
 #include <vector>
 
+#include "kernel/message_names.h"
 #include "language/compile_internal.h"
 #include "language/compile_phases.h"
 
@@ -85,7 +86,7 @@ bool Precedence::operand_tokens(size_t& j, size_t to, size_t* last) {
 }
 
 bool Precedence::operand(size_t& j, size_t to, Span* out) {
-  if (j >= to) return fail(32);
+  if (j >= to) return fail(MES_OPERATOR_ERROR);
   if (compile_too_deep(c)) return false;
   const word* t = &in[j];
   if (t[0] == C_OPER && (t[1] == '!' || t[1] == O_INC || t[1] == O_DEC || t[1] == O_ADDRESS)) {
@@ -97,7 +98,7 @@ bool Precedence::operand(size_t& j, size_t to, Span* out) {
     *out = operation(at, inner.last);
     return true;
   }
-  if (t[0] == C_OPER && !is_open(t)) return fail(32);
+  if (t[0] == C_OPER && !is_open(t)) return fail(MES_OPERATOR_ERROR);
   Span n{j, j, false};
   if (!operand_tokens(j, to, &n.last)) return false;
   while (j < to && (oper_at(in, j, O_INC) || oper_at(in, j, O_DEC))) {
@@ -118,7 +119,7 @@ bool Precedence::expression(size_t& j, size_t to, int min, Span* out) {
   if (!operand(j, to, &left)) return false;
   while (j < to) {
     const word* t = &in[j];
-    if (!binary_operator(t)) return fail(32);
+    if (!binary_operator(t)) return fail(MES_OPERATOR_ERROR);
     const word op = t[1];
     const int prec = precedence(op);
     if (prec < min) break;
@@ -154,7 +155,7 @@ bool Precedence::contents(size_t from, size_t to) {
 
 bool Precedence::group(size_t at, size_t* next) {
   const size_t end = g.end(at);
-  if (end >= in.size()) return fail(3);
+  if (end >= in.size()) return fail(MES_PARENTHESIS_ERROR);
   if (!contents(at + 2, end - 2)) return false;
   *next = end;
   return true;

@@ -77,11 +77,11 @@ int Statements::statement() {
     copy_token();
     return 0;
   }
-  if (at(O_ELSE)) return fail(45);
+  if (at(O_ELSE)) return fail(MES_IF_USAGE);
   if (at('{')) {
     copy_token();
     if (sequence() < 0) return -1;
-    if (!at('}')) return fail(34);
+    if (!at('}')) return fail(MES_BLOCK_ERROR);
     copy_token();
     return 0;
   }
@@ -104,11 +104,11 @@ int Statements::plain() {
     if (t[0] == C_COMMAND && t[1] < 200 && t[1] != KW_func && oper_at(in, next_token(in, end), '=')) {
       voir_mot(t[1]);
       voir_texte("=");
-      return fail(66);
+      return fail(MES_ILLEGAL);
     }
     end = next_token(in, end);
   }
-  if (end == start) return fail(75);
+  if (end == start) return fail(MES_SYNTAX_ERROR);
   for (size_t j = start; j < end; j = next_token(in, j))
     if (in[j] == C_LINE) emit2(out, C_LINE, c.line = in[j + 1]);
   bool one_group = is_open(&in[start]) && in[start + 1] == '(' && g.end(start) == end;
@@ -127,11 +127,11 @@ int Statements::block_or_statement() {
   // behind a control head.
   emit_oper(out, O_OPEN);
   line_tokens();
-  if (ended()) return fail(75);
+  if (ended()) return fail(MES_SYNTAX_ERROR);
   if (at('{')) {
     i = next_token(in, i);
     if (sequence() < 0) return -1;
-    if (!at('}')) return fail(34);
+    if (!at('}')) return fail(MES_BLOCK_ERROR);
     i = next_token(in, i);
   } else {
     if (statement() < 0) return -1;
@@ -154,7 +154,7 @@ int Statements::control_if() {
   i = next_token(in, i);
   size_t end = 0;
   if (head(45, &end) < 0) return -1;
-  Tokens record{5, R_IF, 0, 0, 0};
+  Tokens record{IF_WORDS, R_IF, 0, 0, 0};
   out.insert(out.end(), record.begin(), record.end());
   copy(i, end);
   i = end;
@@ -172,7 +172,7 @@ int Statements::control_while() {
   i = next_token(in, i);
   size_t end = 0;
   if (head(47, &end) < 0) return -1;
-  Tokens record{5, R_WHILE, 0, 0, 0};
+  Tokens record{IF_WORDS, R_WHILE, 0, 0, 0};
   out.insert(out.end(), record.begin(), record.end());
   copy(i, end);
   i = end;
@@ -207,11 +207,11 @@ void group(Tokens& out, const Tokens& in, std::pair<size_t, size_t> part) {
 }
 
 Tokens for_record(word tag_word, bool step) {
-  Tokens r(12, 0);
-  r[0] = 12;
+  Tokens r(FOR_WORDS, 0);
+  r[0] = FOR_WORDS;
   r[1] = tag_word;
-  r[6] = step ? 1 : 0;
-  r[7] = step ? 0 : fw(1.0f);
+  r[FOR_STEP] = step ? 1 : 0;
+  r[FOR_STEP_VALUE] = step ? 0 : fw(1.0f);
   return r;
 }
 
@@ -225,7 +225,7 @@ int Statements::control_for() {
   auto parts = split_at(in, g, inner, close, ';');
   if (parts.size() == 1) {
     auto terms = split_at(in, g, inner, close, ',');
-    if (terms.size() < 2 || terms.size() > 3) return fail(95);
+    if (terms.size() < 2 || terms.size() > 3) return fail(MES_FOR_USAGE);
     emit_oper(out, O_FOR_START);
     Tokens r = for_record(R_FOR_COUNTED, terms.size() == 3);
     out.insert(out.end(), r.begin(), r.end());
@@ -233,16 +233,16 @@ int Statements::control_for() {
   } else if (parts.size() == 3) {
     group(out, in, parts[0]);
     Tokens r = for_record(R_FOR_C, false);
-    r[6] = r[7] = 0;
+    r[FOR_STEP] = r[FOR_STEP_VALUE] = 0;
     out.insert(out.end(), r.begin(), r.end());
     group(out, in, parts[1]);
     group(out, in, parts[2]);
   } else {
-    return fail(33);
+    return fail(MES_FOR_C_USAGE);
   }
   i = end;
   line_tokens();
-  if (at(';')) return fail(33);
+  if (at(';')) return fail(MES_FOR_C_USAGE);
   return block_or_statement();
 }
 
@@ -254,7 +254,7 @@ int Statements::control_switch() {
   if (head(58, &end) < 0) return -1;
   size_t body = end;
   while (body < in.size() && in[body] == C_LINE) body = next_token(in, body);
-  if (!oper_at(in, body, '{')) return fail(58);
+  if (!oper_at(in, body, '{')) return fail(MES_SWITCH_USAGE);
   size_t body_end = g.end(body);
   int markers = 0;
   bool has_default = false;
@@ -264,7 +264,7 @@ int Statements::control_switch() {
       continue;
     }
     if (in[j] == C_CASE || in[j] == C_DEFAULT) {
-      if (has_default) return fail(58);
+      if (has_default) return fail(MES_SWITCH_USAGE);
       has_default = in[j] == C_DEFAULT;
       markers++;
     }
@@ -290,7 +290,7 @@ int phase_statements(Compilation& c, const Tokens& in, Tokens& out) {
   out.clear();
   Statements s{c, in, out};
   while (!s.ended()) {
-    if (s.at('}')) return s.fail(34);
+    if (s.at('}')) return s.fail(MES_BLOCK_ERROR);
     if (s.statement() < 0) return -1;
   }
   // The end of a function (its `return`) stays; END closes the phase.

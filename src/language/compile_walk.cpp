@@ -93,7 +93,7 @@ int Walker::string() {
     body.push_back(*s == 1 ? '"' : *s);
     s++;
   }
-  if (!*s) return fail(83);
+  if (!*s) return fail(MES_INCOMPLETE_STRING);
   p = s + 1;
   if (translation_state() == 2 && Yes(KW_generate) >= 0) body = translate_text(body.c_str(), 0, body.size() * 10 + 1000);
   // A string given to a function that takes functions names one.
@@ -222,7 +222,7 @@ bool Walker::comma_misplaced() {
   if (!bad) return false;
   char two[3] = {t && t[0] == C_OPER && t[1] > 0 && t[1] < 128 ? static_cast<char>(t[1]) : ' ', ',', 0};
   VOIR_CHAR("%s", two);
-  fail(66);
+  fail(MES_ILLEGAL);
   return true;
 }
 
@@ -230,8 +230,8 @@ bool Walker::comma_misplaced() {
 
 int Walker::bracket_error() {
   // The text names the kind of bracket whose counter is not at 0.
-  if (paren != 0) return fail(3);
-  return fail(51);
+  if (paren != 0) return fail(MES_PARENTHESIS_ERROR);
+  return fail(MES_HOOK_ERROR);
 }
 
 int Walker::open_bracket(char ch) {
@@ -258,10 +258,10 @@ int Walker::close_bracket(char ch) {
   } else if (ch == ']') {
     if (--square < 0) {
       square = 0;
-      return fail(51);
+      return fail(MES_HOOK_ERROR);
     }
   } else {
-    if (brace <= 0) return fail(34);
+    if (brace <= 0) return fail(MES_BLOCK_ERROR);
     if (--brace == 0) return 1;
   }
   emit(C_OPER, ch);
@@ -270,9 +270,9 @@ int Walker::close_bracket(char ch) {
 
 int Walker::semicolon() {
   p++;
-  if (square > 0) return fail(51);
+  if (square > 0) return fail(MES_HOOK_ERROR);
   bool in_for_head = !for_heads.empty() && paren == for_heads.back();
-  if (paren > 0 && !in_for_head) return fail(3);
+  if (paren > 0 && !in_for_head) return fail(MES_PARENTHESIS_ERROR);
   last_call_takes_name = false;
   emit(C_OPER, ';');
   return 0;
@@ -310,18 +310,18 @@ int Walker::name() {
 }
 
 int Walker::call(const char* w) {
-  Objet* formal = var_find(c.obj->locals, V_TYPE_FUNC, w);
+  Objet* formal = var_find(c.obj->locals, C_TYPE_FUNC, w);
   last_call_takes_name = false;
   if (formal) {
     emit(C_TYPE_FUNC, objet_handle(formal));
     return 0;
   }
-  int ordinal = symb_find(c.sym, SYM_FORMAL, w);
-  if (ordinal < 0) ordinal = symb_find(c.sym, SYM_CALL, w);
-  if (ordinal < 0) ordinal = symb_add(c.sym, SYM_CALL, w);
+  int ordinal = symb_find(c.sym, C_FORMEL, w);
+  if (ordinal < 0) ordinal = symb_find(c.sym, R_UNDEFINED, w);
+  if (ordinal < 0) ordinal = symb_add(c.sym, R_UNDEFINED, w);
   if (ordinal < 0) return -1;
   Objet* f = get_fonction(w);
-  last_call_takes_name = f && var_find(f->locals, V_TYPE_FUNC, nullptr) != nullptr;
+  last_call_takes_name = f && var_find(f->locals, C_TYPE_FUNC, nullptr) != nullptr;
   emit_record({CALL_WORDS, R_UNDEFINED, ordinal, 0, ordinal});
   return 0;
 }
@@ -333,25 +333,25 @@ int Walker::variable(const char* w) {
   Objet* owner = c.owner;
   Objet* running = lang().running_function;
   Objet* v = nullptr;
-  if ((v = var_find(owner->locals, V_FORMEL, w)) || (v = var_find(owner->locals, V_TYPE_FUNC, w)))
+  if ((v = var_find(owner->locals, C_FORMEL, w)) || (v = var_find(owner->locals, C_TYPE_FUNC, w)))
     return var_token(C_FORMEL, v);
-  if ((v = var_find(owner->locals, V_STATIC, w))) return var_token(address ? C_AD_STATIC : C_STATIC, v);
+  if ((v = var_find(owner->locals, C_STATIC, w))) return var_token(address ? C_AD_STATIC : C_STATIC, v);
   if (c.obj->kind == KIND_LOCAL && (v = find_global(w))) return var_token(C_GLOBAL, v);
-  if (c.console && running && (v = var_find(extern_table(), V_EXTERN, w)))
+  if (c.console && running && (v = var_find(extern_table(), C_EXTERN, w)))
     return var_token(address ? C_AD_GLB : C_EXTERN, v);
   for (Objet* e : lang().extern_list)
     if (e->name && strcmp(e->name, w) == 0) return var_token(address ? C_AD_GLB : C_EXTERN, e);
   if (c.console && !running) {
-    v = var_find(extern_table(), V_EXTERN, w);
-    if (!v && !(v = var_create(extern_table(), V_EXTERN, w))) return -1;
+    v = var_find(extern_table(), C_EXTERN, w);
+    if (!v && !(v = var_create(extern_table(), C_EXTERN, w))) return -1;
     return var_token(address ? C_AD_GLB : C_EXTERN, v);
   }
-  if (c.console && running && (v = var_find(running->locals, V_AUTO, w)))
+  if (c.console && running && (v = var_find(running->locals, C_AUTO, w)))
     return var_token(address ? C_AD_LOC : C_AUTO, v);
-  v = var_find(owner->locals, V_AUTO, w);
+  v = var_find(owner->locals, C_AUTO, w);
   if (!v) {
-    v = var_create(locals_of(owner), V_AUTO, w);
-    if (!v || symb_add(c.sym, V_AUTO, w, nullptr, v) < 0) return -1;
+    v = var_create(locals_of(owner), C_AUTO, w);
+    if (!v || symb_add(c.sym, C_AUTO, w, nullptr, v) < 0) return -1;
   }
   return var_token(C_AUTO, v);
 }
@@ -405,9 +405,9 @@ int Walker::run() {
     if (r < 0 || c.failed) return -1;
     if (r == 1) break;
   }
-  if (brace != 0) return fail(34);
-  if (paren != 0) return fail(3);
-  if (square != 0) return fail(51);
+  if (brace != 0) return fail(MES_BLOCK_ERROR);
+  if (paren != 0) return fail(MES_PARENTHESIS_ERROR);
+  if (square != 0) return fail(MES_HOOK_ERROR);
   return 0;
 }
 

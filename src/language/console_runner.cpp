@@ -8,10 +8,12 @@
 
 #include "kernel/bloc.h"
 #include "kernel/bye.h"
+#include "kernel/chains.h"
 #include "kernel/console.h"
 #include "kernel/exceptions.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/report.h"
 #include "kernel/resources.h"
 #include "kernel/vocab.h"
@@ -23,8 +25,6 @@
 #include "language/function_files.h"
 #include "language/lang_state.h"
 #include "language/operators.h"
-#include "scene/chains.h"
-#include "scene/object_store.h"
 
 namespace {
 

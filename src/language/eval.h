@@ -10,13 +10,6 @@
 #include "kernel/word.h"
 #include "language/code.h"
 
-// Tags of items that only live on the evaluation area.
-enum EvalTag : word {
-  T_ADDRESS = -1056,    // [-1056, variable handle]
-  T_REF_SQUARE = -1016, // reference made by [...]
-  T_REF_BRACE = -1017,  // reference made by {...}
-};
-
 // Statuses of the evaluator and of command handlers.
 constexpr int EVAL_RETURN = 2;  // a `return` ran: the code stops
 

@@ -154,7 +154,7 @@ int assignment(word* dest, word* right) {
 
 int binary_group(word* dest, const word*& q, word closer, int* status) {
   if (q[0] != C_OPER) {
-    voir_message(0, 32);
+    voir_message(0, MES_OPERATOR_ERROR);
     return -1;
   }
   word op = q[1];
@@ -270,7 +270,7 @@ const word* eval_group(const word* p, word* dest, bool lvalue, int* status) {
     }
   }
   if (!at_closer(q, closer)) {
-    voir_message(0, 32);
+    voir_message(0, MES_OPERATOR_ERROR);
     return nullptr;
   }
   return opener == '(' ? q + 2 : segment_mark(q + 2, dest, opener);
@@ -322,7 +322,7 @@ const word* operand(const word* p, word* dest, bool lvalue, int* status) {
   }
   if (p[0] > 0) return record_operand(p, dest, status);
   voir_car(p[0] == C_OPER && p[1] > 0 && p[1] < 128 ? p[1] : '?');
-  voir_message(0, 32);
+  voir_message(0, MES_OPERATOR_ERROR);
   return nullptr;
 }
 
@@ -363,7 +363,7 @@ int evaluer_cond(const word* p, word* dest, const word** next) {
   if (!v) return -1;
   if (tag(v) == T_NIL) return 1;
   if (tag(v) != T_FLOAT) {
-    voir_message(0, 94);
+    voir_message(0, MES_CONDITION_ERROR);
     return -1;
   }
   // True only when every element differs from 0; an empty vector is true.

@@ -137,7 +137,7 @@ int set_result_float(word* record, const word* limit, float f) {
 int EVALUER_0(word* record, const word* limit) {
   if (record[0] <= 0 || tag(record) != T_SEGMENTS) {
     voir_texte("EVALUER_0()");
-    voir_message(0, 11);
+    voir_message(0, MES_WARNING);
     return 0;
   }
   if (item_count(record) < 1) return set_result_nil(record);

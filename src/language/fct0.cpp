@@ -178,7 +178,7 @@ int copy_result(Fct0Call& c, const word* value) {
 
 int wrong_kind(Fct0Call& c) {
   voir_mot(c.first[2]);
-  voir_message(0, 66);
+  voir_message(0, MES_ILLEGAL);
   return -1;
 }
 

@@ -90,7 +90,7 @@ int fct0_sqrt(Fct0Call& c) {
   for (int i = 0; i < c.n; i++) {
     float x = getf(v, i);
     if (x < 0) {
-      voir_message(0, 49);
+      voir_message(0, MES_SQUARE_ROOT_NEGATIVE);
       x = 0;
     }
     setf(r, i, static_cast<float>(std::sqrt(static_cast<double>(x))));
@@ -106,7 +106,7 @@ int fct0_log(Fct0Call& c) {
   for (int i = 0; i < c.n; i++) {
     float x = getf(v, i);
     if (x < 0) {
-      voir_message(0, 69);
+      voir_message(0, MES_LOG_NEGATIVE);
       return -1;
     }
     setf(r, i, static_cast<float>(std::log(static_cast<double>(x))));
@@ -281,7 +281,7 @@ int fct0_product(Fct0Call& c) {
 // (degrees, counter-clockwise): r cos(a + k da), r sin(a + k da), 0.
 int fct0_arc(Fct0Call& c) {
   if (tag(c.v) != T_FLOAT || c.n < 4 || getf(c.v, 3) < 1 || getf(c.v, 3) > 1e7f) {
-    voir_message(0, 17);
+    voir_message(0, MES_ARC_USAGE);
     return -1;
   }
   double radius = getf(c.v, 0), a = getf(c.v, 1), da = getf(c.v, 2);

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string>
 
+#include "kernel/chains.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
@@ -16,7 +17,6 @@
 #include "language/functions.h"
 #include "platform/files.h"
 #include "platform/process.h"
-#include "scene/chains.h"
 
 Fct0State& fct0_state() {
   static Fct0State state;

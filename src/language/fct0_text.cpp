@@ -201,7 +201,7 @@ int html_text(Fct0Call& c, const char* s) {
   bool any = false;
   for (int i = 0; i < 256 && !any; i++) any = !table[i].empty();
   if (!any) {
-    voir_message(0, 116);
+    voir_message(0, MES_HTML_CODE_NOT_DEFINED);
     return -1;
   }
   TextOut t = text_begin(c);
@@ -229,7 +229,7 @@ float next_field(const char*& p, bool read) {
 
 // Message 92, the usage of `format`, ends without a newline.
 void usage() {
-  voir_message(0, 92);
+  voir_message(0, MES_FORMAT_USAGE);
   voir_texte("\n");
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "kernel/chains.h"
 #include "kernel/file_out.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
@@ -9,7 +10,6 @@
 #include "language/cmd_util.h"
 #include "language/functions.h"
 #include "platform/process.h"
-#include "scene/chains.h"
 
 namespace {
 
@@ -64,11 +64,11 @@ int define_functions(const std::string& text, bool from_file) {
   for (size_t i = function_start(text, 0); i < text.size(); i = function_start(text, i)) {
     size_t end = function_end(text, i);
     if (end == std::string::npos) {
-      voir_message(0, 74);
+      voir_message(0, MES_BRACKET_ERROR);
       return -1;
     }
     if (!define_function(text.substr(i, end - i).c_str(), from_file)) {
-      voir_message(0, 44);
+      voir_message(0, MES_FUNCTION_LIST_USAGE);
       return -1;
     }
     n++;

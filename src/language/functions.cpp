@@ -3,12 +3,12 @@
 #include <cstring>
 
 #include "kernel/bloc.h"
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/report.h"
 #include "kernel/values.h"
 #include "language/lang_state.h"
-#include "scene/chains.h"
-#include "scene/object_store.h"
 
 namespace {
 

@@ -4,6 +4,7 @@
 // a report.
 #pragma once
 #include "kernel/word.h"
+#include "language/lang_state.h"
 
 int ABA_a(word* record, const word* limit);
 int ALLOC_a(word* record, const word* limit);
@@ -35,19 +36,6 @@ int YES_NO_a(word* record, const word* limit);
 // goes down at each image and the function runs when it reaches 0. With a
 // common delay n, every nth image the next entry runs, once each, and the
 // list is then switched off.
-struct ScheduledFunction {
-  word function;  // handle of the function object
-  float period;   // reload value of the count
-  float next;     // images left before the next run
-};
-#include <vector>
-struct ExecSchedule {
-  std::vector<ScheduledFunction> entries;
-  int on = 0;           // the list runs at each image
-  int delay = 0;        // the common delay, 0 for none
-  int counter = 0;      // images counted towards it
-  size_t position = 0;  // the entry that runs next under it
-};
 ExecSchedule& exec_schedule();
 
 // The value functions of the interpreter vocabulary (fct0.h): `fct0`

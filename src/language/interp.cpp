@@ -18,6 +18,7 @@
 #include "language/eval_internal.h"
 #include "language/lang_state.h"
 #include "language/operators.h"
+#include "language/variables.h"
 #include "platform/process.h"
 
 namespace {
@@ -46,7 +47,7 @@ struct Run {
     return nullptr;
   }
   int fail_for() {
-    voir_message(0, 95);
+    voir_message(0, MES_FOR_USAGE);
     return -1;
   }
 
@@ -74,14 +75,15 @@ const word* Run::statement(const word* p) {
 const word* Run::condition(const word* r) {
   const word* next = nullptr;
   float scalar = 0;
-  int c = scalar_group(r + r[2], &scalar) ? scalar != 0.0f : evaluer_cond(r + r[2], base, &next);
+  const word* test = r + r[TEST_CONDITION];
+  int c = scalar_group(test, &scalar) ? scalar != 0.0f : evaluer_cond(test, base, &next);
   if (c < 0) return nullptr;
   put_nil(base);
-  return r + (c ? r[3] : r[4]);
+  return r + (c ? r[TEST_TRUE] : r[TEST_FALSE]);
 }
 
 const word* Run::for_start(const word* r) {
-  const word* init = r + r[2];
+  const word* init = r + r[FOR_INIT];
   const word* first = init + 2;
   if (!(first[0] == C_AUTO || first[0] == C_STATIC || first[0] == C_EXTERN || first[0] == C_GLOBAL ||
         first[0] == C_FORMEL))
@@ -89,10 +91,10 @@ const word* Run::for_start(const word* r) {
   Objet* var = variable_of(first);
   if (!var || !evaluer_expr(init, base, &status)) return fail_for() < 0 ? nullptr : nullptr;
   float end = 0, step = 1.0f;
-  if (!evaluer_expr(r + r[4], base, &status) || !first_float(base, base + item_words(base), &end))
+  if (!evaluer_expr(r + r[FOR_END], base, &status) || !first_float(base, base + item_words(base), &end))
     return fail_for() < 0 ? nullptr : nullptr;
-  if (r[6]) {
-    if (!evaluer_expr(r + r[6], base, &status) || !first_float(base, base + item_words(base), &step))
+  if (r[FOR_STEP]) {
+    if (!evaluer_expr(r + r[FOR_STEP], base, &status) || !first_float(base, base + item_words(base), &step))
       return fail_for() < 0 ? nullptr : nullptr;
   }
   Loop* l = loop_of(r);
@@ -107,9 +109,9 @@ const word* Run::for_start(const word* r) {
   *l = {r, var, end, step};
   // The record keeps the values for the listing.
   word* rec = const_cast<word*>(r);
-  rec[3] = objet_handle(var);
-  rec[5] = fw(end);
-  rec[7] = fw(step);
+  rec[FOR_VARIABLE] = objet_handle(var);
+  rec[FOR_END_VALUE] = fw(end);
+  rec[FOR_STEP_VALUE] = fw(step);
   put_nil(base);
   return for_turn(r, true);
 }
@@ -126,8 +128,8 @@ const word* Run::for_turn(const word* r, bool first) {
     counter += l->step;
     setf(value, 0, counter);
   }
-  if ((l->step > 0 && counter > l->end) || (l->step < 0 && counter < l->end)) return r + r[9];
-  return r + r[8];
+  if ((l->step > 0 && counter > l->end) || (l->step < 0 && counter < l->end)) return r + r[FOR_AFTER];
+  return r + r[FOR_BODY];
 }
 
 // Two values match when both are NIL, or of one type and equal.
@@ -174,7 +176,7 @@ void post_mortem(int line) {
   E.post_mortem_done = true;
   voir_mot(KW_func);
   VOIR_CHAR("%s ", f->name ? f->name : "");
-  voir_message(0, 4);
+  voir_message(0, MES_LINE);
   voir_int(" %d\n", line);
   if (f->locals)
     for (Objet* v = f->locals->next; v; v = v->next) {
@@ -182,7 +184,7 @@ void post_mortem(int line) {
       if (v->local) print_value(v->local);
       else voir_texte("NIL\n");
     }
-  f->work[1] = line;
+  f->work[FN_FAIL_LINE] = line;
 }
 
 int run_code(const word* code, word* base, word** result);
@@ -226,7 +228,7 @@ int run_code(const word* code, word* base, word** result) {
           if (p[0] == C_OPER && p[1] == '(') p = skip_operand(p);
           continue;
         case C_LABEL: case C_DEFAULT: p += 2; continue;
-        case C_BREAK: voir_message(0, 32); next = nullptr; break;
+        case C_BREAK: voir_message(0, MES_OPERATOR_ERROR); next = nullptr; break;
         case C_OPER:
           if (p[1] == '(' || p[1] == '[' || p[1] == '{') next = run.statement(p);
           else if (p[1] == O_FOR_START) next = run.for_start(p + 2);

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "kernel/chains.h"
 #include "kernel/exceptions.h"
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
@@ -12,7 +13,6 @@
 #include "language/compile_internal.h"
 #include "language/functions.h"
 #include "language/lang_state.h"
-#include "scene/chains.h"
 
 namespace {
 
@@ -39,10 +39,10 @@ struct Link {
       voir_mot(KW_func);
       VOIR_CHAR("%s ", obj->name ? obj->name : "");
     }
-    voir_message(0, 4);
+    voir_message(0, MES_LINE);
     voir_int(" %d: ", line);
     voir_message(0, message);
-    voir_message(0, 113);
+    voir_message(0, MES_LINK_ERROR);
     return -1;
   }
   void line_before(size_t at) {
@@ -70,11 +70,11 @@ int Link::calls() {
     if (r[0] == C_LINE) line = r[1];
     if (r[0] <= 0 || (r[1] != R_UNDEFINED && r[1] != R_CODE_FUNC && r[1] != R_FUNC_DISK)) continue;
     const word* e = table_entry(table, r[4]);
-    if (!e || (e[1] != SYM_CALL && e[1] != SYM_FORMAL)) {
+    if (!e || (e[1] != R_UNDEFINED && e[1] != C_FORMEL)) {
       err_fonction(nullptr, r[4]);
-      return fail(41);
+      return fail(MES_NON_DEFINED_FUNCTION);
     }
-    if (e[1] == SYM_FORMAL) continue;  // a call through a formal stays
+    if (e[1] == C_FORMEL) continue;  // a call through a formal stays
     const char* name = reinterpret_cast<const char*>(e + 5);
     Objet* f = find_called(obj, name);
     r[1] = f ? R_CODE_FUNC : R_FUNC_DISK;
@@ -87,7 +87,7 @@ int Link::calls() {
 size_t Link::first_block(size_t r) const {
   size_t j = next_token(t, r);
   int groups = 1;
-  if (t[r + 1] == R_FOR_COUNTED) groups = t[r + 6] ? 3 : 2;
+  if (t[r + 1] == R_FOR_COUNTED) groups = t[r + FOR_STEP] ? 3 : 2;
   else if (t[r + 1] == R_FOR_C) groups = 2;
   for (int k = 0; k < groups && j < t.size(); k++) j = g.end(j);
   return j;
@@ -116,7 +116,7 @@ int Link::breaks() {
       if (!ouverts.empty()) ouverts.pop_back();
     } else if (k[0] > 0 && (k[1] == R_IF || k[1] == R_FOR_COUNTED || k[1] == R_FOR_C || k[1] == R_SWITCH)) {
       const size_t open = first_block(j);
-      if (!oper_at(t, open, O_OPEN)) return fail(57);
+      if (!oper_at(t, open, O_OPEN)) return fail(MES_ILLEGAL_BREAK);
       blocs.push_back({open, g.end(open), k[1] == R_IF ? 2 : 1});
     } else if (k[0] == C_BREAK) {
       // The top block may not have begun: the break is then in the
@@ -125,9 +125,9 @@ int Link::breaks() {
       while (b > 0 && j <= blocs[b - 1].open) b--;
       if (b == 0) continue;
       const size_t n = static_cast<size_t>(blocs[b - 1].n);
-      if (ouverts.size() < n) return fail(57);
+      if (ouverts.size() < n) return fail(MES_ILLEGAL_BREAK);
       const size_t target = g.end(ouverts[ouverts.size() - n]);
-      if (target >= t.size()) return fail(57);
+      if (target >= t.size()) return fail(MES_ILLEGAL_BREAK);
       k[0] = C_JUMP;
       k[1] = static_cast<word>(target - j);
     }
@@ -156,7 +156,7 @@ int Link::flow() {
           label = next_token(orig, j);
           break;
         }
-      if (!label) return fail(55);
+      if (!label) return fail(MES_NO_LABEL_FOUND);
       set_jump(t, r, label);
       continue;
     }
@@ -164,50 +164,50 @@ int Link::flow() {
     word tag_word = k[1];
     if (tag_word == R_IF || tag_word == R_WHILE) {
       construct = 45;
-      size_t cond = r + 5, body = g.end(cond);
-      if (!oper_at(orig, body, O_OPEN)) return fail(45);
+      size_t cond = r + IF_WORDS, body = g.end(cond);
+      if (!oper_at(orig, body, O_OPEN)) return fail(MES_IF_USAGE);
       size_t after = g.end(body);
       t[r + 1] = R_IF_LINKED;
-      t[r + 2] = 5;
-      t[r + 3] = off(body + 2, r);
-      t[r + 4] = off(after, r);
+      t[r + TEST_CONDITION] = IF_WORDS;
+      t[r + TEST_TRUE] = off(body + 2, r);
+      t[r + TEST_FALSE] = off(after, r);
       if (tag_word == R_WHILE) {
         set_jump(t, after - 2, r);
       } else if (oper_at(orig, after, O_ELSE)) {
         size_t else_open = next_token(orig, after);
         size_t else_end = g.end(else_open);
-        t[r + 4] = off(else_open, r);
+        t[r + TEST_FALSE] = off(else_open, r);
         set_jump(t, after, else_end);
         if (oper_at(orig, next_token(orig, else_open), O_CLOSE)) t[else_open + 1] = O_NOP;
       }
     } else if (tag_word == R_FOR_COUNTED) {
       construct = 95;
-      size_t g1 = r + 12, g2 = g.end(g1), g3 = g.end(g2);
-      size_t open = orig[r + 6] ? g.end(g3) : g3;
-      if (!oper_at(orig, open, O_OPEN)) return fail(95);
+      size_t g1 = r + FOR_WORDS, g2 = g.end(g1), g3 = g.end(g2);
+      size_t open = orig[r + FOR_STEP] ? g.end(g3) : g3;
+      if (!oper_at(orig, open, O_OPEN)) return fail(MES_FOR_USAGE);
       size_t close = g.end(open) - 2;
       t[r + 1] = R_FOR_COUNTED_LINKED;
-      t[r + 2] = off(g1, r);
-      t[r + 4] = off(g2, r);
-      t[r + 6] = orig[r + 6] ? off(g3, r) : 0;
+      t[r + FOR_INIT] = off(g1, r);
+      t[r + FOR_END] = off(g2, r);
+      t[r + FOR_STEP] = orig[r + FOR_STEP] ? off(g3, r) : 0;
       set_jump(t, open, open + 2);
-      t[r + 8] = off(open + 2, r);
+      t[r + FOR_BODY] = off(open + 2, r);
       set_jump(t, close, r);
-      t[r + 9] = off(close + 2, r);
+      t[r + FOR_AFTER] = off(close + 2, r);
     } else if (tag_word == R_FOR_C) {
       construct = 33;
-      size_t cond = r + 12, inc = g.end(cond), open = g.end(inc);
-      if (!oper_at(orig, open, O_OPEN)) return fail(33);
+      size_t cond = r + FOR_WORDS, inc = g.end(cond), open = g.end(inc);
+      if (!oper_at(orig, open, O_OPEN)) return fail(MES_FOR_C_USAGE);
       size_t close = g.end(open) - 2;
       t[r + 1] = R_FOR_C_LINKED;
-      t[r + 2] = off(cond, r);
+      t[r + TEST_CONDITION] = off(cond, r);
       set_jump(t, open, r);
-      t[r + 3] = off(open + 2, r);
+      t[r + TEST_TRUE] = off(open + 2, r);
       set_jump(t, close, inc);
-      t[r + 4] = off(close + 2, r);
+      t[r + TEST_FALSE] = off(close + 2, r);
     } else if (tag_word == R_SWITCH) {
       construct = 58;
-      if (switch_entries(orig, r) < 0) return fail(58);
+      if (switch_entries(orig, r) < 0) return fail(MES_SWITCH_USAGE);
     }
   }
   return 0;

@@ -106,7 +106,7 @@ void control(const word* r, bool linked) {
     return;
   }
   voir_texte("[");
-  int last = r[1] == R_SWITCH_LINKED ? r[0] : (r[1] == R_IF_LINKED ? 5 : 10);
+  int last = r[1] == R_SWITCH_LINKED ? r[0] : (r[1] == R_IF_LINKED ? IF_WORDS : FOR_AFTER + 1);
   for (int i = 2; i < last && i < r[0]; i++) voir_int(i > 2 ? ",%d" : "%d", r[i]);
   voir_texte("] ");
 }

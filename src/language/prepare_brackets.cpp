@@ -24,7 +24,7 @@ int* compteur(Compteurs& n, char c, int* pas) {
 // that is off.
 void signaler(const Compteurs& n) {
   voir_texte(n.parentheses ? "()" : n.crochets ? "[]" : "{}");
-  voir_message(0, 3);
+  voir_message(0, MES_PARENTHESIS_ERROR);
 }
 
 }  // namespace
@@ -40,7 +40,7 @@ int passe_parentheses(Passe& P) {
       bool complet;
       const char* fin = fin_citation(p, &complet);
       if (!complet) {
-        voir_message(0, 83);
+        voir_message(0, MES_INCOMPLETE_STRING);
         return echec(P, texte(P), p);
       }
       p = fin;

@@ -30,7 +30,7 @@ int copier_chaine(Lecture& L, Sortie& o) {
     if (*L.p == '\n') L.ligne++;
     ecrire(o, propre(*L.p++));
   }
-  voir_message(0, 83);
+  voir_message(0, MES_INCOMPLETE_STRING);
   return -1;
 }
 

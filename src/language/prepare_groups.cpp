@@ -76,7 +76,7 @@ int copier_groupe(Reecriture& r) {
   do {
     char c = *r.p;
     if (!c || r.fini) {
-      voir_message(0, 75);
+      voir_message(0, MES_SYNTAX_ERROR);
       return -1;
     }
     if (c == '(' || c == '[' || c == '{') niveau++;

@@ -128,7 +128,7 @@ int directive(Inclusion& I) {
   }
   if (std::strcmp(mot, "define") && std::strcmp(mot, "ifdef") && std::strcmp(mot, "endif")) {
     VOIR_CHAR("%s: ", mot);
-    voir_message(0, 68);
+    voir_message(0, MES_UNKNOWN_DIRECTIVE);
     return -1;
   }
   ecrire(I.o, *I.p++);

@@ -13,8 +13,8 @@ bool est_etiquette(const char* mot, const char* apres) {
 }
 
 int entrer(Passe& P, const char* mot) {
-  if (symb_find(&P.table, SYM_LABEL, mot) >= 0) return 0;
-  return symb_add(&P.table, SYM_LABEL, mot) < 0 ? -1 : 0;
+  if (symb_find(&P.table, C_LABEL, mot) >= 0) return 0;
+  return symb_add(&P.table, C_LABEL, mot) < 0 ? -1 : 0;
 }
 
 }  // namespace

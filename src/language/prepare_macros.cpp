@@ -54,7 +54,7 @@ int definir_symbole(Passe& P, const char* p) {
   const char* fin = p;
   while (!fin_de_ligne(*fin) && *fin != ' ' && *fin != '\t') fin++;
   if (fin == p) {
-    voir_message(0, 43);
+    voir_message(0, MES_DIRECTIVE_ERROR);
     return -1;
   }
   if (fin - p >= LONG_MOT) {
@@ -64,7 +64,7 @@ int definir_symbole(Passe& P, const char* p) {
   std::string nom(p, fin);
   P.definis.push_back(nom);
   Symboles* table = P.console ? &lang().macros_globales : &P.table;
-  if (symb_find(table, SYM_MACRO, nom.c_str()) >= 0) return 0;
+  if (symb_find(table, C_MACRO, nom.c_str()) >= 0) return 0;
   std::string texte = remplacement(fin);
   if (developper(P, nom.c_str(), texte) < 0) return -1;
   return symb_add_macro(table, nom.c_str(), texte.c_str()) < 0 ? -1 : 0;
@@ -103,7 +103,7 @@ int tester(char* diese, const char* p, char** suite) {
   int n = lire_mot(nom, &p, LONG_MOT);
   if (n < 0) return -1;
   if (n <= 1) {
-    voir_message(0, 43);
+    voir_message(0, MES_DIRECTIVE_ERROR);
     return -1;
   }
   *suite = const_cast<char*>(p);

@@ -63,13 +63,13 @@ void report_compile_line(const Objet* obj, int line) {
     voir_mot(KW_func);
     VOIR_CHAR("%s", nom_de(obj, source).c_str());
   }
-  voir_message(0, 4);
+  voir_message(0, MES_LINE);
   voir_int(" %d\n", line);
   if (!source) return;
   int n = contexte();
   for (int i = line - n; i < line && n > 0; i++) imprimer_ligne(source, i);
-  voir_message(0, 1);
+  voir_message(0, MES_RULE);
   imprimer_ligne(source, line, true);
-  voir_message(0, 1);
+  voir_message(0, MES_RULE);
   for (int i = line + 1; i <= line + n; i++) imprimer_ligne(source, i);
 }

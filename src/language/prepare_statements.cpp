@@ -34,7 +34,7 @@ int reecrire_case(Reecriture& r) {
   const char* fin = p;
   while (fin > debut && blanc(fin[-1])) fin--;
   if ((*p != ':' && *p != ';') || fin == debut) {
-    voir_message(0, 59);
+    voir_message(0, MES_CASE_USAGE);
     return -1;
   }
   ecrire(r.o, ':');
@@ -48,10 +48,10 @@ int reecrire_goto(Reecriture& r) {
   char nom[LONG_MOT];
   int n = lire_mot(nom, &r.p, LONG_MOT);
   if (n < 0) return -1;
-  int ordinal = n > 1 ? symb_find(&r.P.table, SYM_LABEL, nom) : -1;
+  int ordinal = n > 1 ? symb_find(&r.P.table, C_LABEL, nom) : -1;
   if (ordinal < 0) {
     VOIR_CHAR("%s: ", nom);
-    voir_message(0, 55);
+    voir_message(0, MES_NO_LABEL_FOUND);
     return -1;
   }
   ecrire_texte(r.o, "goto ");
@@ -136,7 +136,7 @@ int reecrire_mot(Reecriture& r, const char* mot) {
     return 0;
   }
   if (*r.p == ':') {
-    int ordinal = symb_find(&r.P.table, SYM_LABEL, mot);
+    int ordinal = symb_find(&r.P.table, C_LABEL, mot);
     if (ordinal >= 0) {
       ecrire(r.o, 'E');
       ecrire_nombre(r.o, ordinal);

@@ -8,7 +8,7 @@
 const char* macro_de(const Passe& P, const char* mot) {
   const Symboles* tables[] = {&lang().macros_globales, &P.table};
   for (const Symboles* t : tables) {
-    int ordinal = symb_find(t, SYM_MACRO, mot);
+    int ordinal = symb_find(t, C_MACRO, mot);
     if (ordinal >= 0) return symb_macro_text(symb_entry(t, ordinal));
   }
   return nullptr;

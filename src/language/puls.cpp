@@ -13,14 +13,14 @@
 #include <cmath>
 #include <cstring>
 
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "language/commands.h"
 #include "language/eval.h"
 #include "language/fct0.h"
-#include "scene/chains.h"
-#include "scene/object_store.h"
 
 namespace {
 
@@ -95,7 +95,7 @@ int PULS_a(word* record, const word* limit) {
   if (v && tag(v) == T_FLOAT && value_elements(v) >= 2) return set_result_float(record, limit, oscillator(v));
   if (!v || tag(v) != T_CHAR || !text(v)[0]) {
     voir_mot(KW_puls);
-    voir_message(0, 66);
+    voir_message(0, MES_ILLEGAL);
     return -1;
   }
   word* dim = find_item(record, KW_dim);

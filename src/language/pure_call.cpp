@@ -29,24 +29,6 @@
 
 namespace {
 
-constexpr int MAX_FORMALS = 8;
-
-// What is known of one function, for the code it had when judged.
-struct Verdict {
-  const word* code = nullptr;
-  int id = 0;
-  int fit = 0;  // 1 pure, -1 not
-  int formals = 0;
-  word formal[MAX_FORMALS] = {};  // the formals' handles, in order
-};
-
-// By function handle; sized at the start of each quick run, during which
-// no function gains a handle, so that entries stay put.
-std::vector<Verdict> verdicts;
-
-// Quick runs abandoned for a passing reason (depth, interrupt, a callee
-// not compiled yet) leave the rest of the call to the general road.
-int quick_off = 0;
 
 enum Outcome { DONE, UNFIT, LATER };
 
@@ -57,17 +39,17 @@ struct Frame {
 
 Verdict* verdict_of(Objet* f) {
   word h = objet_handle(f);
-  if (h <= 0 || static_cast<size_t>(h) >= verdicts.size()) return nullptr;
-  Verdict& v = verdicts[static_cast<size_t>(h)];
+  if (h <= 0 || static_cast<size_t>(h) >= lang().verdicts.size()) return nullptr;
+  Verdict& v = lang().verdicts[static_cast<size_t>(h)];
   if (v.fit && v.code == f->code && v.id == f->id) return &v;
   v = Verdict{f->code, f->id, -1, 0, {}};
-  if (!f->code || f->work[2] || f->work[0] > MAX_FORMALS) return &v;
+  if (!f->code || f->work[FN_ADDRESS] || f->work[FN_FORMALS] > MAX_FORMALS) return &v;
   if (f->locals)
     for (Objet* var = f->locals->next; var; var = var->next) {
-      if (var->kind != V_FORMEL || var->subkind == V_BY_ADDRESS || v.formals == MAX_FORMALS) return &v;
+      if (var->kind != C_FORMEL || var->subkind == C_AD_GLB || v.formals == MAX_FORMALS) return &v;
       v.formal[v.formals++] = objet_handle(var);
     }
-  if (v.formals == f->work[0]) v.fit = 1;
+  if (v.formals == f->work[FN_FORMALS]) v.fit = 1;
   return &v;
 }
 
@@ -167,11 +149,11 @@ Outcome run(const Frame& fr, float* r, int depth) {
         continue;
       }
       if (p[1] != R_IF_LINKED) return UNFIT;
-      const word* c = p + p[2];
+      const word* c = p + p[TEST_CONDITION];
       float test;
       Outcome o = group(c, fr, &test, depth);
       if (o != DONE) return o;
-      p += test != 0.0f ? p[3] : p[4];
+      p += test != 0.0f ? p[TEST_TRUE] : p[TEST_FALSE];
       continue;
     }
     switch (p[0]) {
@@ -199,10 +181,10 @@ bool scalar_value(const word* a) { return a[0] == 5 && a[1] == T_FLOAT && a[2] =
 }  // namespace
 
 int pure_call(Objet* f, const word* args, int count, float* result) {
-  if (quick_off || Yes(KW_debug) > 0 || Yes(KW_system) > 0 || debug_points_set() || lang().link_state != 1)
+  if (lang().quick_off || Yes(KW_debug) > 0 || Yes(KW_system) > 0 || debug_points_set() || lang().link_state != 1)
     return 0;
   objet_handle(f);  // before sizing, should it have none yet
-  if (verdicts.size() < static_cast<size_t>(handle_table_size)) verdicts.resize(static_cast<size_t>(handle_table_size));
+  if (lang().verdicts.size() < static_cast<size_t>(handle_table_size)) lang().verdicts.resize(static_cast<size_t>(handle_table_size));
   Verdict* v = verdict_of(f);
   if (!v || v->fit < 0 || count < v->formals) return 0;
   Frame fr;
@@ -216,5 +198,5 @@ int pure_call(Objet* f, const word* args, int count, float* result) {
   return o == DONE ? 1 : o == LATER ? -1 : -2;
 }
 
-PureCallsOff::PureCallsOff() { quick_off++; }
-PureCallsOff::~PureCallsOff() { quick_off--; }
+PureCallsOff::PureCallsOff() { lang().quick_off++; }
+PureCallsOff::~PureCallsOff() { lang().quick_off--; }

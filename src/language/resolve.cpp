@@ -66,7 +66,7 @@ const word* hybride_part(const word* v, int i) {
 
 Objet* variable_of(const word* item) {
   Objet* v = token_variable(item);
-  for (int hops = 0; v && v->kind == T_ADDRESS && hops < MAX_ADDRESS_HOPS; hops++) v = handle_objet(v->work[6]);
+  for (int hops = 0; v && v->kind == T_ADDRESS && hops < MAX_ADDRESS_HOPS; hops++) v = handle_objet(v->work[VAR_TARGET]);
   return v && v->kind == T_ADDRESS ? nullptr : v;
 }
 
@@ -88,7 +88,7 @@ const word* get_evaluation(const word* item) {
                              tag(item) == T_HYBRIDE || tag(item) == T_LONG)) {
     return item;
   }
-  if (Yes(KW_error) > 0) voir_message(0, 81);
+  if (Yes(KW_error) > 0) voir_message(0, MES_ERROR);
   return nullptr;
 }
 
@@ -145,7 +145,7 @@ const word* value_of_other(const word* item, word* scratch) {
 
 int generer_segm(const word* value, word* dest) {
   if (!value || tag(value) != T_FLOAT || elements(value) < 1) {
-    voir_message(0, 96);
+    voir_message(0, MES_INTERVAL_USAGE);
     return -1;
   }
   int n = elements(value);
@@ -156,7 +156,7 @@ int generer_segm(const word* value, word* dest) {
   if ((b - a) * c < 0) c = -c;
   double steps = std::round(static_cast<double>(b - a) / c);  // halves away from zero
   if (steps < 0 || steps > 1e8) {
-    voir_message(0, 96);
+    voir_message(0, MES_INTERVAL_USAGE);
     return -1;
   }
   long count = static_cast<long>(steps) + 1;
@@ -194,7 +194,7 @@ static int make_reference(Objet* v, const word* index, bool brace, word* dest) {
     int k = static_cast<int>(getf(index, i));
     if (range < 0 || k < 0 || k >= range) {
       voir_int("%d", k);
-      voir_message(0, 61);
+      voir_message(0, MES_ILLEGAL_INDEX);
       return -1;
     }
   }
@@ -228,7 +228,7 @@ static int index_value(word* at, const word* index, bool brace) {
     int k = count > 0 ? static_cast<int>(getf(index, 0)) : -1;
     if (k < 0 || k >= range) {
       voir_int("%d", k);
-      voir_message(0, 61);
+      voir_message(0, MES_ILLEGAL_INDEX);
       return -1;
     }
     const word* part = hybride_part(v, k);
@@ -236,7 +236,7 @@ static int index_value(word* at, const word* index, bool brace) {
     return 0;
   }
   if (range < 0) {
-    voir_message(0, 61);
+    voir_message(0, MES_ILLEGAL_INDEX);
     return -1;
   }
   // A temporary variable-free reference: gather element by element.
@@ -247,7 +247,7 @@ static int index_value(word* at, const word* index, bool brace) {
     int k = static_cast<int>(getf(index, i));
     if (k < 0 || k >= range) {
       voir_int("%d", k);
-      voir_message(0, 61);
+      voir_message(0, MES_ILLEGAL_INDEX);
       return -1;
     }
     if (tag(v) == T_FLOAT) {
@@ -279,7 +279,7 @@ static const word* index_list(const word* q, word* index, int* status) {
   if (!q) return nullptr;
   const word* list = value_of(index, index + item_words(index));
   if (!list || tag(list) != T_FLOAT) {
-    voir_message(0, 61);
+    voir_message(0, MES_ILLEGAL_INDEX);
     return nullptr;
   }
   if (list != index) memmove(index, list, static_cast<size_t>(size(list)) * sizeof(word));

@@ -81,7 +81,7 @@ int symb_add(Symboles* s, int kind, const char* name, const word* value, Objet* 
 
 int symb_add_macro(Symboles* s, const char* name, const char* replacement) {
   size_t longueur = std::strlen(replacement);
-  word* e = nouvelle_entree(s, SYM_MACRO, name, 1 + mots_pour(longueur));
+  word* e = nouvelle_entree(s, C_MACRO, name, 1 + mots_pour(longueur));
   if (!e) return -1;
   e[2] = 2;
   word* fin_nom = e + 3 + e[4];
@@ -112,7 +112,7 @@ const char* symb_name(const word* e) { return reinterpret_cast<const char*>(e + 
 const char* symb_macro_text(const word* e) { return reinterpret_cast<const char*>(e + 3 + e[4] + 1); }
 
 bloc symb_value(word* e) {
-  if (e[1] == SYM_MACRO) return nullptr;
+  if (e[1] == C_MACRO) return nullptr;
   int debut = 3 + e[4];
   return debut < e[0] ? e + debut : nullptr;
 }

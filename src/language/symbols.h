@@ -1,22 +1,16 @@
 // Symbol tables of the compiler: a word list of entries ended by a zero
-// word. An entry is
+// word. An entry's kind is a code of the compiled stream (C_LABEL,
+// C_MACRO, R_UNDEFINED for a call, C_FORMEL, C_STATIC). An entry is
 //   [word count, kind, ordinal (stored as 0 or below), function handle,
 //    name words + 2, name bytes (NUL-ended, padded to a word) ...]
-// optionally followed by a value bloc. A macro entry (kind SYM_MACRO) has
+// optionally followed by a value bloc. A macro entry (kind C_MACRO) has
 // 2 as its third word, and its name is followed by a length word and the
 // replacement text. An entry's ordinal is its position among all entries,
 // counted from 0.
 #pragma once
 #include "kernel/objet.h"
 #include "kernel/word.h"
-
-enum SymbolKind : word {
-  SYM_LABEL = -1019,
-  SYM_MACRO = -1047,
-  SYM_CALL = -1032,
-  SYM_FORMAL = -1042,
-  SYM_STATIC = -102,
-};
+#include "language/code.h"
 
 struct Symboles {
   bloc table = nullptr;  // the words; table[0] == 0 when empty

@@ -2,10 +2,10 @@
 
 #include <cstring>
 
-#include "scene/chains.h"
-#include "scene/object_store.h"
+#include "kernel/chains.h"
+#include "kernel/object_store.h"
 
-int var_kind(const Objet* v) { return v->kind == V_ADDRESS ? v->work[5] : v->kind; }
+int var_kind(const Objet* v) { return v->kind == T_ADDRESS ? v->work[VAR_DECLARED] : v->kind; }
 
 Objet* var_find(const Objet* head, int kind, const char* name) {
   if (!head) return nullptr;
@@ -15,9 +15,9 @@ Objet* var_find(const Objet* head, int kind, const char* name) {
 }
 
 void var_make_address(Objet* v, word target) {
-  if (v->kind != V_ADDRESS) v->work[5] = v->kind;
-  v->kind = V_ADDRESS;
-  v->work[6] = target;
+  if (v->kind != T_ADDRESS) v->work[VAR_DECLARED] = v->kind;
+  v->kind = T_ADDRESS;
+  v->work[VAR_TARGET] = target;
 }
 
 Objet* var_create(Objet* head, int kind, const char* name) {

@@ -6,6 +6,7 @@
 
 #include "image/image_commands.h"
 #include "kernel/bye.h"
+#include "kernel/chains.h"
 #include "kernel/file_out.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
@@ -14,7 +15,6 @@
 #include "persist/object_file.h"
 #include "platform/process.h"
 #include "render/cmd_args.h"
-#include "scene/chains.h"
 #include "scene/graphic.h"
 #include "scene/selection.h"
 #include "scene/unsaved.h"
@@ -149,4 +149,9 @@ int READ_b(word* s, const word* ob, word* st, const word* lim) {
   const int count = lire_objets(bytes, how);
   if (count < 0) TRACE_FAIL("READ_OBJ_1()");
   return set_result_float(s, lim, count < 0 ? -1.0f : count > 0 ? 1.0f : 0.0f);
+}
+
+void install_object_commands() {
+  register_graphic_handler({KW_write}, WRITE_b);
+  register_graphic_handler({KW_read}, READ_b);
 }

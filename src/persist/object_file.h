@@ -31,3 +31,8 @@ int lire_objets(const std::string& bytes, const LectureObjets& how);
 // Registers the unsaved volumes, trajectories and laws as work that `bye`
 // asks about and that a signal's end saves (start-up).
 void install_object_files();
+// `write` and `read`: object files, and pictures for `image`.
+int WRITE_b(word* s, const word* ob, word* st, const word* lim);
+int READ_b(word* s, const word* ob, word* st, const word* lim);
+// Their rows of the graphic dispatch.
+void install_object_commands();

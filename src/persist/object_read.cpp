@@ -8,10 +8,10 @@
 #include "kernel/bloc.h"
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/report.h"
 #include "persist/object_file.h"
 #include "scene/lookup.h"
-#include "scene/object_store.h"
 
 namespace {
 
@@ -232,7 +232,7 @@ int READ_OBJ_0(const std::vector<word>& words, size_t* at, const LectureObjets& 
   Objet* o = lit_objet(r, apart, 0);
   if (!o) {
     rem_chaine_privee(apart);
-    voir_message(0, 103);
+    voir_message(0, MES_BADLY_FORMATTED_FILE);
     TRACE_FAIL("READ_OBJ_0()");
     return -1;
   }

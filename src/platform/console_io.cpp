@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 std::string* capture = nullptr;
@@ -24,6 +25,17 @@ void buffer_compact() {
     in_buf.erase(0, in_next);
     in_next = 0;
   }
+}
+
+// With ORVELA_ECHO=1 in the environment, each byte taken from standard
+// input without a line editor is written to the output, as a terminal
+// echoes what is typed: a session run from a file reads with its input.
+bool echo_input() {
+  static const bool echo = [] {
+    const char* e = std::getenv("ORVELA_ECHO");
+    return e && e[0] == '1' && e[1] == 0;
+  }();
+  return echo;
 }
 
 bool line_buffered() { return in_buf.find('\n', in_next) != std::string::npos; }
@@ -66,7 +78,9 @@ int stdin_byte() {
     if (ready < 0 || (fds[1].revents & POLLIN) || !(fds[0].revents & (POLLIN | POLLHUP | POLLERR))) continue;
     read_some();
   }
-  return static_cast<unsigned char>(in_buf[in_next++]);
+  const char c = in_buf[in_next++];
+  if (!line_editor && echo_input()) out_write(&c, 1);
+  return static_cast<unsigned char>(c);
 }
 }  // namespace
 

@@ -1,7 +1,7 @@
 #include "render/cmd_args.h"
 
 #include "kernel/access.h"
-#include "scene/chains.h"
+#include "kernel/chains.h"
 #include "scene/lookup.h"
 
 int floats_into(const word* v, float* out, int n) {

@@ -17,3 +17,5 @@ int DEPTH_b(word* s, const word* ob, word* st, const word* lim);
 int DISPL_b(word* s, const word* ob, word* st, const word* lim);
 // A text button of the `exec` menu (`displ exec("text") ...`).
 int DISPLAY_EXEC(word* s, const word* lim);
+// The rows of these commands in the graphic dispatch.
+void install_render_commands();

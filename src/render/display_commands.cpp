@@ -2,7 +2,6 @@
 // the exec menu's buttons.
 #include <vector>
 
-#include "image/image_object.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "render/cmd_args.h"
@@ -11,6 +10,7 @@
 #include "render/image_display.h"
 #include "render/window.h"
 #include "scene/graphic.h"
+#include "scene/image_object.h"
 
 namespace {
 

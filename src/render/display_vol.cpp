@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "kernel/access.h"
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
@@ -20,7 +21,6 @@
 #include "render/textures.h"
 #include "render/view.h"
 #include "render/window.h"
-#include "scene/chains.h"
 #include "scene/lookup.h"
 #include "scene/selection.h"
 #include "scene/volume.h"

@@ -28,7 +28,7 @@ bool geometrie(Objet* o, const DisplayRecord& r, bool generated, Geometry& g) {
   g.poi = generated ? r[R_poi_generate] : r[R_poi];
   g.fac = generated ? r[R_fac_generate] : r[R_fac];
   if (!g.poi || tag(g.poi) != T_FLOAT || !g.fac || tag(g.fac) != T_HYBRIDE) {
-    voir_message(0, 27);
+    voir_message(0, MES_UNABLE_TO_PROCESS);
     voir_objet(o);
     voir_texte("\n");
     return false;

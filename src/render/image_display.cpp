@@ -1,12 +1,12 @@
 #include "render/image_display.h"
 
-#include "image/image_object.h"
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "render/cmd_args.h"
 #include "render/picture.h"
 #include "render/window.h"
-#include "scene/chains.h"
+#include "scene/image_object.h"
 
 void DISPLAY_IMAGE(const std::vector<Objet*>& images) {
   for (Objet* o : images) {

@@ -5,11 +5,11 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "render/window.h"
-#include "scene/chains.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "image/image_object.h"
 #include "kernel/handles.h"
 #include "render/cmd_args.h"
+#include "scene/image_object.h"
 
 namespace {
 

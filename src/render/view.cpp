@@ -4,12 +4,12 @@
 
 #include <cstring>
 
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
 #include "render/window.h"
-#include "scene/chains.h"
 #include "scene/lookup.h"
 
 namespace {
@@ -170,7 +170,7 @@ int CAL_VIEW(Objet* v, int flag) {
     }
     if (!p[i]) {
       voir_objet(v);
-      voir_message(1, 65);  // "incorrectly formatted view"
+      voir_message(1, MESG_BADLY_FORMATTED_VIEW);
       TRACE_FAIL("CAL_VIEW()");
       return -1;
     }
@@ -180,7 +180,7 @@ int CAL_VIEW(Objet* v, int flag) {
   const WindowState& w = win();
   if (!view_matrices(p[S_EYE], p[S_AIM], *p[S_FOC], *p[S_ROLL], w.Dimx, w.Dimy, views().Coe_foc,
                      flag != 0, m)) {
-    voir_message(1, 36);  // "opening zero"
+    voir_message(1, MESG_OPENING_ZERO);
     TRACE_FAIL("CAL_VIEW()");
     return -1;
   }

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
@@ -13,7 +14,6 @@
 #include "render/lights.h"
 #include "render/view.h"
 #include "render/window.h"
-#include "scene/chains.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
 #include "scene/matrix.h"

@@ -9,12 +9,12 @@
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
+#include "kernel/screen.h"
 #include "kernel/vocab.h"
 #include "platform/console_io.h"
 #include "platform/display.h"
 #include "platform/line_editor.h"
 #include "render/frame.h"
-#include "render/screen.h"
 #include "render/view.h"
 #include "render/windows.h"
 

@@ -32,7 +32,7 @@ constexpr Switch CAPS[] = {
 };
 
 int syntaxe() {
-  err_syntaxe(118, KW_graphic, "(\"glEnable(GL_FOG)\")\n");
+  err_syntaxe(MES_TOO_MANY, KW_graphic, "(\"glEnable(GL_FOG)\")\n");
   return -1;
 }
 
@@ -140,7 +140,7 @@ int WIN_b(word* s, const word* ob, word* st, const word* lim) {
       d[1] = 576;
     } else {
       VOIR_CHAR("%s: ", t);
-      voir_message(0, 66);
+      voir_message(0, MES_ILLEGAL);
       return -1;
     }
   } else {
@@ -229,7 +229,7 @@ int ZBUF_b(word* s, const word* ob, word* st, const word* lim) {
   const int n = entier(f);
   if (n < 0) {
     voir_int("%d ", n);
-    voir_message(0, 66);
+    voir_message(0, MES_ILLEGAL);
     return -1;
   }
   if ((n != w.zbuf_mode || (n && !w.zbuffer)) && !zbuffer_alloue(n)) return -1;

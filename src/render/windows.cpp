@@ -4,11 +4,11 @@
 
 #include <cstring>
 
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "render/cmd_args.h"
 #include "render/window.h"
-#include "scene/chains.h"
 #include "scene/lookup.h"
 
 namespace {
@@ -80,7 +80,7 @@ int SOUS_FENETRE(word* s, const word* lim, const char* name) {
   if (focus_asked || below_asked) {
     if (!o) {
       VOIR_CHAR("%s: ", name);
-      voir_message(0, 65);
+      voir_message(0, MES_UNKNOWN);
       return -1;
     }
     if (!gl_on()) return set_result_nil(s);

@@ -4,13 +4,13 @@
 // words become its properties.
 #include <vector>
 
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/report.h"
 #include "language/commands.h"
-#include "scene/chains.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
-#include "scene/object_store.h"
 #include "scene/removal.h"
 #include "scene/vol_build.h"
 

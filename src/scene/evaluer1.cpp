@@ -5,7 +5,6 @@
 #include <array>
 #include <cstdint>
 
-#include "image/image_command.h"
 #include "kernel/console.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
@@ -13,7 +12,7 @@
 #include "kernel/vocab.h"
 #include "language/commands.h"
 #include "language/handlers.h"
-#include "render/commands.h"
+#include "language/lang_state.h"
 #include "scene/graphic.h"
 #include "scene/selection.h"
 #include "scene/unsaved.h"
@@ -44,7 +43,8 @@ struct Row {
   Change change = Change::never;
 };
 
-// The words whose handler is in place; the others answer through bloc_0.
+// The words of the scene whose handler is in place; the subsystems above
+// register theirs at start-up, and the others answer through bloc_0.
 const Row ROWS[] = {
     {{KW_rem}, REM_b},
     {{KW_dup}, DUP_b},
@@ -68,26 +68,6 @@ const Row ROWS[] = {
     {{KW_rand, KW_alex, KW_aley, KW_alez, KW_cutx, KW_cuty, KW_cutz, KW_dila, KW_dilx, KW_dily, KW_dilz, KW_hom,
       KW_move, KW_rotx, KW_roty, KW_rotz, KW_syma, KW_symx, KW_symy, KW_symz, KW_tran, KW_distort, KW_alea, KW_rota},
      MOD_b, false, Change::always},
-    {{KW_read}, READ_b},
-    // Images.
-    {{KW_image}, IMAGE_1},
-    {{KW_smooth}, SMOOTH_b},
-    {{KW_disk}, DISK_IMAGE},
-    {{KW_interpol}, INTERPOL_b},
-    // The window, the views and the display.
-    {{KW_win}, WIN_b},
-    {{KW_graphic}, GRAPHIC_b},
-    {{KW_back}, BACK_b},
-    {{KW_screen}, SCREEN_b},
-    {{KW_zbuf}, ZBUF_b},
-    {{KW_view}, SET_VIEW_b},
-    {{KW_eye, KW_aim}, AIM_EYE_b},
-    {{KW_foc, KW_roll}, FOC_ROLL_b},
-    {{KW_pers}, PERS_b},
-    {{KW_stereo}, STEREO_b},
-    {{KW_depth}, DEPTH_b},
-    {{KW_displ}, DISPL_b},
-    {{KW_write}, WRITE_b},
     {{KW_camera}, [](word* s, const word* ob, word*, const word* lim) { return set_get_val_com(s, lim, ob); }},
     {{KW_debug}, interprete<DEBUG_a>, true},
     {{KW_system}, interprete<SYSTEM_a>, true},
@@ -107,6 +87,7 @@ struct Table {
   std::vector<Handler1> handlers{bloc_0};
   std::vector<bool> quiet{false};
   std::vector<Change> change{Change::never};
+  std::array<ShapedHandler, NB_ENTRIES> shaped{};  // null: the row answers alone
   Table() {
     for (const Row& r : ROWS) {
       handlers.push_back(r.handler);
@@ -188,18 +169,6 @@ int special(word* s, int code, const word* ob, word* st, const word* lim, bool* 
     case KW_dynamic:
       if (n < 2) return set_get_val_com(s, lim, ob);
       break;
-    case KW_dim:
-      if (commande_image(s)) return DIM_IMAGE(s, ob, st, lim);
-      break;
-    case KW_near:
-      if (!commande_image(s)) break;
-      if (n > 1 && (next_item(first_item(s))[2] == KW_matrix || next_item(first_item(s))[2] == KW_number))
-        return NEAR_IMAGE_EG(s, ob, st, lim);
-      return NEAR_IMAGE(s, ob, st, lim);
-    case KW_generate:
-      if (n > 1 && next_item(first_item(s))[2] == KW_speed && commande_image(s))
-        return GENERATE_SPEED_IMAGE(s, ob, st, lim);
-      break;
     default:
       break;
   }
@@ -218,6 +187,10 @@ void register_graphic_handler(std::initializer_list<int> codes, Handler1 handler
     if (c >= -1 && c < NB_ENTRIES - 1) t.index[c + 1] = static_cast<uint8_t>(t.handlers.size() - 1);
 }
 
+void register_graphic_shape(int code, ShapedHandler handler) {
+  if (code >= -1 && code < NB_ENTRIES - 1) table().shaped[code + 1] = handler;
+}
+
 int evaluer_1(word* s, const word* ob, word* st, const word* lim) {
   if (s[0] <= 0 || tag(s) != T_SEGMENTS) {
     err_warning("EVALUER_1()");
@@ -228,7 +201,7 @@ int evaluer_1(word* s, const word* ob, word* st, const word* lim) {
     const int code = item[2];
     if (code >= 400) {
       voir_mot(code);
-      voir_message(0, 104);
+      voir_message(0, MES_NOT_IMPLEMENTED);
       return -1;
     }
     if (code < -1) return 0;
@@ -242,8 +215,9 @@ int evaluer_1(word* s, const word* ob, word* st, const word* lim) {
       done = r != 1;
     }
     if (!done) r = special(s, code, ob, st, lim, &done);
+    const Table& t = table();
+    if (!done && code < NB_ENTRIES - 1 && t.shaped[code + 1]) r = t.shaped[code + 1](s, ob, st, lim, &done);
     if (!done) {
-      const Table& t = table();
       const int h = code < NB_ENTRIES - 1 ? t.index[code + 1] : 0;
       const Change c = t.change[h];
       if (ob || c == Change::always || (c == Change::with_value && item_value(item)))
@@ -271,3 +245,5 @@ int EVALUER_1(word* record, const word* limit) { return evaluer_1(record, nullpt
 int EVALUER_1_assign(word* record, const word* value, const word* limit) {
   return evaluer_1(record, value, libre(record, value), limit);
 }
+
+void install_scene_commands() { lang().graphic_command = EVALUER_1_assign; }

@@ -12,9 +12,19 @@ using Handler1 = int (*)(word* s, const word* ob, word* st, const word* lim);
 
 // The dispatch: the first word's handler, through a byte table.
 int evaluer_1(word* s, const word* ob, word* st, const word* lim);
+// The same with the work space above the command (and its right side).
+int EVALUER_1(word* record, const word* limit);
+int EVALUER_1_assign(word* record, const word* value, const word* limit);
+// Makes the language send its graphic commands here.
+void install_scene_commands();
 // Gives these words a handler in the dispatch. The subsystems above the
 // scene register their commands so at start-up.
 void register_graphic_handler(std::initializer_list<int> codes, Handler1 handler, bool quiet = false);
+// A handler that takes only some shapes of a word's commands (`dim
+// image(1)` but not `dim vol(1)`): it sets *done when the command was its
+// own, and the word's row answers the others.
+using ShapedHandler = int (*)(word* s, const word* ob, word* st, const word* lim, bool* done);
+void register_graphic_shape(int code, ShapedHandler handler);
 
 // The generic property command: the object word selects objects, the
 // words before it are the key.
@@ -56,7 +66,3 @@ int GRID_b(word* s, const word* ob, word* st, const word* lim);
 // Transformations of vertices, and the seed of the random table.
 int MOD_b(word* s, const word* ob, word* st, const word* lim);
 int ALEA_b(word* s, const word* ob, word* st, const word* lim);
-
-// Object files (and, later, pictures).
-int WRITE_b(word* s, const word* ob, word* st, const word* lim);
-int READ_b(word* s, const word* ob, word* st, const word* lim);

@@ -3,11 +3,11 @@
 #include <cstring>
 
 #include "kernel/access.h"
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/report.h"
 #include "language/lang_state.h"
-#include "scene/chains.h"
-#include "scene/object_store.h"
 
 namespace {
 
@@ -55,7 +55,7 @@ int element(const word* selector, int index, int* number, char* name, const char
   }
   if (r < 0) {
     voir_int("%d: ", index);
-    voir_message(0, 61);
+    voir_message(0, MES_ILLEGAL_INDEX);
     TRACE_FAIL(who);
   }
   return r;

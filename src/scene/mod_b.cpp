@@ -7,13 +7,13 @@
 #include <cstring>
 
 #include "kernel/bloc.h"
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/random_table.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
 #include "language/commands.h"
-#include "scene/chains.h"
 #include "scene/graphic.h"
 #include "scene/law.h"
 #include "scene/lookup.h"

@@ -6,18 +6,18 @@
 
 #include "kernel/access.h"
 #include "kernel/bloc.h"
+#include "kernel/chains.h"
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
 #include "language/cmd_util.h"
 #include "language/commands.h"
 #include "language/handlers.h"
-#include "scene/chains.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
-#include "scene/object_store.h"
 #include "scene/removal.h"
 #include "scene/selection.h"
 #include "scene/user_types.h"
@@ -236,7 +236,7 @@ int NUM_b(word* s, const word* ob, word* st, const word* lim) {
   }
   if (names) {
     if (tag(ob) != T_CHAR) {
-      err_syntaxe(97, KW_name, " obj(id)=\"name\"\n");
+      err_syntaxe(MES_COMMAND_USAGE, KW_name, " obj(id)=\"name\"\n");
       return -1;
     }
     for (size_t i = 0; i < objets.size(); i++) {
@@ -248,7 +248,7 @@ int NUM_b(word* s, const word* ob, word* st, const word* lim) {
   }
   std::vector<float> ids;
   if (!value_floats(ob, ids) || ids.empty()) {
-    err_syntaxe(97, KW_number, " obj(id)=n\n");
+    err_syntaxe(MES_COMMAND_USAGE, KW_number, " obj(id)=n\n");
     return -1;
   }
   for (size_t i = 0; i < objets.size(); i++) objet_numero(objets[i], entier(ids[i < ids.size() ? i : ids.size() - 1]));
@@ -274,7 +274,7 @@ int TYPE_b(word* s, const word* ob, word* st, const word* lim) {
   const word* value = ob ? ob : named;
   if (!value) return lit_types(s, objets);
   if (tag(value) != T_CHAR) {
-    err_syntaxe(97, KW_type, "(\"name\") obj(id)\n");
+    err_syntaxe(MES_COMMAND_USAGE, KW_type, "(\"name\") obj(id)\n");
     return -1;
   }
   const int t = type_utilisateur_cree(text(value));
@@ -292,7 +292,7 @@ int LIST_b(word* s, const word* ob, word* st, const word* lim) {
   auto listable = [](int code) { return code == KW_win || mot_objet_rem(code); };
   if (!objet_item(s, listable)) {
     if (first == KW_status) return a_status(s, lim);
-    err_syntaxe(97, first, "func, var, (\"define\") or an object word: vol, vol(id)...\n");
+    err_syntaxe(MES_COMMAND_USAGE, first, "func, var, (\"define\") or an object word: vol, vol(id)...\n");
     return -1;
   }
   const bool full = first != KW_list;

@@ -7,15 +7,15 @@
 
 #include "kernel/access.h"
 #include "kernel/bloc.h"
+#include "kernel/chains.h"
 #include "kernel/interrupt.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "language/commands.h"
-#include "scene/chains.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
-#include "scene/object_store.h"
 #include "scene/scene_state.h"
 #include "scene/volume.h"
 

@@ -1,13 +1,13 @@
 #include <cstring>
 
 #include "kernel/access.h"
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "language/commands.h"
-#include "scene/chains.h"
 #include "scene/lookup.h"
-#include "scene/object_store.h"
 #include "scene/primitives.h"
 #include "scene/removal.h"
 #include "scene/vol_build.h"

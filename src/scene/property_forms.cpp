@@ -5,15 +5,15 @@
 #include <cstring>
 #include <vector>
 
+#include "kernel/access.h"
 #include "kernel/bloc.h"
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "kernel/values.h"
-#include "kernel/access.h"
 #include "kernel/vocab.h"
 #include "language/commands.h"
-#include "scene/chains.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
 #include "scene/selection.h"

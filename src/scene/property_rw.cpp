@@ -253,7 +253,7 @@ int ecrit_sous_element(Objet* o, const Cles& k, int slot, const Words& v, int di
 
 void hors_limite(int k) {
   voir_int("%d ", k);
-  voir_message(0, 66);
+  voir_message(0, MES_ILLEGAL);
 }
 
 // The numbers of a parameter value; an element that is no number is

@@ -3,11 +3,11 @@
 #include <string>
 #include <unordered_map>
 
+#include "kernel/chains.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/vocab.h"
 #include "language/commands.h"
-#include "scene/chains.h"
 #include "scene/lookup.h"
 #include "scene/scene_state.h"
 #include "scene/user_types.h"

@@ -1,8 +1,8 @@
 #include "scene/unsaved.h"
 
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
 #include "language/commands.h"
-#include "scene/chains.h"
 #include "scene/lookup.h"
 #include "scene/selection.h"
 

@@ -8,12 +8,12 @@
 #include "kernel/bloc.h"
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "kernel/resources.h"
 #include "kernel/vocab.h"
 #include "language/commands.h"
-#include "scene/object_store.h"
 #include "scene/selection.h"
 #include "scene/transform.h"
 
@@ -82,7 +82,7 @@ int ecrit_facette(Objet* o, int code, const Words& f, int k) {
     list.insert(list.begin() + at, f.begin(), f.end());
   } else {
     voir_int("%d ", k);
-    voir_message(0, 66);
+    voir_message(0, MES_ILLEGAL);
     return -1;
   }
   list[0] = static_cast<word>(list.size());

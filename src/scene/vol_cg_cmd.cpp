@@ -88,7 +88,7 @@ int cg_fac(Objet* o, const word* poi, const word* v, Points& out) {
 int cg_sections(Objet* o, const word* poi, const word* v, bool anneaux, Points& out) {
   if (vol_secx(o) < 1) {
     voir_objet(o);
-    voir_message(1, 15);
+    voir_message(1, MESG_NOT_A_GRID);
     return -1;
   }
   const int m = vol_close(o) ? vol_secx(o) : vol_secx(o) + 1;
@@ -119,7 +119,7 @@ int cg_coe(Objet* o, const word* poi, const word* v, Points& out) {
     m.ajoute(sommet(poi, static_cast<int>(i) + 1), stride(poi), poids[i]);
   if (m.poids == 0) {
     voir_mot(KW_coe);
-    voir_message(0, 56);
+    voir_message(0, MES_DIVISION_BY_ZERO);
     return -1;
   }
   m.vers(out);

@@ -6,11 +6,11 @@
 #include <cstdio>
 
 #include "kernel/access.h"
+#include "kernel/chains.h"
 #include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "language/commands.h"
-#include "scene/chains.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
 #include "scene/primitives.h"
@@ -93,7 +93,7 @@ int VOL_PIPE(word* s) {
   for (Objet* o : src) {
     if (vol_secx(o) <= 0 || !poi_vol(o)) {
       voir_objet(o);
-      voir_message(0, 15);
+      voir_message(0, MES_TRUNCATED_DATA);
       return -1;
     }
     const int n = std::min(vol_close(o) ? vol_secx(o) : vol_secx(o) + 1, np(poi_vol(o)));

@@ -14,8 +14,10 @@
 #include <vector>
 
 #include "kernel/bloc.h"
+#include "kernel/chains.h"
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/report.h"
 #include "language/call.h"
 #include "language/cmd_util.h"
@@ -24,9 +26,7 @@
 #include "language/eval.h"
 #include "language/functions.h"
 #include "language/lang_state.h"
-#include "scene/chains.h"
 #include "scene/graphic.h"
-#include "scene/object_store.h"
 #include "scene/property_rw.h"
 #include "scene/scene_state.h"
 #include "scene/selection.h"
@@ -74,7 +74,7 @@ bool en_cours(Objet* o) {
 bool occupe(Objet* o) {
   if (!en_cours(o)) return false;
   voir_mot(KW_local);
-  voir_message(0, 66);
+  voir_message(0, MES_ILLEGAL);
   return true;
 }
 
@@ -125,7 +125,7 @@ Objet* ajoute_locale(Objet* o, const char* source) {
   std::string nom = function_name(source);
   if (nom.empty() || nom.size() > NOM_MAX) {
     voir_mot(KW_local);
-    voir_message(0, 60);
+    voir_message(0, MES_ILLEGAL_NAME);
     return nullptr;
   }
   if (occupe(o)) return nullptr;

@@ -4,11 +4,11 @@
 #include <cstring>
 
 #include "kernel/bloc.h"
+#include "kernel/chains.h"
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
-#include "scene/chains.h"
 #include "scene/lookup.h"
 
 bloc poi_vol(const Objet* o) {

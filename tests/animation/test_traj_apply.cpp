@@ -4,7 +4,7 @@
 
 #include "animation/traj/traj.h"
 #include "kernel/keywords.h"
-#include "scene/chains.h"
+#include "kernel/chains.h"
 #include "scene/lookup.h"
 #include "scene/removal.h"
 #include "scene/scene_fixture.h"

@@ -6,8 +6,10 @@
 #include <cstring>
 #include <string>
 
+#include "fuzz_setup.h"
 #include "kernel/bloc.h"
 #include "kernel/kernel.h"
+#include "kernel/object_store.h"
 #include "kernel/objet.h"
 #include "kernel/vocab.h"
 #include "kernel/work_areas.h"
@@ -15,9 +17,7 @@
 #include "language/compile.h"
 #include "language/eval.h"
 #include "language/functions.h"
-#include "fuzz_setup.h"
 #include "platform/console_io.h"
-#include "scene/object_store.h"
 
 namespace {
 

@@ -8,14 +8,14 @@
 #include <cstdlib>
 #include <string>
 
+#include "fuzz_setup.h"
 #include "kernel/bloc.h"
-#include "kernel/keywords.h"
+#include "kernel/chains.h"
 #include "kernel/kernel.h"
+#include "kernel/keywords.h"
 #include "kernel/vocab.h"
 #include "persist/object_file.h"
-#include "fuzz_setup.h"
 #include "platform/console_io.h"
-#include "scene/chains.h"
 #include "scene/removal.h"
 
 namespace {

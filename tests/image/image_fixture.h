@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "image/image_files.h"
-#include "image/image_object.h"
+#include "scene/image_object.h"
 #include "scene/scene_fixture.h"
 
 class ImageTest : public SceneTest {

@@ -1,7 +1,7 @@
 // The image record and its pixel blocks.
 #include <cstring>
 
-#include "image/image_object.h"
+#include "scene/image_object.h"
 #include "scene/scene_fixture.h"
 
 namespace {

@@ -9,7 +9,7 @@
 
 #include "kernel/bloc.h"
 #include "kernel/handles.h"
-#include "scene/object_store.h"
+#include "kernel/object_store.h"
 #include "support/capture.h"
 
 class BlocFixture : public ::testing::Test {

@@ -5,6 +5,7 @@
 #include "kernel/bloc.h"
 #include "kernel/property.h"
 #include "kernel/values.h"
+#include "language/code.h"
 #include "bloc_fixture.h"
 
 class BlocAlloc : public BlocFixture {};
@@ -119,10 +120,10 @@ TEST_F(BlocCopy, SizeZeroWritesOneZeroWordAndTokensTwo) {
   EXPECT_EQ(copie_bloc(dst, src0), 1);
   EXPECT_EQ(dst[0], 0);
   EXPECT_EQ(dst[1], 9);
-  word tok[3] = {TK_KEYWORD, 230, 55};
+  word tok[3] = {C_COMMAND, 230, 55};
   word d2[4] = {9, 9, 9, 9};
   EXPECT_EQ(copie_bloc(d2, tok), 2);
-  EXPECT_EQ(d2[0], TK_KEYWORD);
+  EXPECT_EQ(d2[0], C_COMMAND);
   EXPECT_EQ(d2[1], 230);
   EXPECT_EQ(d2[2], 9);
 }

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "kernel/options.h"
-#include "render/screen.h"
+#include "kernel/screen.h"
 #include "support/capture.h"
 
 class Options : public ::testing::Test {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "kernel/kernel.h"
+#include "kernel/message_names.h"
 #include "kernel/vocab.h"
 #include "platform/console_io.h"
 
@@ -38,6 +39,26 @@ class VocabEnv : public ::testing::Test {
   void TearDown() override { kernel().etat_console = 0; }
   std::string mes(int voc, int n) { return vocab().mes[voc][n]; }
 };
+
+// Every name the code gives a message is the message of that number in
+// the shipped tables.
+TEST_F(VocabEnv, NamedMessagesAreTheirTexts) {
+  struct Row {
+    int voc, num;
+    const char* name;
+    const char* start;
+  };
+#define ROW_0(name, number, text) {0, number, #name, text},
+#define ROW_1(name, number, text) {1, number, #name, text},
+  const Row rows[] = {ORVELA_MESSAGES_0(ROW_0) ORVELA_MESSAGES_1(ROW_1)};
+#undef ROW_0
+#undef ROW_1
+  for (const Row& r : rows) {
+    ASSERT_LT(r.num, vocab().nb_mes[r.voc]) << r.name;
+    const std::string text = mes(r.voc, r.num);  // shown after a blank
+    EXPECT_EQ(text.substr(text.find_first_not_of(' ')).rfind(r.start, 0), 0u) << r.name << " is \"" << text << "\"";
+  }
+}
 
 class VocabTable : public ::testing::Test {
  protected:

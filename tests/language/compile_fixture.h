@@ -4,12 +4,12 @@
 #include <string>
 
 #include "kernel/bloc.h"
+#include "kernel/object_store.h"
 #include "kernel/objet.h"
 #include "language/code_object.h"
 #include "language/compile.h"
 #include "language/functions.h"
 #include "language/lang_state.h"
-#include "scene/object_store.h"
 #include "support/capture.h"
 
 // A console code object holding `line` as "{line}".

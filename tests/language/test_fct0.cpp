@@ -11,9 +11,11 @@
 #include <string>
 #include <vector>
 
+#include "kernel/chains.h"
 #include "kernel/file_out.h"
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/vocab.h"
 #include "kernel/work_areas.h"
 #include "language/eval.h"
@@ -21,8 +23,6 @@
 #include "language/functions.h"
 #include "language/handlers.h"
 #include "platform/process.h"
-#include "scene/chains.h"
-#include "scene/object_store.h"
 #include "support/capture.h"
 #include "support/text_runner.h"
 

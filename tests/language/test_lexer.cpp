@@ -216,19 +216,19 @@ class Symbols : public ::testing::Test {
 TEST_F(Symbols, EntriesGetOrdinalsInOrderAndAreFoundByKindAndName) {
   EXPECT_EQ(s.table[0], 0);
   EXPECT_EQ(symb_find(&s, 0, "a"), -1);
-  EXPECT_EQ(symb_add(&s, SYM_LABEL, "a"), 0);
+  EXPECT_EQ(symb_add(&s, C_LABEL, "a"), 0);
   EXPECT_EQ(symb_add_macro(&s, "m", "1+2"), 1);
-  EXPECT_EQ(symb_add(&s, SYM_CALL, "a"), 2);
-  EXPECT_EQ(symb_find(&s, SYM_LABEL, "a"), 0);
-  EXPECT_EQ(symb_find(&s, SYM_CALL, "a"), 2);
+  EXPECT_EQ(symb_add(&s, R_UNDEFINED, "a"), 2);
+  EXPECT_EQ(symb_find(&s, C_LABEL, "a"), 0);
+  EXPECT_EQ(symb_find(&s, R_UNDEFINED, "a"), 2);
   EXPECT_EQ(symb_find(&s, 0, "a"), 0);
-  EXPECT_EQ(symb_find(&s, SYM_LABEL, "m"), -1);
-  EXPECT_EQ(symb_find(&s, SYM_MACRO, "m"), 1);
+  EXPECT_EQ(symb_find(&s, C_LABEL, "m"), -1);
+  EXPECT_EQ(symb_find(&s, C_MACRO, "m"), 1);
   EXPECT_EQ(s.count, 3);
   // Layout: count, kind, ordinal (non-positive), function, name words + 2, name.
   word* e = symb_entry(&s, 2);
   ASSERT_NE(e, nullptr);
-  EXPECT_EQ(symb_kind(e), SYM_CALL);
+  EXPECT_EQ(symb_kind(e), R_UNDEFINED);
   EXPECT_EQ(e[2], -2);
   EXPECT_EQ(e[4], 3);
   EXPECT_STREQ(symb_name(e), "a");
@@ -245,7 +245,7 @@ TEST_F(Symbols, EntriesGetOrdinalsInOrderAndAreFoundByKindAndName) {
 TEST_F(Symbols, ValuesAndFunctionsFollowTheName) {
   word valeur[6] = {6, T_FLOAT, 2, 1, fw(1.5f), fw(-2.0f)};
   Objet f;
-  int n = symb_add(&s, SYM_STATIC, "longer_name", valeur, &f);
+  int n = symb_add(&s, C_STATIC, "longer_name", valeur, &f);
   word* e = symb_entry(&s, n);
   bloc v = symb_value(e);
   ASSERT_NE(v, nullptr);
@@ -257,20 +257,20 @@ TEST_F(Symbols, ValuesAndFunctionsFollowTheName) {
 
 TEST_F(Symbols, FullTableDoublesAndKeepsItsEntries) {
   Capture out;
-  for (int i = 0; i < 100; i++) ASSERT_EQ(symb_add(&s, SYM_LABEL, ("label" + std::to_string(i)).c_str()), i);
+  for (int i = 0; i < 100; i++) ASSERT_EQ(symb_add(&s, C_LABEL, ("label" + std::to_string(i)).c_str()), i);
   EXPECT_GE(s.capacity, s.used + 1);
   EXPECT_EQ(s.capacity % 16, 0);
-  for (int i = 0; i < 100; i++) EXPECT_EQ(symb_find(&s, SYM_LABEL, ("label" + std::to_string(i)).c_str()), i);
+  for (int i = 0; i < 100; i++) EXPECT_EQ(symb_find(&s, C_LABEL, ("label" + std::to_string(i)).c_str()), i);
   EXPECT_EQ(out.take(), "");  // reported only when `edit` is above 1
   Yes(KW_edit) = 2;
   int capacite = s.capacity;
-  while (s.capacity == capacite) symb_add(&s, SYM_LABEL, "more");
+  while (s.capacity == capacite) symb_add(&s, C_LABEL, "more");
   EXPECT_NE(out.take().find("Reallocation: "), std::string::npos);
 }
 
 TEST_F(Symbols, NameStartingWithASignIsRefused) {
   Capture out;
-  EXPECT_EQ(symb_add(&s, SYM_FORMAL, "-x"), -1);
+  EXPECT_EQ(symb_add(&s, C_FORMEL, "-x"), -1);
   EXPECT_NE(out.take().find("ILLEGAL NAME"), std::string::npos);
   EXPECT_EQ(symb_add_macro(&s, "+y", "1"), -1);
   EXPECT_EQ(s.count, 0);

@@ -6,8 +6,8 @@
 
 #include <string>
 
+#include "kernel/object_store.h"
 #include "language/functions.h"
-#include "scene/object_store.h"
 #include "support/text_runner.h"
 
 namespace {

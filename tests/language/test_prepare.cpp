@@ -8,11 +8,11 @@
 #include <string>
 
 #include "kernel/bloc.h"
+#include "kernel/object_store.h"
 #include "language/functions.h"
 #include "language/lang_state.h"
 #include "language/lexer.h"
 #include "language/prepare.h"
-#include "scene/object_store.h"
 #include "support/capture.h"
 
 namespace {

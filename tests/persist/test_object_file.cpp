@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
+#include "../scene/scene_fixture.h"
 #include "kernel/bloc.h"
 #include "kernel/handles.h"
+#include "kernel/object_store.h"
 #include "kernel/property.h"
 #include "persist/object_file.h"
 #include "scene/lookup.h"
-#include "scene/object_store.h"
 #include "scene/volume.h"
-#include "../scene/scene_fixture.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 // use emptied before and after each test.
 #pragma once
 #include "kernel/bloc.h"
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
-#include "scene/chains.h"
 #include "scene/removal.h"
 #include "support/text_runner.h"
 

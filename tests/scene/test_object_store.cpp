@@ -3,9 +3,9 @@
 #include <vector>
 
 #include "kernel/bloc.h"
+#include "kernel/object_store.h"
 #include "kernel/property.h"
 #include "scene/lookup.h"
-#include "scene/object_store.h"
 #include "scene_fixture.h"
 
 namespace {

@@ -3,10 +3,10 @@
 #include <cstring>
 
 #include "kernel/handles.h"
+#include "kernel/object_store.h"
 #include "kernel/property.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
-#include "scene/object_store.h"
 #include "scene/property_rw.h"
 #include "scene/vol_build.h"
 #include "scene_fixture.h"

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "scene/chains.h"
+#include "kernel/chains.h"
 #include "scene/scene_fixture.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // Local functions of objects: kept on the object, compiled when given,
 // numbered in order, run on demand and by the cycle's stage.
-#include "scene/object_store.h"
+#include "kernel/object_store.h"
 #include "scene/vol_local.h"
 #include "vol_fixture.h"
 

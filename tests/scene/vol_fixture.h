@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "kernel/chains.h"
 #include "kernel/property.h"
-#include "scene/chains.h"
 #include "scene/lookup.h"
 #include "scene_fixture.h"
 

@@ -1,10 +1,15 @@
 #!/usr/bin/env bash
 # Runs one console transcript: NAME.orv is fed to orvela on standard input
 # in a fresh folder, and the output (with the exit status appended) must
-# equal NAME.out.
-#   NAME.args   replaces the default words "gra=0 ID" (@ROOT@ is the source tree)
+# equal NAME.out. Each line read is echoed after its prompt, as a terminal
+# shows it, so that NAME.out reads as a session; the start-up banner (what
+# comes before the first prompt " ?") is left out unless the transcript has
+# NAME.args.
+#   NAME.args   replaces the default words "gra=0 ID" (@ROOT@ is the source
+#               tree); the start-up then shows, banner included
 #   NAME.setup  bash script run first in the folder (ROOT is set); a file
-#               .input that it writes replaces NAME.orv
+#               .input that it writes replaces NAME.orv, and a file .noecho
+#               leaves the input out of the output (lines too long to read)
 #   NAME.check  bash script run afterwards; its output is appended
 # The folder's path prints as @CWD@ and the thread id as @TID@.
 # ORVELA_WRAP, when set, is a program that runs orvela (its words follow),
@@ -21,8 +26,11 @@ input="$base.orv"
 args=${ORVELA_ARGS:-gra=0 ID}
 [ -f "$base.args" ] && args=$(sed "s|@ROOT@|$root|g" "$base.args")
 # shellcheck disable=SC2086
-timeout "${ORVELA_TIMEOUT:-30}" ${ORVELA_WRAP:-} "$bin" $args < "$input" > .actual 2>&1
+echo=1
+[ -f .noecho ] && echo=0
+ORVELA_ECHO=$echo timeout "${ORVELA_TIMEOUT:-30}" ${ORVELA_WRAP:-} "$bin" $args < "$input" > .actual 2>&1
 status=$?
+if [ ! -f "$base.args" ] && grep -q '^ ?' .actual; then sed -i '/^ ?/,$!d' .actual; fi
 printf '[status %d]\n' "$status" >> .actual
 [ -f "$base.check" ] && bash "$base.check" >> .actual 2>&1
 sed -i -e "s|$work|@CWD@|g" -e 's/^GetCurrentThreadId = [0-9a-f]*$/GetCurrentThreadId = @TID@/' .actual

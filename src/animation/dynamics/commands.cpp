@@ -12,7 +12,7 @@
 #include "kernel/report.h"
 #include "language/cmd_util.h"
 #include "render/cmd_args.h"
-#include "scene/chains.h"
+#include "kernel/chains.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
 #include "scene/property_rw.h"

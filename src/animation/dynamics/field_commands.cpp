@@ -8,7 +8,7 @@
 #include "animation/dynamics/dynamics.h"
 #include "kernel/keywords.h"
 #include "language/commands.h"
-#include "scene/chains.h"
+#include "kernel/chains.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
 

@@ -7,7 +7,7 @@
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "render/cmd_args.h"
-#include "scene/chains.h"
+#include "kernel/chains.h"
 #include "scene/volume.h"
 
 namespace {

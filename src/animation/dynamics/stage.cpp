@@ -8,7 +8,7 @@
 #include "kernel/report.h"
 #include "kernel/vocab.h"
 #include "render/cmd_args.h"
-#include "scene/chains.h"
+#include "kernel/chains.h"
 #include "scene/vol_local.h"
 #include "scene/volume.h"
 

@@ -8,7 +8,7 @@
 #include "kernel/property.h"
 #include "kernel/vocab.h"
 #include "render/cmd_args.h"
-#include "scene/chains.h"
+#include "kernel/chains.h"
 #include "scene/lookup.h"
 #include "scene/volume.h"
 

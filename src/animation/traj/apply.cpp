@@ -56,21 +56,6 @@ void transparence(Objet* o, float t) {
 
 bool place_par_eye(const Objet* o) { return o->kind == KW_light || o->kind == KW_view; }
 
-// The kinds of object registered from above, few enough to walk.
-struct Enregistre {
-  int kind;
-  AppliqueObjet f;
-};
-constexpr int MAX_ENREGISTRES = 8;
-Enregistre enregistres[MAX_ENREGISTRES];
-int n_enregistres = 0;
-
-AppliqueObjet applique_enregistre(int kind) {
-  for (int i = 0; i < n_enregistres; i++)
-    if (enregistres[i].kind == kind) return enregistres[i].f;
-  return nullptr;
-}
-
 }  // namespace
 
 void axe_limite(Objet* t, const float* r, float a[3]) {
@@ -79,15 +64,6 @@ void axe_limite(Objet* t, const float* r, float a[3]) {
     for (int k = 0; k < 3; k++) a[k] = std::clamp(a[k], getf(l, k), getf(l, 3 + k));
   const float n = std::sqrt(a[0] * a[0] + a[1] * a[1] + a[2] * a[2]);
   if (n > 0) for (int k = 0; k < 3; k++) a[k] /= n;
-}
-
-void register_traj_objet(int object_kind, AppliqueObjet f) {
-  for (int i = 0; i < n_enregistres; i++)
-    if (enregistres[i].kind == object_kind) {
-      enregistres[i].f = f;
-      return;
-    }
-  if (n_enregistres < MAX_ENREGISTRES) enregistres[n_enregistres++] = {object_kind, f};
 }
 
 float angle_quat(float w) {
@@ -108,7 +84,10 @@ bool applique_ligne(Objet* o, Objet* t, const float* r, int d) {
     ecrit_propriete(o, 2, codes, r, d);
     return false;
   }
-  if (AppliqueObjet f = applique_enregistre(o->kind); f && f(o, k1, r, d)) return false;
+  if (k1 == KW_dim && o->kind == KW_image) {
+    dim_image(o, r, d);
+    return false;
+  }
   const float* B = get_matrix_vol(t);
   if (!B) return false;
   if (place_par_eye(o) && applique_lumiere_vue(o, t, r, d)) return false;

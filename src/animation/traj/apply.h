@@ -14,8 +14,5 @@ void axe_limite(Objet* t, const float* r, float a[3]);
 // The kinds that place a light or a view (EXEC_TRAJ_LIGHT_VIEW); false
 // for a kind that writes a property as on any object.
 bool applique_lumiere_vue(Objet* o, Objet* t, const float* r, int d);
-// What a kind does to the objects of a subsystem built above this one
-// (an image resized by `dim`): that subsystem registers it for its kind of
-// object. It answers true when it took the row.
-using AppliqueObjet = bool (*)(Objet* o, int kind, const float* r, int d);
-void register_traj_objet(int object_kind, AppliqueObjet f);
+// A `dim` row on an image: the image is resized to it.
+void dim_image(Objet* o, const float* r, int d);

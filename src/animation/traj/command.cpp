@@ -16,11 +16,11 @@
 #include "language/cmd_util.h"
 #include "language/commands.h"
 #include "render/cmd_args.h"
-#include "scene/chains.h"
+#include "kernel/chains.h"
 #include "scene/graphic.h"
 #include "scene/law.h"
 #include "scene/lookup.h"
-#include "scene/object_store.h"
+#include "kernel/object_store.h"
 #include "scene/property_rw.h"
 #include "scene/volume.h"
 

@@ -15,7 +15,7 @@
 #include "language/cmd_util.h"
 #include "render/cmd_args.h"
 #include "render/lights.h"
-#include "scene/chains.h"
+#include "kernel/chains.h"
 #include "scene/lookup.h"
 #include "scene/volume.h"
 

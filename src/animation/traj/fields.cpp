@@ -17,9 +17,9 @@
 #include "language/cmd_util.h"
 #include "language/commands.h"
 #include "render/cmd_args.h"
-#include "scene/chains.h"
+#include "kernel/chains.h"
 #include "scene/lookup.h"
-#include "scene/object_store.h"
+#include "kernel/object_store.h"
 #include "scene/property_rw.h"
 
 bool mot_attache(int code) {

@@ -16,7 +16,7 @@
 #include "kernel/keywords.h"
 #include "language/cmd_util.h"
 #include "render/cmd_args.h"
-#include "scene/chains.h"
+#include "kernel/chains.h"
 #include "scene/lookup.h"
 
 namespace {

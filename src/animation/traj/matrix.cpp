@@ -10,7 +10,7 @@
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "render/cmd_args.h"
-#include "scene/chains.h"
+#include "kernel/chains.h"
 #include "scene/vol_measure.h"
 #include "scene/volume.h"
 

@@ -3,7 +3,7 @@
 
 #include "animation/traj/traj.h"
 #include "kernel/keywords.h"
-#include "scene/chains.h"
+#include "kernel/chains.h"
 
 namespace {
 // Numbers up to this are remembered; larger ones are looked up each time.

@@ -6,7 +6,7 @@
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "render/window.h"
-#include "scene/chains.h"
+#include "kernel/chains.h"
 
 namespace {
 

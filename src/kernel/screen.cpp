@@ -1,4 +1,4 @@
-#include "render/screen.h"
+#include "kernel/screen.h"
 
 ScreenState& screen() {
   static ScreenState s;

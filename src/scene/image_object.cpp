@@ -1,12 +1,12 @@
-#include "image/image_object.h"
+#include "scene/image_object.h"
 
 #include <cstring>
 
 #include "kernel/bloc.h"
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
-#include "scene/chains.h"
 #include "scene/lookup.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "scene/object_store.h"
+#include "kernel/object_store.h"
 
 #include <cstring>
 #include <new>

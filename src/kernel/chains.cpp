@@ -1,7 +1,7 @@
-#include "scene/chains.h"
+#include "kernel/chains.h"
 
 #include "kernel/keywords.h"
-#include "scene/object_store.h"
+#include "kernel/object_store.h"
 
 namespace {
 

@@ -1,0 +1,16 @@
+#include "app/install.h"
+
+#include "image/image_command.h"
+#include "persist/object_file.h"
+#include "render/commands.h"
+#include "scene/graphic.h"
+
+void install_graphic_commands() {
+  static bool installed = false;  // each row once, whoever calls first
+  if (installed) return;
+  installed = true;
+  install_scene_commands();
+  install_render_commands();
+  install_image_commands();
+  install_object_commands();
+}
