@@ -70,7 +70,8 @@ TEST(WindowTraj, AnImageOfTrajectoriesAllocatesNothing) {
 #endif
   // Volumes, an object, a light and the background driven by looping
   // trajectories of several kinds, a second order, a child, vertices and
-  // facets, and a morph: images 30 to 230 are counted.
+  // facets, a morph, and a light turned by a trajectory it names by name:
+  // images 30 to 230 are counted.
   WindowRun run(
       "no edit\nball(1) dim(20)\ncube(2) dim(10)\ncube(3) dim(10)\ncube(4) dim(20)\ncube(5) dim(10)\n"
       "object(1) col(0,0,0)\nlight(1) eye(-300,-300,-600)\nyes light\neye(0,0,-1000)\n"
@@ -83,6 +84,8 @@ TEST(WindowTraj, AnImageOfTrajectoriesAllocatesNothing) {
       "traj(8) back(0,0,0.5,0,0,1) animate(10) period(-1)\n"
       "traj(9) interpol(2,4) animate(8) period(-1) vol(5)\n"
       "traj(10) quat(1,0,0,0,0.7,0,0.7,0) animate(6) period(1) add(1) number(1,2) vol(4)\n"
+      "light(2) eye(300,0,0)\ntraj(11) rotz(0,6.28) animate(12) period(-1) name(\"spin\")\n"
+      "traj light(2)=\"spin\"\n"
       "interaction period(0)\ninteraction time(240)\nbye abs\n",
       "ID", "", ORVELA_ALLOC_PROBE);
   EXPECT_NE(run.out.find("probe: images 30 to 230: 0 new, 0 blocks\n"), std::string::npos) << run.out;

@@ -2,7 +2,8 @@
 // by the trajectory's kind. Transformations go to the deltas of the
 // object's transformation block (words 29 to 41), so that the values the
 // user set stay apart; other kinds write the property of their name. On
-// lights and views, which are placed by `eye`, `tran` moves the `eye`.
+// lights and views, which are placed by `eye`, the transformations act on
+// what they use (light_view.cpp).
 #include <algorithm>
 #include <cmath>
 
@@ -53,19 +54,17 @@ void transparence(Objet* o, float t) {
   setf(v, 4, t);
 }
 
-// The axis of `rota`, clamped by `limit axis` of the trajectory, then
-// normalised.
-void axe(Objet* t, const float* r, float a[3]) {
+bool place_par_eye(const Objet* o) { return o->kind == KW_light || o->kind == KW_view; }
+
+}  // namespace
+
+void axe_limite(Objet* t, const float* r, float a[3]) {
   std::copy(r, r + 3, a);
   if (const word* l = get_val_2(t->local, KW_limit, KW_axis); l && elements(l) >= 6)
     for (int k = 0; k < 3; k++) a[k] = std::clamp(a[k], getf(l, k), getf(l, 3 + k));
   const float n = std::sqrt(a[0] * a[0] + a[1] * a[1] + a[2] * a[2]);
   if (n > 0) for (int k = 0; k < 3; k++) a[k] /= n;
 }
-
-bool place_par_eye(const Objet* o) { return o->kind == KW_light || o->kind == KW_view; }
-
-}  // namespace
 
 float angle_quat(float w) {
   float a = 2 * std::acos(std::clamp(w, -1.0f, 1.0f));
@@ -85,14 +84,13 @@ bool applique_ligne(Objet* o, Objet* t, const float* r, int d) {
     ecrit_propriete(o, 2, codes, r, d);
     return false;
   }
-  const float* B = get_matrix_vol(t);
-  if (!B) return false;
-  if (k1 == KW_tran && place_par_eye(o)) {
-    const float eye[3] = {B[TR_TRAN] + B[TR_DELTA + TR_TRAN], B[TR_TRAN + 1] + B[TR_DELTA + TR_TRAN + 1],
-                          B[TR_TRAN + 2] + B[TR_DELTA + TR_TRAN + 2]};
-    ecrit_1(o, KW_eye, eye, 3);
+  if (k1 == KW_dim && o->kind == KW_image) {
+    dim_image(o, r, d);
     return false;
   }
+  const float* B = get_matrix_vol(t);
+  if (!B) return false;
+  if (place_par_eye(o) && applique_lumiere_vue(o, t, r, d)) return false;
   switch (k1) {
     case KW_tran: case KW_dila: case KW_dilx: case KW_dily: case KW_dilz: case KW_hom: case KW_rota:
     case KW_rotx: case KW_roty: case KW_rotz: case KW_axis: case KW_quat:
@@ -138,7 +136,7 @@ bool applique_ligne(Objet* o, Objet* t, const float* r, int d) {
     }
     case KW_axis: {
       float a[3];
-      axe(t, r, a);
+      axe_limite(t, r, a);
       for (int k = 0; k < 3; k++) ob[TR_DELTA + TR_ROTA + 1 + k] = a[k] - ob[TR_ROTA + 1 + k];
       break;
     }

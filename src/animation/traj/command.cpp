@@ -7,6 +7,7 @@
 
 #include "animation/traj/ajust.h"
 #include "animation/traj/command.h"
+#include "animation/traj/lists.h"
 #include "animation/traj/traj.h"
 #include "kernel/access.h"
 #include "kernel/keywords.h"
@@ -160,6 +161,7 @@ int cree_une(word* s, const Creation& c, const word* sel, int index) {
   } else {
     keys = floats_of(c.keys);
   }
+  noms_traj_changes();
   t->unsaved = 1;
   kind_1(t) = c.kind1;
   kind_2(t) = c.kind2;
@@ -227,7 +229,7 @@ int TRAJ_b(word* s, const word* ob, word* st, const word* lim) {
     if (!t && !c.kind1 && item_count(s) == 1 && !ob) {
       // `traj(id)` alone makes an empty trajectory, given a table later.
       t = set_objet_simple(chaine_classe(KW_traj), KW_traj / KW_PER_VOC, KW_traj, sel, i);
-      if (t) order(t) = 1, inc(t) = 1;
+      if (t) order(t) = 1, inc(t) = 1, noms_traj_changes();
     }
     if (!t) {
       err_objet(KW_traj, sel, i, 0, nullptr);

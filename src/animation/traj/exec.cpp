@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "animation/traj/apply.h"
+#include "animation/traj/lists.h"
 #include "animation/traj/traj.h"
 #include "kernel/access.h"
 #include "kernel/keywords.h"
@@ -20,29 +21,23 @@
 
 namespace {
 
-// The trajectory of element i of a list: a number, or a name.
-Objet* element_traj(const word* list, int i) {
-  if (tag(list) == T_FLOAT || tag(list) == T_LONG) return trajectoire(entier(value_at(list, i, -1)));
-  return get_objet_simple(chaine_classe(KW_traj), list, i);
-}
-
-int nb_elements(const word* list) {
-  return tag(list) == T_FLOAT || tag(list) == T_LONG ? elements(list) : nb_selection(list);
-}
-
-// Each trajectory of a list, f(trajectory); a missing one is reported by
-// name and stops the walk.
+// Each trajectory of the list `which` of o, f(trajectory, by name). A
+// trajectory the list names and that does not exist (removed since, or
+// never made) is reported with the object that names it, and stops the
+// stage.
 template <class F>
-int pour_chaque_traj(const word* list, F&& f) {
+int pour_chaque_traj(Objet* o, ListeTraj which, const word* list, F&& f) {
   if (!list) return 0;
-  for (int i = 0, n = nb_elements(list); i < n; i++) {
-    Objet* t = element_traj(list, i);
+  const ListeLue l = lis_liste(o, which, list);
+  for (int i = 0; i < l.n; i++) {
+    Objet* t = element_liste(l, i);
     if (!t) {
       err_objet(KW_traj, list, i, 0, nullptr);
+      voir_objet(o);
       TRACE_FAIL("EXEC_TRAJ_OBJ_1(()");
       return -1;
     }
-    if (const int r = f(t); r < 0) return r;
+    if (const int r = f(t, l.by_name); r < 0) return r;
   }
   return 0;
 }
@@ -153,10 +148,17 @@ int EXEC_TRAJ_OBJ(Objet* o) {
   const word* tv = get_val_2(o->local, KW_traj, KW_vertex);
   const word* tf = get_val_2(o->local, KW_traj, KW_fac);
   if (!tl && !ta && !tv && !tf) return 0;
-  auto une = [o](Objet* t) { return EXEC_TRAJ_OBJ_1_1(o, t); };
-  if (pour_chaque_traj(tl, une) < 0 || pour_chaque_traj(ta, une) < 0 ||
-      pour_chaque_traj(tv, [o](Objet* t) { return EXEC_TRAJ_OBJ_VERTEX(o, t); }) < 0 ||
-      pour_chaque_traj(tf, [o](Objet* t) { return EXEC_TRAJ_OBJ_FAC(o, t); }) < 0)
+  // A trajectory named by its name steps its counter where it is applied,
+  // and not again at the end of the image.
+  auto une = [o](Objet* t, bool by_name) {
+    if (EXEC_TRAJ_OBJ_1_1(o, t) < 0) return -1;
+    if (!by_name) return 0;
+    marque_pas(t);
+    return INC_TRAJ_1(t);
+  };
+  if (pour_chaque_traj(o, LT_TRAJ, tl, une) < 0 || pour_chaque_traj(o, LT_ANIMATE, ta, une) < 0 ||
+      pour_chaque_traj(o, LT_VERTEX, tv, [o](Objet* t, bool) { return EXEC_TRAJ_OBJ_VERTEX(o, t); }) < 0 ||
+      pour_chaque_traj(o, LT_FAC, tf, [o](Objet* t, bool) { return EXEC_TRAJ_OBJ_FAC(o, t); }) < 0)
     return -1;
   if (o->kind == KW_light && SET_LIGHT_1(o, 0, nullptr) < 0) {
     TRACE_FAIL("EXEC_TRAJ_OBJ()");
@@ -180,6 +182,7 @@ int EXEC_TRAJ_1(Objet* t) {
 }
 
 int EXEC_TRAJ() {
+  nouvelle_image();
   Objet* head = chaine_classe(KW_traj);
   // From the highest order down, through the orders in use only.
   for (int o = traj_state().Max_order; o >= 1;) {
@@ -196,6 +199,6 @@ int EXEC_TRAJ() {
       chaine(KW_view) < 0 || chaine(KW_vol) < 0)
     return -1;
   for (Objet* t = head->next; t; t = t->next)
-    if (t->kind == KW_traj && order(t) == 1 && INC_TRAJ_1(t) < 0) return -1;
+    if (t->kind == KW_traj && order(t) == 1 && !pas_fait(t) && INC_TRAJ_1(t) < 0) return -1;
   return 0;
 }

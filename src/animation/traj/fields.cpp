@@ -6,6 +6,7 @@
 
 #include "animation/traj/ajust.h"
 #include "animation/traj/command.h"
+#include "animation/traj/lists.h"
 #include "animation/traj/traj.h"
 #include "kernel/bloc.h"
 #include "kernel/access.h"
@@ -163,6 +164,7 @@ int proprietes_traj(word* s, Objet* t) {
         if (const char* n = value_text(v)) {
           libere_mem(t->name);
           t->name = copie_nom(n);
+          noms_traj_changes();
         }
         break;
       default: break;

@@ -30,6 +30,11 @@ Objet* trajectoire(int id) {
   return o;
 }
 
+void nouvelle_image() {
+  TrajState& s = traj_state();
+  s.image = s.image >= (1 << 23) ? 1 : s.image + 1;
+}
+
 void calcule_max_order() {
   int m = 1;
   for (Objet* t = chaine_classe(KW_traj)->next; t; t = t->next)

@@ -20,6 +20,7 @@ inline int& period(Objet* t) { return t->work[2]; }    // 0 once, > 0 loop, < 0 
 inline int& order(Objet* t) { return t->work[4]; }     // place in the chain, 1 by default
 inline int& inc(Objet* t) { return t->work[5]; }       // step of cpt
 inline int& end(Objet* t) { return t->work[6]; }       // -1 when a one-shot has ended
+inline int& pas_image(Objet* t) { return t->work[3]; } // the image it last stepped where applied
 
 // Bounds of what a user may ask: rows of a table, and the order.
 constexpr int MAX_LIGNES = 1000000;
@@ -32,11 +33,20 @@ struct TrajState {
   // Trajectories by number, found again in O(1) at each image: a slot
   // is checked against the object it names before use.
   std::vector<RefObjet> par_numero;
+  // The images played, counted from 1 and kept within what a float holds
+  // exactly (the lights keep it in a property).
+  int image = 0;
 };
 TrajState& traj_state();
 
 // The trajectory numbered id, or null.
 Objet* trajectoire(int id);
+// A new image for the stage; whether t has stepped in this one already
+// (a trajectory named by its name steps where it is applied), and marking
+// that it has.
+void nouvelle_image();
+inline bool pas_fait(Objet* t) { return pas_image(t) == traj_state().image; }
+inline void marque_pas(Objet* t) { pas_image(t) = traj_state().image; }
 // Max_order made again from the chain.
 void calcule_max_order();
 
