@@ -53,7 +53,8 @@ int ZER_FORCE() {
   for (int kind : {KW_fog, KW_light, KW_brush, KW_traj, KW_vol, KW_view})
     each(kind, [](Objet* o) {
       zero_points(get_val_2(o->local, KW_force, KW_add));
-      zero_points(get_val_2(o->local, KW_force, KW_rota));
+      // Of `force rota` only the moment goes: its damping is a setting.
+      zero(get_val_2(o->local, KW_force, KW_rota), 1);
       zero_points(get_val_3(o->local, KW_force, KW_rota, KW_add));
       zero_points(get_val_2(o->local, KW_force, KW_vertex));
     });

@@ -127,6 +127,7 @@ TEST_F(Cycle, ForcesAreClearedEachImageOnlyWithDynamicsAndForceOn) {
   ok("force vol(1)=1,2,3,4");
   ok("force add vol(1)=5,6,7");
   ok("force rota add vol(1)=1,1,1");
+  ok("force rota vol(1)=2,0.5");
   ok("light(1) eye(0,0,-100)");
   ok("force add light(1)=9,9,9");
   ok("force vertex vol(1)=9,9,9");
@@ -135,6 +136,7 @@ TEST_F(Cycle, ForcesAreClearedEachImageOnlyWithDynamicsAndForceOn) {
   ASSERT_EQ(ZER_FORCE(), 0);
   for (const char* p : {"force add vol(1)", "force rota add vol(1)", "force add light(1)", "force vertex vol(1)"})
     for (float f : floats(p)) EXPECT_EQ(f, 0.0f) << p;
+  EXPECT_EQ(floats("force rota vol(1)"), (std::vector<float>{0, 0.5f, 0, 0})) << "the moment goes, the damping stays";
   // The stage is gated by both switches.
   ok("force vol(1)=1,2,3,4");
   Yes(KW_force) = 0;
