@@ -16,6 +16,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
 struct Program {
@@ -44,8 +45,9 @@ struct Program {
   }
 
   bool start(Input how, std::vector<std::string> args = {"gra=0", "ID"}) {
-    args.insert(args.begin(), ORVELA_BINARY);
-    return start_command(args, how);
+    std::vector<std::string> command{std::string(ORVELA_BINARY)};
+    command.insert(command.end(), args.begin(), args.end());
+    return start_command(std::move(command), how);
   }
 
   // Starts on a terminal and waits for the first prompt.
