@@ -160,11 +160,15 @@ int garde_generate(word* s) {
   return set_result_nil(s);
 }
 
+}  // namespace
+
 int non_construit(int code) {
   voir_mot(code);
   voir_message(0, MES_NOT_IMPLEMENTED);
   return -1;
 }
+
+namespace {
 
 // `interaction end ...`: the next word says what ends.
 int fin_de(word* s, const word* lim) {

@@ -62,8 +62,7 @@ void lance_suivant() {
 // A mode whose subsystem is not built goes back to the interpreter (the
 // loop that asked for it stops).
 void mode_absent() {
-  voir_mot(kernel().Mode_idle);
-  voir_message(0, MES_NOT_IMPLEMENTED);
+  non_construit(kernel().Mode_idle);
   if (loop().Mode_graphique) fin_interaction("NOT IMPLEMENTED");
   kernel().Mode_idle = 0;
 }

@@ -45,6 +45,8 @@ void souris_image();
 // (or, with `echelle`, typed in a scale field); negative after a report.
 std::string GET_ASCII(const BoiteSaisie& b);
 int KEYBOARD_INPUT(const char* texte, const BoiteSaisie& b, bool echelle, std::string& lu);
+// The word of a tool or a mode that is not built, reported; negative.
+int non_construit(int code);
 // Empties the keyboard line.
 void efface_ligne();
 // `interaction ascii ...`.

@@ -117,11 +117,7 @@ int KEYBOARD_INPUT(const char* texte, const BoiteSaisie& b, bool echelle, std::s
     lu += GET_ASCII(b);
     return 0;
   }
-  if (!L.echelle_saisie) {
-    voir_mot(KW_scale);
-    voir_message(0, MES_NOT_IMPLEMENTED);
-    return -1;
-  }
+  if (!L.echelle_saisie) return non_construit(KW_scale);
   std::string champ;
   if (L.echelle_saisie(b.poi, champ) < 0) return -1;
   lu += champ;
@@ -221,11 +217,7 @@ int INTERACTION_ASCII(word* s, const word* lim) {
   } else if (has_word(s, KW_stock)) {
     // The stock entries belong to their own tool: without it, a binding
     // to one could never run.
-    if (!L.stock_touche) {
-      voir_mot(KW_stock);
-      voir_message(0, MES_NOT_IMPLEMENTED);
-      return -1;
-    }
+    if (!L.stock_touche) return non_construit(KW_stock);
     b.kind = KW_stock;
     b.stock = arg_int(s, KW_stock, 0, 0);
   } else {

@@ -146,8 +146,7 @@ int options_init(word* block) {
         break;
       }
       case KW_memory:
-        voir_mot(KW_memory);
-        voir_message(0, MES_NOT_IMPLEMENTED);
+        non_construit(KW_memory);
         break;
       case KW_menu:
         if (const char* t = value_text(v)) L.texte_menu += (L.texte_menu.empty() ? "" : "|") + std::string(t);

@@ -32,6 +32,16 @@ int ecrit_enregistrement() {
   return 0;
 }
 
+// The gauge of step 31: its frame and a counted label.
+void jauge(const char* label, int n) {
+  const float blanc[3] = {1, 1, 1};
+  const float cadre[4] = {-200, -10, 200, 10};
+  outline_rectangle(cadre, blanc);
+  char texte[24];
+  std::snprintf(texte, sizeof texte, "%s%d", label, n);
+  text_at(texte, -195, 5, blanc);
+}
+
 }  // namespace
 
 int enregistre(const char* name) {
@@ -129,11 +139,7 @@ int jauges() {
     // A wait holds the record and the replay alike; at its end both start
     // counting images again from 0, so that a replay stays in step with
     // the record it reads.
-    const float jauge[4] = {-200, -10, 200, 10};
-    outline_rectangle(jauge, blanc);
-    char texte[24];
-    std::snprintf(texte, sizeof texte, "WAIT %d", ++L.cpt_attente);
-    text_at(texte, -195, 5, blanc);
+    jauge("WAIT ", ++L.cpt_attente);
     if (L.cpt_attente >= L.attente) L.attente = L.cpt_attente = L.image_enregistrement = 0;
     return 0;
   }
@@ -143,11 +149,7 @@ int jauges() {
     return 0;
   }
   L.image_enregistrement++;
-  const float jauge[4] = {-200, -10, 200, 10};
-  outline_rectangle(jauge, blanc);
-  char num[24];
-  std::snprintf(num, sizeof num, "NUM %d", L.image_enregistrement);
-  text_at(num, -195, 5, blanc);
+  jauge("NUM ", L.image_enregistrement);
   const float w = text_width("STOP");
   text_at("STOP", -200, 25, blanc);
   const bool dessus = L.clic[0] >= -200 && L.clic[0] <= -200 + w && L.clic[1] >= 10 && L.clic[1] <= 29;
