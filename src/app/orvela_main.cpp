@@ -2,7 +2,9 @@
 // loop when there is no window.
 #include "app/orvela_main.h"
 
+#include "animation/collision/collision.h"
 #include "animation/dynamics/dynamics.h"
+#include "animation/limits/limits.h"
 #include "animation/traj/traj.h"
 #include "app/install.h"
 #include "interaction/interaction.h"
@@ -26,6 +28,8 @@ void orvela_main(int argc, char** argv) {
   install_graphic_commands();
   install_interaction();
   install_dynamics();
+  install_collisions();
+  install_limits();
   install_object_files();
   install_trajectories();
   inita(argc, argv, "initb.h");

@@ -55,6 +55,8 @@ bloc get_val_n(const word* list, int n, const int* codes) {
   return valeur(trouve(list, n, codes, n <= 2, nullptr));
 }
 
+bloc get_val_k(const word* list, int n, const int* codes) { return valeur(trouve(list, n, codes, true, nullptr)); }
+
 bloc get_propr_k(const word* list, int n, const int* codes, int* ind) {
   return trouve(list, n, codes, true, ind);
 }
@@ -216,23 +218,25 @@ bloc set_val_3(Objet* o, int c1, int c2, int c3, int n) {
   return set_val(o, 3, c, n);
 }
 
-bloc set_propr_1(Objet* o, int code, const word* value) {
-  if (!value) {
+bloc set_propr_k(Objet* o, int n, const int* codes, const word* value) {
+  if (!value || n < 1) {
     err_illegal(nullptr);
     return nullptr;
   }
-  const int size = 6 + bloc_len(value);
+  const int size = 4 + 2 * n + bloc_len(value);
   int ind = 0;
-  bloc p = trouve(o->local, 1, &code, true, &ind);
+  bloc p = trouve(o->local, n, codes, true, &ind);
   if (!p || p[0] != size) p = installe_propriete(o, p, ind, size);
   if (!p) {
     TRACE_FAIL("set_propr_1()");
     return nullptr;
   }
-  propr_key_1(p, code);
+  propr_key_k(p, n, codes);
   copie_bloc(propr_val(p), value);
   return p;
 }
+
+bloc set_propr_1(Objet* o, int code, const word* value) { return set_propr_k(o, 1, &code, value); }
 
 bloc set_matrix_k(Objet* o, int n, const int* codes, int np, int dimp) {
   if (np < 0 || dimp < 1) {

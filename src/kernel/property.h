@@ -26,6 +26,8 @@ bloc get_val_2(const word* list, int c1, int c2);
 bloc get_val_3(const word* list, int c1, int c2, int c3);
 bloc get_val_4(const word* list, int c1, int c2, int c3, int c4);
 bloc get_val_n(const word* list, int n, const int* codes);
+// The same with the key count always checked, for any n.
+bloc get_val_k(const word* list, int n, const int* codes);
 
 // The property itself, key count checked.
 bloc get_propr_1(const word* list, int c1);
@@ -51,6 +53,9 @@ bloc set_val_3(Objet* o, int c1, int c2, int c3, int n);
 // A one-key property holding a copy of `value`, overwritten in place
 // when its size is unchanged. Returns the property, or null.
 bloc set_propr_1(Objet* o, int code, const word* value);
+// The same with n keys: the slot is rewritten in place when the size is
+// unchanged, replaced otherwise.
+bloc set_propr_k(Objet* o, int n, const int* codes, const word* value);
 // A new two-key property holding a zeroed FLOAT of np points of dimp,
 // appended without looking for an old one. Returns its value, or null.
 bloc set_matrix_2(Objet* o, int c1, int c2, int np, int dimp);

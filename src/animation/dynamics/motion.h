@@ -17,6 +17,9 @@ struct Pas {
 
 // The moment and its damping: `force rota` completed by `force rota add`.
 void moment(const Pas& p, float* M, float* c);
+// The angle in degrees held within `limit rota` (radians; one value a
+// serves for -a..a).
+void borne_rota(float& angle, const word* limit);
 // The bounds of the angle: `limit rota` and `limit rota rotz`.
 void bornes_angle(Pas& p);
 // Clamps x to -L..L when L is at or above 0.

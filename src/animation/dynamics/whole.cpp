@@ -95,15 +95,17 @@ float ressort_rota(Pas& p, int* err) {
   return value_at(sr, 1, 0) * p.speed_rota[0] + (repos - angle) * value_at(sr, 0, 0) * RADIANS;
 }
 
+void borne_rota(float& angle, const word* l) {
+  // In radians, one value serving for both ends: -a..a.
+  const float a1 = value_at(l, 0, 0) * DEGRES;
+  const float a2 = elements(l) > 1 ? value_at(l, 1, 0) * DEGRES : a1;
+  const float lo = elements(l) > 1 ? a1 : -std::fabs(a1), hi = elements(l) > 1 ? a2 : std::fabs(a1);
+  angle = std::clamp(angle, std::min(lo, hi), std::max(lo, hi));
+}
+
 void bornes_angle(Pas& p) {
   float& angle = p.T[TR_ROTA];
-  // In radians, one value serving for both ends: -a..a.
-  if (const word* l = p.d[D_limit_rota]) {
-    const float a1 = value_at(l, 0, 0) * DEGRES;
-    const float a2 = elements(l) > 1 ? value_at(l, 1, 0) * DEGRES : a1;
-    const float lo = elements(l) > 1 ? a1 : -std::fabs(a1), hi = elements(l) > 1 ? a2 : std::fabs(a1);
-    angle = std::clamp(angle, std::min(lo, hi), std::max(lo, hi));
-  }
+  if (const word* l = p.d[D_limit_rota]) borne_rota(angle, l);
   // The bound of rota + rotz: the angle is set to the bound itself, not
   // to the bound less rotz, as scenes written for it expect.
   if (const word* l = p.d[D_limit_rota_rotz]) {

@@ -1,0 +1,75 @@
+// The absolute vertices of a volume and the plane test.
+#include <algorithm>
+#include <cmath>
+
+#include "animation/collision/collision.h"
+#include "animation/dynamics/dyn_props.h"
+#include "kernel/property.h"
+#include "kernel/chains.h"
+#include "kernel/entier.h"
+#include "kernel/keywords.h"
+#include "language/args.h"
+#include "scene/lookup.h"
+#include "scene/matrix.h"
+#include "scene/vol_generate.h"
+#include "scene/vol_measure.h"
+#include "scene/volume.h"
+
+void Absolus::at(int i, float r[3]) const { mat::point(m, p + i * d, r); }
+
+void Absolus::centre(float g[3]) const {
+  float l[3];
+  mat::moyenne(p, n, d, l);
+  mat::point(m, l, g);
+}
+
+bool absolus(Objet* o, Absolus& a) {
+  bloc poi = get_poi_vol(o);
+  if (!poi || np(poi) < 1 || stride(poi) < 3) return false;
+  a.p = sommets(poi);
+  a.d = stride(poi);
+  a.n = std::min(det_np(o), static_cast<int>(np(poi)));
+  if (poi == poi_vol(o)) matrice_du_bloc(o, a.m);
+  else mat::identite(a.m);
+  return a.n > 0;
+}
+
+int MAX_POI_ANC(const Absolus& a, const word* liste, const float N[3], float P[3]) {
+  int best = 0;
+  float bas = 0;
+  const int n = liste ? elements(liste) : a.n;
+  for (int k = 0; k < n; k++) {
+    const int i = liste ? entier(value_at(liste, k, 0)) - 1 : k;
+    if (i < 0 || i >= a.n) continue;
+    float q[3];
+    a.at(i, q);
+    const float h = mat::scalaire(q, N);
+    if (!best || h < bas || (h == bas && i + 1 < best)) {
+      best = i + 1, bas = h;
+      std::copy(q, q + 3, P);
+    }
+  }
+  return best;
+}
+
+bool coupe_plan(const float P[3], const float v[3], const float Q[3], const float N[3], float C[3]) {
+  const float vn = mat::scalaire(v, N);
+  if (std::fabs(vn) < 1e-12f) return false;
+  const float w[3] = {Q[0] - P[0], Q[1] - P[1], Q[2] - P[2]};
+  const float t = mat::scalaire(w, N) / vn;
+  for (int k = 0; k < 3; k++) C[k] = P[k] + t * v[k];
+  return true;
+}
+
+float angle_vecteurs(const float a[3], const float b[3]) {
+  const float la = std::sqrt(mat::scalaire(a, a)), lb = std::sqrt(mat::scalaire(b, b));
+  if (la <= 0 || lb <= 0) return 0;
+  return std::acos(std::clamp(mat::scalaire(a, b) / (la * lb), -1.0f, 1.0f));
+}
+
+Objet* volume_numero(float id) { return get_objet_id(chaine_classe(KW_vol), KW_vol, entier(id)); }
+
+float* cree_floats(Objet* o, int c1, int c2, int n) {
+  if (float* f = flottants(c2 ? get_val_2(o->local, c1, c2) : get_val_1(o->local, c1), n)) return f;
+  return flottants(c2 ? set_val_2(o, c1, c2, n) : set_val_1(o, c1, n), n);
+}

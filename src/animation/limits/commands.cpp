@@ -1,0 +1,172 @@
+// The command `limit`: the bounds of objects, of lines and of rows of a
+// lattice read; the paths of limits written as properties, their values
+// checked first.
+#include <algorithm>
+#include <vector>
+
+#include "animation/cycle.h"
+#include "animation/limits/limits.h"
+#include "kernel/keywords.h"
+#include "kernel/property.h"
+#include "kernel/report.h"
+#include "language/args.h"
+#include "language/cmd_util.h"
+#include "scene/graphic.h"
+#include "scene/image_object.h"
+#include "scene/lookup.h"
+#include "scene/property_rw.h"
+#include "scene/selection.h"
+#include "scene/vol_commands.h"
+#include "scene/vol_measure.h"
+#include "scene/volume.h"
+
+namespace {
+
+// The box of n points of dimension dim (at least 2 used), min then max.
+std::vector<float> boite(const float* p, int n, int dim, int w) {
+  std::vector<float> lo(w, 0), hi(w, 0);
+  for (int i = 0; i < n; i++)
+    for (int c = 0; c < w; c++) {
+      const float x = c < dim ? p[i * dim + c] : 0;
+      if (i == 0 || x < lo[c]) lo[c] = x;
+      if (i == 0 || x > hi[c]) hi[c] = x;
+    }
+  lo.insert(lo.end(), hi.begin(), hi.end());
+  return lo;
+}
+
+// The second word of the command, 0 when there is none.
+int deuxieme(word* s) { return item_count(s) > 1 ? next_item(first_item(s))[2] : 0; }
+
+int usage(const char* forme) {
+  voir_mot(KW_limit);
+  voir_texte(forme);
+  voir_texte("\a\n");
+  return -1;
+}
+
+// The least count of values each path of `limit dist` takes.
+struct FormeDist {
+  std::vector<int> mots;  // the words after `limit dist`
+  int min;
+  const char* forme;
+};
+const FormeDist FORMES_DIST[] = {
+    {{KW_CG, KW_force}, 5, "dist CG force vol(id)=d1,d2,a,b,id..."},
+    {{KW_CG}, 3, "dist CG vol(id)=d1,d2,id..."},
+    {{KW_roty}, 2, "dist roty vol(id)=a,id..."},
+    {{KW_vertex, KW_vertex}, 2, "dist vertex vertex vol(id)=d1,d2,..."},
+    {{KW_secx}, 2, "dist secx vol(id)=d1,d2"},
+    {{KW_secy}, 2, "dist secy vol(id)=d1,d2"},
+    {{KW_vertex}, 2, "dist vertex vol(id)=d1,d2"},
+};
+
+// The words of the command between `limit dist` and the object word.
+std::vector<int> mots_dist(word* s) {
+  std::vector<int> k;
+  word* it = next_item(next_item(first_item(s)));
+  for (int i = 2; i < item_count(s); i++, it = next_item(it)) {
+    if (mot_objet(it[2])) break;
+    k.push_back(it[2]);
+  }
+  return k;
+}
+
+// `limit dist ... vol(id)=...`: the values checked, then the property;
+// `limit ext vol(id)`: the size of the volume's box.
+int LIMIT_DIST(word* s, const word* ob, word* st, const word* lim) {
+  if (deuxieme(s) == KW_ext && !ob && item_count(s) == 3) {
+    Selection sel;
+    std::vector<Objet*> objets;
+    if (!objets_commande(s, sel, objets)) return 0;
+    float b[6];
+    if (!det_limite_vol(objets, false, b)) {
+      err_vide("LIMIT_DIST()", objets[0]);
+      return -1;
+    }
+    return set_result_floats(s, lim, {b[3] - b[0], b[4] - b[1], b[5] - b[2]}, 3);
+  }
+  if (ob) {
+    const std::vector<int> k = mots_dist(s);
+    for (const FormeDist& f : FORMES_DIST)
+      if (k == f.mots && elements(ob) < f.min) return usage(f.forme);
+  }
+  return bloc_0(s, ob, st, lim);
+}
+
+// `limit line(x1,y1,...) [inside(n)]`: the box of the points of the line.
+int LIMIT_LINE(word* s, const word* lim) {
+  const std::vector<float> p = arg_floats(s, KW_line);
+  const int dim = std::max(arg_int(s, KW_inside, 2), 1);
+  const int n = static_cast<int>(p.size()) / dim;
+  if (n < 1) return usage("line(x1,y1, ...)");
+  return set_result_floats(s, lim, boite(p.data(), n, dim, std::min(dim, 3)), std::min(dim, 3));
+}
+
+// `limit image(id)`: 0, 0, then its width and height.
+int limite_image(word* s, const word* lim) {
+  Selection sel;
+  std::vector<Objet*> objets;
+  if (!objets_commande(s, sel, objets)) return 0;
+  int nx = 0, ny = 0;
+  if (!GET_DIM_IMAGE(objets[0], &nx, &ny)) return set_result_nil(s);
+  return set_result_floats(s, lim, {0, 0, static_cast<float>(nx), static_cast<float>(ny)}, 2);
+}
+
+// `limit poi vol(id)`: the box of the stored vertices, in the volume's
+// coordinates; `limit secx(j) vol(id)`, `limit secy(i)`, `limit vertex(k...)`:
+// the box of rows j, of columns i, of vertices k (from 1; all rows,
+// columns or vertices with no number).
+int LIMIT_COM(word* s, const word* lim, int code) {
+  Selection sel;
+  std::vector<Objet*> objets;
+  if (!objets_commande(s, sel, objets)) return 0;
+  Objet* o = objets[0];
+  const word* poi = poi_vol(o);
+  if (!poi || np(poi) < 1) {
+    err_vide("LIMIT_b()", o);
+    return -1;
+  }
+  const int d = stride(poi), n = np(poi);
+  const int len = std::max(vol_secx(o) + (vol_close(o) ? 0 : 1), 1);
+  const std::vector<int> choisis = numeros(arg_of(s, code));
+  std::vector<float> pts;
+  auto prend = [&](int i) {
+    if (i < 0 || i >= n) return;
+    for (int c = 0; c < 3; c++) pts.push_back(c < d ? getf(poi, i * d + c) : 0);
+  };
+  for (int i = 0; i < n; i++) {
+    const int numero = code == KW_secx ? i / len + 1 : code == KW_secy ? i % len + 1 : i + 1;
+    if (choisis.empty() || std::find(choisis.begin(), choisis.end(), numero) != choisis.end()) prend(i);
+  }
+  if (pts.empty()) return set_result_nil(s);
+  return set_result_floats(s, lim, boite(pts.data(), static_cast<int>(pts.size()) / 3, 3, 3), 3);
+}
+
+int LIMIT_b2(word* s, const word* ob, word* st, const word* lim) {
+  const int k = deuxieme(s);
+  switch (k) {
+    case KW_dist:
+    case KW_ext: return LIMIT_DIST(s, ob, st, lim);
+    case KW_line: return ob ? bloc_0(s, ob, st, lim) : LIMIT_LINE(s, lim);
+    case KW_vol:
+    case KW_generate: return LIMIT_b(s, ob, st, lim);
+    case KW_image: return ob || item_count(s) != 2 ? bloc_0(s, ob, st, lim) : limite_image(s, lim);
+    case KW_poi:
+    case KW_secx:
+    case KW_secy:
+    case KW_vertex:
+      return ob || item_count(s) != 3 ? bloc_0(s, ob, st, lim) : LIMIT_COM(s, lim, k == KW_poi ? 0 : k);
+    default: return bloc_0(s, ob, st, lim);  // menu, light, view, fog, genetic and every other word
+  }
+}
+
+}  // namespace
+
+void install_limits() {
+  register_stage(STAGE_EXEC_LIMIT_DYNAMIC, EXEC_LIMIT_DYNAMIC_VOL);
+  register_stage(STAGE_EXEC_LIMIT_DYNAMIC_BRUSH, EXEC_LIMIT_DYNAMIC_BRUSH);
+  register_stage(STAGE_EXEC_LIMIT, EXEC_LIMIT);
+  register_graphic_handler({KW_limit}, LIMIT_b2);
+  register_graphic_handler({KW_inside}, INSIDE_b);
+}
