@@ -86,13 +86,14 @@ int COLLISION_VOL_VOL(word* s, const word* lim) {
   return set_result_floats(s, lim, {D < r ? 1.0f : 0.0f, D, r});
 }
 
-// The words of the path: every word but the object word; `collision
+// The words of the path: every word but the object word that selects
+// (`collision vol vol(4)`: the first `vol` is of the path); `collision
 // collision` is the state.
 std::vector<int> chemin(word* s) {
   std::vector<int> k;
   word* it = first_item(s);
   for (int i = 0; i < item_count(s); i++, it = next_item(it))
-    if (!mot_objet(it[2])) k.push_back(it[2]);
+    if (!mot_objet(it[2]) || !item_value(it)) k.push_back(it[2]);
   if (k.size() == 2 && k[1] == KW_collision) k.pop_back();
   return k;
 }
@@ -115,7 +116,11 @@ int ecrit(Objet* o, const std::vector<int>& k, const word* ob) {
 
 int COLLISION_b(word* s, const word* ob, word* st, const word* lim) {
   (void)st;
-  const bool deux_vol = arg_floats_all(s, KW_vol).size() >= 2;
+  int avec_valeur = 0;
+  word* it = first_item(s);
+  for (int i = 0; i < item_count(s); i++, it = next_item(it))
+    if (it[2] == KW_vol && item_value(it)) avec_valeur++;
+  const bool deux_vol = avec_valeur >= 2;
   if (has_word(s, KW_near)) return COLLISION_NEAR(s, lim);
   if (deux_vol) return COLLISION_VOL_VOL(s, lim);
   const std::vector<int> k = chemin(s);
