@@ -31,10 +31,18 @@
 //   collision limit      d1, d2, k of those pairs; 100, 100, 0.5
 //   collision lead       the number of the head of a chain
 #pragma once
+#include <vector>
+
 #include "kernel/objet.h"
 #include "kernel/word.h"
 
 constexpr int COLL_STATE = 11;
+
+// The work space of the stages, grown at the first images and then reused.
+struct CollisionState {
+  std::vector<float> places;  // the placed vertices of the volume under test
+};
+CollisionState& collision_state();
 
 void install_collisions();
 
@@ -52,7 +60,11 @@ struct Absolus {
   const float* p = nullptr;
   int n = 0, d = 3;
   float m[16];
+  const float* q = nullptr;  // the placed vertices, 3 floats each, once computed
   void at(int i, float r[3]) const;
+  // Computes the placed vertices once into `buffer`, for the tests that
+  // read each of them several times.
+  void place(std::vector<float>& buffer);
   // Their mean.
   void centre(float g[3]) const;
 };

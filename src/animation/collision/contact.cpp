@@ -57,6 +57,7 @@ int EXEC_COLLISION_POI(Objet* o, const word* plans, float* etat) {
     return -1;
   }
   if (!absolus(o, a) || n < 1) return 0;
+  a.place(collision_state().places);
   const int s = static_cast<int>(etat[0]);
   const word* normales = get_val_2(o->local, KW_collision, KW_normal);
   const int nn = elements(normales) / 3;

@@ -15,7 +15,21 @@
 #include "scene/vol_measure.h"
 #include "scene/volume.h"
 
-void Absolus::at(int i, float r[3]) const { mat::point(m, p + i * d, r); }
+CollisionState& collision_state() {
+  static CollisionState s;
+  return s;
+}
+
+void Absolus::at(int i, float r[3]) const {
+  if (q) std::copy(q + i * 3, q + i * 3 + 3, r);
+  else mat::point(m, p + i * d, r);
+}
+
+void Absolus::place(std::vector<float>& buffer) {
+  if (buffer.size() < static_cast<size_t>(n) * 3) buffer.resize(static_cast<size_t>(n) * 3);
+  for (int i = 0; i < n; i++) mat::point(m, p + i * d, buffer.data() + i * 3);
+  q = buffer.data();
+}
 
 void Absolus::centre(float g[3]) const {
   float l[3];

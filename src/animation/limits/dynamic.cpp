@@ -73,26 +73,29 @@ int bornes_sommets(Objet* o, const word* vv, const word* sx, const word* sy, con
   if (!F || ((vv || dv) && !voisins(o, nv))) return -1;
   std::fill(F, F + np(poi) * 3, 0.0f);
   const float* P = sommets(poi);
+  const float dv1 = value_at(dv, 0, 0), dv2 = value_at(dv, 1, 0);
+  const int nvv = elements(vv);
   for (int i = 0; (vv || dv) && i < n && i < nv.n; i++)
     for (int m = 0; m < nv.k; m++) {
       const int j = static_cast<int>(nv.v[i * nv.k + m]) - 1;
       if (j < 0) break;
       if (j >= n) continue;
-      if (dv) borne_paire(P, d, i, j, value_at(dv, 0, 0), value_at(dv, 1, 0), F);
+      if (dv) borne_paire(P, d, i, j, dv1, dv2, F);
       const long k = static_cast<long>(n - 1) * i + j;
-      if (vv && 2 * k + 1 < elements(vv) && value_at(vv, 2 * k, 0) >= 0)
-        borne_paire(P, d, i, j, value_at(vv, 2 * k, 0), value_at(vv, 2 * k + 1, 0), F);
+      if (vv && 2 * k + 1 < nvv && value_at(vv, static_cast<int>(2 * k), 0) >= 0)
+        borne_paire(P, d, i, j, value_at(vv, static_cast<int>(2 * k), 0), value_at(vv, static_cast<int>(2 * k + 1), 0), F);
     }
   // Along the rows (secx) and the columns (secy) of the lattice: each
   // vertex against the one before and the one after it.
   const int len = std::max(vol_secx(o) + (vol_close(o) ? 0 : 1), 1);
   const int rows = (n + len - 1) / len;
-  for (int i = 0; i < n; i++) {
+  const float sx1 = value_at(sx, 0, 0), sx2 = value_at(sx, 1, 0), sy1 = value_at(sy, 0, 0), sy2 = value_at(sy, 1, 0);
+  for (int i = 0; (sx || sy) && i < n; i++) {
     const int x = i % len, y = i / len;
-    if (sx && x > 0) borne_paire(P, d, i, i - 1, value_at(sx, 0, 0), value_at(sx, 1, 0), F);
-    if (sx && x + 1 < len && i + 1 < n) borne_paire(P, d, i, i + 1, value_at(sx, 0, 0), value_at(sx, 1, 0), F);
-    if (sy && y > 0) borne_paire(P, d, i, i - len, value_at(sy, 0, 0), value_at(sy, 1, 0), F);
-    if (sy && y + 1 < rows && i + len < n) borne_paire(P, d, i, i + len, value_at(sy, 0, 0), value_at(sy, 1, 0), F);
+    if (sx && x > 0) borne_paire(P, d, i, i - 1, sx1, sx2, F);
+    if (sx && x + 1 < len && i + 1 < n) borne_paire(P, d, i, i + 1, sx1, sx2, F);
+    if (sy && y > 0) borne_paire(P, d, i, i - len, sy1, sy2, F);
+    if (sy && y + 1 < rows && i + len < n) borne_paire(P, d, i, i + len, sy1, sy2, F);
   }
   return 0;
 }
