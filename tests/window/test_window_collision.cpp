@@ -1,0 +1,59 @@
+// A ball of radius 100 dropped on the plane y = -300 with restitution 0.8,
+// pictured from 4000 away (0.163 pixel a unit, as the cloth test measures).
+// An independent model of the steps (Python: v -= 1, y += v, a new contact
+// reflects the speed times 0.8 and moves out by 1.8 times the new speed)
+// puts the first two tops of the bounces at y = -61.2 and -103.92; at rest
+// the centre is within a few units of -200.
+#include <cmath>
+
+#include "window/window_run.h"
+
+namespace {
+
+const char* const BOUNCE =
+    "no edit\nyes dynamic\nyes collision\ninteraction period(0)\neye(0,0,-4000)\n"
+    "ball(1) radius(100)\ncol vol(1)=1,0,0\nmass vol(1)=1\n"
+    "collision poi vol(1)=0,-300,0\ncollision normal vol(1)=0,1,0\ncollision coe vol(1)=0.8\n"
+    "func=\"g(n){force vol(1)=0,-1,0,0}\"\n"
+    "displ\nwrite image name(\"start.bmp\")\n"
+    "interaction func(2,\"g\")\ninteraction time(36)\ndispl\nwrite image name(\"top1.bmp\")\n"
+    "interaction func(2,\"g\")\ninteraction time(30)\ndispl\nwrite image name(\"top2.bmp\")\n"
+    "interaction func(2,\"g\")\ninteraction time(400)\ndispl\nwrite image name(\"rest.bmp\")\nbye abs\n";
+
+constexpr double PIXEL = 261.0 / 1600.0;
+
+// The middle row of the red ball, -1 when it is not seen.
+double centre(const Picture& p) {
+  int top = -1, bottom = -1;
+  for (int y = 0; y < p.h; y++)
+    if (p.count(0, y, p.w, y + 1, reddish) > 0) {
+      if (top < 0) top = y;
+      bottom = y;
+    }
+  return top < 0 ? -1 : (top + bottom) / 2.0;
+}
+
+}  // namespace
+
+TEST(WindowCollision, BallBouncesLowerEachTimeAndComesToRestOnThePlane) {
+  REQUIRE_XVFB();
+  WindowRun run(BOUNCE);
+  const double c0 = centre(run.picture("start.bmp"));
+  const double c1 = centre(run.picture("top1.bmp"));
+  const double c2 = centre(run.picture("top2.bmp"));
+  const double c3 = centre(run.picture("rest.bmp"));
+  ASSERT_GE(c0, 0) << run.out;
+  ASSERT_GE(c1, 0);
+  ASSERT_GE(c2, 0);
+  ASSERT_GE(c3, 0);
+  // All on the same side of the start, further each time.
+  const double d1 = c1 - c0, d2 = c2 - c0, d3 = c3 - c0;
+  EXPECT_TRUE((d1 > 0 && d2 > 0 && d3 > 0) || (d1 < 0 && d2 < 0 && d3 < 0)) << d1 << " " << d2 << " " << d3;
+  EXPECT_NEAR(std::fabs(d1), 61.2 * PIXEL, 2);
+  EXPECT_NEAR(std::fabs(d2), 103.92 * PIXEL, 2);
+  // At rest on the plane: the centre 200 below where it started, never
+  // through the plane.
+  EXPECT_NEAR(std::fabs(d3), 200 * PIXEL, 2);
+  EXPECT_LT(std::fabs(d1), std::fabs(d2));
+  EXPECT_LT(std::fabs(d2), std::fabs(d3));
+}
