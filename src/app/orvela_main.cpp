@@ -4,6 +4,7 @@
 
 #include "animation/collision/collision.h"
 #include "animation/dynamics/dynamics.h"
+#include "animation/laws/laws.h"
 #include "animation/limits/limits.h"
 #include "animation/traj/traj.h"
 #include "app/install.h"
@@ -30,6 +31,7 @@ void orvela_main(int argc, char** argv) {
   install_dynamics();
   install_collisions();
   install_limits();
+  install_laws();
   install_object_files();
   install_trajectories();
   inita(argc, argv, "initb.h");

@@ -234,7 +234,7 @@ void install_dynamics() {
   register_stage(STAGE_DYNAMIC, DYNAMIC_b);
   register_graphic_handler({KW_mass}, MASS_b);
   register_graphic_handler({KW_force}, FORCE_b);
-  register_graphic_handler({KW_speed, KW_acc}, SPEED_b);
+  register_graphic_handler({KW_speed, KW_acc, KW_dec, KW_pend}, SPEED_b);
   register_graphic_handler({KW_lead, KW_follow, KW_anc, KW_reanc}, LEAD_FOLLOW);
   install_fields();
 }
