@@ -70,6 +70,9 @@ int TYPE_a(word* record, const word* limit) {
 // `limit(v) dim(min,max)`: each element held between the two bounds
 // (given in either order); `dim(m)` alone holds it between -m and m.
 int LIMIT_a(word* record, const word* limit) {
+  // `limit line(...)` and the other graphic forms without `dim` are the
+  // scene's.
+  if (!find_item(record, KW_dim) && has_other_vocabulary(record)) return 1;
   const word* arg = command_argument(record);
   std::vector<float> v = floats_of(arg);
   const std::vector<float> bounds = floats_of(arg_of(record, KW_dim));
