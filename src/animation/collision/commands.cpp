@@ -5,6 +5,7 @@
 
 #include "animation/collision/collision.h"
 #include "animation/cycle.h"
+#include "animation/whole_property.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
@@ -86,26 +87,14 @@ int COLLISION_VOL_VOL(word* s, const word* lim) {
   return set_result_floats(s, lim, {D < r ? 1.0f : 0.0f, D, r});
 }
 
-// The words of the path: every word but the object word that selects
-// (`collision vol vol(4)`: the first `vol` is of the path); `collision
-// collision` is the state.
-std::vector<int> chemin(word* s) {
-  std::vector<int> k;
-  word* it = first_item(s);
-  for (int i = 0; i < item_count(s); i++, it = next_item(it))
-    if (!mot_objet(it[2]) || !item_value(it)) k.push_back(it[2]);
-  if (k.size() == 2 && k[1] == KW_collision) k.pop_back();
-  return k;
-}
-
-int ecrit(Objet* o, const std::vector<int>& k, const word* ob) {
-  const int n = static_cast<int>(k.size());
-  if (!set_propr_k(o, n, k.data(), ob)) return -1;
-  if (n == 2 && k[1] == KW_poi) {
+// What the command writes beside a path: `collision -poi` with `collision
+// poi`, and `collision lead` on the head of the chain with `collision anc`.
+int apres(Objet* o, const std::vector<int>& k, const word* ob) {
+  if (k.size() == 2 && k[1] == KW_poi) {
     const int copie[2] = {KW_collision, -KW_poi};
     if (!set_propr_k(o, 2, copie, ob)) return -1;
   }
-  if (n == 2 && k[1] == KW_anc) {
+  if (k.size() == 2 && k[1] == KW_anc) {
     Objet* h = tete(o);
     const word id[5] = {5, T_FLOAT, 1, 1, fw(static_cast<float>(h->id))};
     const int lead[2] = {KW_collision, KW_lead};
@@ -123,16 +112,13 @@ int COLLISION_b(word* s, const word* ob, word* st, const word* lim) {
   const bool deux_vol = avec_valeur >= 2;
   if (has_word(s, KW_near)) return COLLISION_NEAR(s, lim);
   if (deux_vol) return COLLISION_VOL_VOL(s, lim);
-  const std::vector<int> k = chemin(s);
-  Selection sel;
-  std::vector<Objet*> objets;
-  if (!objets_commande(s, sel, objets, ob)) return 0;
-  if (!ob) return resultat(s, get_val_n(objets[0]->local, static_cast<int>(k.size()), k.data()), lim);
-  for (Objet* o : objets)
-    if (ecrit(o, k, ob) < 0) {
-      TRACE_FAIL("COLLISION_b()");
-      return -1;
-    }
+  // `collision collision` is the state.
+  std::vector<int> k = chemin_commande(s);
+  if (k.size() == 2 && k[1] == KW_collision) k.pop_back();
+  if (propriete_entiere(s, ob, lim, k, apres) < 0) {
+    TRACE_FAIL("COLLISION_b()");
+    return -1;
+  }
   return 0;
 }
 

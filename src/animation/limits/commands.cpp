@@ -6,6 +6,7 @@
 
 #include "animation/cycle.h"
 #include "animation/limits/limits.h"
+#include "animation/whole_property.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
@@ -143,7 +144,17 @@ int LIMIT_COM(word* s, const word* lim, int code) {
   return set_result_floats(s, lim, boite(pts.data(), static_cast<int>(pts.size()) / 3, 3, 3), 3);
 }
 
+// The paths the stages read as plain arrays: written whole, as given.
+const std::vector<int> ENTIERES[] = {
+    {KW_limit, KW_tran, KW_poi},         {KW_limit, KW_tran, KW_vertex}, {KW_limit, KW_tran, KW_poi, KW_force},
+    {KW_limit, KW_near, KW_vertex, KW_vertex}, {KW_limit, KW_dist, KW_vertex, KW_vertex},
+    {KW_limit, KW_dist, KW_vertex},
+};
+
 int LIMIT_b2(word* s, const word* ob, word* st, const word* lim) {
+  const std::vector<int> chemin = chemin_commande(s);
+  for (const std::vector<int>& e : ENTIERES)
+    if (chemin == e) return propriete_entiere(s, ob, lim, chemin);
   const int k = deuxieme(s);
   switch (k) {
     case KW_dist:

@@ -34,13 +34,14 @@ Objet* autre(const word* l, int i) {
   return v;
 }
 
-// `limit dist roty` a, ids: this volume's roty follows each other's.
+// `limit dist roty` a, ids: this volume's roty follows each other's, a
+// (radians, as every angle a command takes) ahead.
 int dist_roty(float* T, const word* l) {
   for (int i = 1; i < elements(l); i++) {
     Objet* v = autre(l, i);
     const float* TB = v ? get_matrix_vol(v) : nullptr;
     if (!TB) return -1;
-    T[TR_ROTX + 1] = value_at(l, 0, 0) + TB[TR_ROTX + 1];
+    T[TR_ROTX + 1] = value_at(l, 0, 0) * DEGRES + TB[TR_ROTX + 1];
   }
   return 0;
 }
