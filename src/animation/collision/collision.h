@@ -80,6 +80,8 @@ int MAX_POI_ANC(const Absolus& a, const word* liste, const float N[3], float P[3
 bool coupe_plan(const float P[3], const float v[3], const float Q[3], const float N[3], float C[3]);
 
 // The contacts of a volume with the planes of `plans`, updating `etat`.
+// 1 when a plane gave a contact, 0 when none did (the caller then sets
+// the state to 0, once all its planes are tested), negative after a report.
 int EXEC_COLLISION_POI(Objet* o, const word* plans, float* etat);
 // The moment a contact gives to the volume and to its chains.
 void EXEC_COLLISION_ROTA(Objet* o, const float* etat, const Absolus& a, const float* force, float k, float q,

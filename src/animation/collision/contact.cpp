@@ -111,6 +111,5 @@ int EXEC_COLLISION_POI(Objet* o, const word* plans, float* etat) {
     for (int k = 0; k < 3; k++) T[TR_TRAN + k] += K[k];
     etat[6] = etat[1], etat[7] = etat[2];
   }
-  if (!contact) etat[0] = 0;
-  return 0;
+  return contact ? 1 : 0;
 }

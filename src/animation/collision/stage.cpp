@@ -108,11 +108,17 @@ int EXEC_COLLISION_1(Objet* o) {
   }
   float* etat = (poi || center) ? cree_floats(o, KW_collision, 0, COLL_STATE) : nullptr;
   if ((poi || center) && !etat) return -1;
-  // The state is read again after each test: a test may grow the list.
-  if (poi && EXEC_COLLISION_POI(o, get_val_2(o->local, KW_collision, KW_poi), etat) < 0) return -1;
-  if (center && EXEC_COLLISION_POI(o, get_val_2(o->local, KW_collision, KW_center),
-                                   flottants(get_val_1(o->local, KW_collision), COLL_STATE)) < 0)
-    return -1;
+  // The values are read again after each test: a test may grow the list.
+  int contact = 0;
+  if (poi && (contact = EXEC_COLLISION_POI(o, get_val_2(o->local, KW_collision, KW_poi), etat)) < 0) return -1;
+  if (center) {
+    const int c = EXEC_COLLISION_POI(o, get_val_2(o->local, KW_collision, KW_center),
+                                     flottants(get_val_1(o->local, KW_collision), COLL_STATE));
+    if (c < 0) return -1;
+    contact |= c;
+  }
+  // No plane of either set gave a contact in this image: no contact.
+  if ((poi || center) && !contact) flottants(get_val_1(o->local, KW_collision), COLL_STATE)[0] = 0;
   if (const word* vols = get_val_2(o->local, KW_collision, KW_vol); vols && COLLISION_VOL(o, vols) < 0) return -1;
   etat = flottants(get_val_1(o->local, KW_collision), COLL_STATE);
   if (etat && etat[0] != 0 && (etat[1] != etat[6] || etat[2] != etat[7])) {
