@@ -56,7 +56,7 @@ int EXEC_COLLISION_POI(Objet* o, const word* plans, float* etat) {
     TRACE_FAIL("EXEC_COLLISION_POI()");
     return -1;
   }
-  if (!absolus(o, a) || n < 1) return 0;
+  if (!etat || !absolus(o, a) || n < 1) return 0;
   a.place(collision_state().places);
   const int s = static_cast<int>(etat[0]);
   const word* normales = get_val_2(o->local, KW_collision, KW_normal);
@@ -67,7 +67,7 @@ int EXEC_COLLISION_POI(Objet* o, const word* plans, float* etat) {
   const float* force = flottants(get_val_1(o->local, KW_force), 3);
   float* force_rota = flottants(get_val_2(o->local, KW_force, KW_rota), 1);
   const word* cf = get_val_2(o->local, KW_collision, KW_force);
-  bool contact = false;
+  bool contact = false, appele = false;
   for (int j = 0; j < n; j++) {
     float N[3], Q[3], P[3], C[3];
     for (int k = 0; k < 3; k++) {
@@ -98,9 +98,18 @@ int EXEC_COLLISION_POI(Objet* o, const word* plans, float* etat) {
         for (int k = 0; k < 3; k++) speed[k] = (speed[k] - d * N[k]) * restitution;
         for (int k = 0; k < 3; k++) K[k] += speed[k] + restitution * speed[k];
       }
-      if (const word* f = get_val_2(o->local, KW_collision, KW_func); f && appelle_func(o, f) < 0) {
-        TRACE_FAIL("EXEC_COLLISION_POI()");
-        return -1;
+      if (const word* f = get_val_2(o->local, KW_collision, KW_func)) {
+        if (appelle_func(o, f) < 0) {
+          TRACE_FAIL("EXEC_COLLISION_POI()");
+          return -1;
+        }
+        // The function may have rewritten any property of the volume: the
+        // state and the block are found again, and the planes left wait
+        // for the next image.
+        appele = true;
+        etat = flottants(get_val_1(o->local, KW_collision), COLL_STATE);
+        T = get_matrix_vol(o);
+        if (!etat || !T) return 1;
       }
     } else {
       for (int k = 0; k < 3; k++) K[k] = (suit ? etat[8 + k] : C[k]) - P[k];
@@ -110,6 +119,7 @@ int EXEC_COLLISION_POI(Objet* o, const word* plans, float* etat) {
     if (bloc copie = get_val_2(o->local, KW_collision, -KW_poi); copie && np(copie) > 0) np(copie) = -1;
     for (int k = 0; k < 3; k++) T[TR_TRAN + k] += K[k];
     etat[6] = etat[1], etat[7] = etat[2];
+    if (appele) break;
   }
   return contact ? 1 : 0;
 }

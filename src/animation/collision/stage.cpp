@@ -118,7 +118,8 @@ int EXEC_COLLISION_1(Objet* o) {
     contact |= c;
   }
   // No plane of either set gave a contact in this image: no contact.
-  if ((poi || center) && !contact) flottants(get_val_1(o->local, KW_collision), COLL_STATE)[0] = 0;
+  if ((poi || center) && !contact)
+    if (float* e = flottants(get_val_1(o->local, KW_collision), COLL_STATE)) e[0] = 0;
   if (const word* vols = get_val_2(o->local, KW_collision, KW_vol); vols && COLLISION_VOL(o, vols) < 0) return -1;
   etat = flottants(get_val_1(o->local, KW_collision), COLL_STATE);
   if (etat && etat[0] != 0 && (etat[1] != etat[6] || etat[2] != etat[7])) {
