@@ -117,14 +117,13 @@ const int DIST_V[] = {KW_limit, KW_dist, KW_vertex};
 const int SPEED_V[] = {KW_limit, KW_speed, KW_vertex};
 
 int limite_dynamique(Objet* o) {
-  const word* loc = o->local;
-  if (const word* l = get_val_k(loc, 4, CG_FORCE); l && dist_CG_force(o, l) < 0) return -1;
-  const word* vv = get_val_k(loc, 4, DIST_VV);
-  const word* sx = get_val_k(loc, 3, DIST_SECX);
-  const word* sy = get_val_k(loc, 3, DIST_SECY);
-  const word* dv = get_val_k(loc, 3, DIST_V);
+  if (const word* l = get_val_k(o->local, 4, CG_FORCE); l && dist_CG_force(o, l) < 0) return -1;
+  const word* vv = get_val_k(o->local, 4, DIST_VV);
+  const word* sx = get_val_k(o->local, 3, DIST_SECX);
+  const word* sy = get_val_k(o->local, 3, DIST_SECY);
+  const word* dv = get_val_k(o->local, 3, DIST_V);
   if ((vv || sx || sy || dv) && bornes_sommets(o, vv, sx, sy, dv) < 0) return -1;
-  if (const word* l = get_val_k(loc, 3, SPEED_V)) vitesses_sommets(o, l);
+  if (const word* l = get_val_k(o->local, 3, SPEED_V)) vitesses_sommets(o, l);
   return 0;
 }
 

@@ -110,14 +110,14 @@ void tran(Objet* o, float* T, const word* l) {
 }  // namespace
 
 int EXEC_LIMIT_2(Objet* o) {
-  const word* loc = o->local;
   float* T = get_matrix_vol(o);
-  if (!loc || !T) return 0;
-  if (const word* l = get_val_k(loc, 3, DIST_ROTY); l && dist_roty(T, l) < 0) return -1;
-  if (const word* l = get_val_k(loc, 3, DIST_CG); l && dist_CG(o, T, l) < 0) return -1;
-  if (const word* l = get_val_k(loc, 3, CG_MATRIX)) CG_matrix(o, T, l);
-  if (const word* l = get_val_k(loc, 2, TRAN)) tran(o, T, l);
-  if (const word* l = get_val_k(loc, 2, ROTA); l && elements(l) >= 1) borne_rota(T[TR_ROTA], l);
+  // The list is read at each lookup: a property made on the way moves it.
+  if (!o->local || !T) return 0;
+  if (const word* l = get_val_k(o->local, 3, DIST_ROTY); l && dist_roty(T, l) < 0) return -1;
+  if (const word* l = get_val_k(o->local, 3, DIST_CG); l && dist_CG(o, T, l) < 0) return -1;
+  if (const word* l = get_val_k(o->local, 3, CG_MATRIX)) CG_matrix(o, T, l);
+  if (const word* l = get_val_k(o->local, 2, TRAN)) tran(o, T, l);
+  if (const word* l = get_val_k(o->local, 2, ROTA); l && elements(l) >= 1) borne_rota(T[TR_ROTA], l);
   return limites_sommets(o);
 }
 

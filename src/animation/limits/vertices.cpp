@@ -157,21 +157,20 @@ void colonnes(Sommets& s, const word* sx, const word* sy) {
 }  // namespace
 
 int limites_sommets(Objet* o) {
-  const word* loc = o->local;
-  const word* tp = get_val_k(loc, 3, TRAN_POI);
-  const word* tv = get_val_k(loc, 3, TRAN_VERTEX);
-  const word* tf = get_val_k(loc, 4, TRAN_POI_FORCE);
-  const word* bl = get_val_k(loc, 2, BALL);
-  const word* nvv = get_val_k(loc, 4, NEAR_VV);
-  const word* dvv = get_val_k(loc, 4, DIST_VV);
-  const word* sx = get_val_k(loc, 3, DIST_SECX);
-  const word* sy = get_val_k(loc, 3, DIST_SECY);
+  const word* tp = get_val_k(o->local, 3, TRAN_POI);
+  const word* tv = get_val_k(o->local, 3, TRAN_VERTEX);
+  const word* tf = get_val_k(o->local, 4, TRAN_POI_FORCE);
+  const word* bl = get_val_k(o->local, 2, BALL);
+  const word* nvv = get_val_k(o->local, 4, NEAR_VV);
+  const word* dvv = get_val_k(o->local, 4, DIST_VV);
+  const word* sx = get_val_k(o->local, 3, DIST_SECX);
+  const word* sy = get_val_k(o->local, 3, DIST_SECY);
   if (dvv && elements(dvv) <= 6) dvv = nullptr;
   if (!tp && !tv && !tf && !bl && !nvv && !dvv && !sx && !sy) return 0;
   bloc poi = poi_vol(o);
   if (!poi || stride(poi) < 3) return 0;
   Sommets s{o, sommets(poi), stride(poi), std::min(det_np(o), static_cast<int>(np(poi))), np(poi), nullptr};
-  s.V = flottants(get_val_2(loc, KW_speed, KW_vertex), s.stored * 3);
+  s.V = flottants(get_val_2(o->local, KW_speed, KW_vertex), s.stored * 3);
   if (tp) tran_poi(s, tp);
   if (tv) tran_vertex(s, tv);
   if (tf && tran_poi_force(s, tf) < 0) return -1;
