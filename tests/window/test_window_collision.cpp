@@ -57,3 +57,53 @@ TEST(WindowCollision, BallBouncesLowerEachTimeAndComesToRestOnThePlane) {
   EXPECT_LT(std::fabs(d1), std::fabs(d2));
   EXPECT_LT(std::fabs(d2), std::fabs(d3));
 }
+
+// Contacts with planes, spheres, pairs of centres and the bounds of
+// positions and distances in every image: none of them allocates once the
+// scene is built (the forces are set once, with `no force`, so that no
+// user function runs).
+TEST(WindowCollision, TheCollisionAndLimitStagesAllocateNothingInTheLoop) {
+  REQUIRE_XVFB();
+  WindowRun run("no edit\n"
+                "yes dynamic\n"
+                "yes collision\n"
+                "interaction period(0)\n"
+                "ball(1) radius(100)\n"
+                "mass vol(1)=1\n"
+                "collision poi vol(1)=0,-300,0,0,300,0\n"
+                "collision normal vol(1)=0,1,0,0,-1,0\n"
+                "collision coe vol(1)=0.8\n"
+                "cube(2)\n"
+                "mass vol(2)=1\n"
+                "collision poi vol(2)=0,-300,0\n"
+                "collision normal vol(2)=0,1,0\n"
+                "collision vol vol(2)=1\n"
+                "cube(3)\n"
+                "cube(4)\n"
+                "tran(150,0,0) matrix vol(4)\n"
+                "collision anc vol(3)=4\n"
+                "mass vol(3,4)=1\n"
+                "limit CG matrix vol(3)=0,0,0,400\n"
+                "limit tran vol(4)=-500,-500,-500,500,500,500\n"
+                "limit ball vol(4)=0,0,0,1000\n"
+                "grid(5) secx(10) secy(10)\n"
+                "mass vol(5)=1\n"
+                "mass vertex(1) vol(5)=0\n"
+                "spring vol(5)=0.1,-0.05\n"
+                "limit dist vertex vol(5)=5,30\n"
+                "limit dist secy vol(5)=5,30\n"
+                "limit dist secx vol(5)=5,30\n"
+                "limit speed vertex vol(5)=3\n"
+                "no force\n"
+                "force vol(1)=0,-1,0,0\n"
+                "force vol(2)=0,-1,0,0\n"
+                "force vertex vol(5)=0,-0.05,0,-0.02\n"
+                "interaction time(260)\n"
+                "collision collision vol(1)\n"
+                "bye abs\n",
+                "ID", "", ORVELA_ALLOC_PROBE);
+  EXPECT_NE(run.out.find("probe: images 30 to 230: 0 new, 0 blocks\n"), std::string::npos) << run.out;
+  EXPECT_EQ(run.out.find("EXEC_"), std::string::npos) << run.out;
+  // The ball did reach its plane: its state names a vertex and plane 1.
+  EXPECT_NE(run.out.find(" 1.000000 0.000000 -300.000000 0.000000 "), std::string::npos) << run.out;
+}
