@@ -79,8 +79,11 @@ TEST_F(VolGenerate, NeighboursAndRestLengthsOfAGrid) {
   const std::vector<float> near = floats("near vertex vol(1)");
   const std::vector<float> dist = floats("near vertex dist vol(1)");
   const std::vector<float> radius = floats("radius near vertex vol(1)");
-  ASSERT_EQ(near.size(), p.size() * 4) << "an inner vertex has 4 neighbours";
   ASSERT_EQ(dist.size(), near.size());
+  // One list a vertex, led by its own size: corners have 2 neighbours,
+  // edges 3, the 4 inner vertices 4.
+  ASSERT_EQ(near.size(), 4u * 3 + 8u * 4 + 4u * 5);
+  size_t at = 0;
   for (size_t a = 0; a < p.size(); a++) {
     std::vector<float> want, lengths;
     float shortest = 1e9f;
@@ -90,12 +93,14 @@ TEST_F(VolGenerate, NeighboursAndRestLengthsOfAGrid) {
         lengths.push_back(VolTest::dist(bent[a], bent[b]));
         shortest = std::min(shortest, lengths.back());
       }
-    want.resize(4, 0.0f);
-    lengths.resize(4, 0.0f);
-    for (size_t k = 0; k < 4; k++) {
-      EXPECT_EQ(near[a * 4 + k], want[k]) << "vertex " << a + 1;
-      EXPECT_NEAR(dist[a * 4 + k], lengths[k], 1e-4f) << "vertex " << a + 1;
+    ASSERT_LT(at, near.size());
+    ASSERT_EQ(near[at], static_cast<float>(want.size() + 1)) << "vertex " << a + 1;
+    EXPECT_EQ(dist[at], near[at]) << "the lengths in the same layout";
+    for (size_t k = 0; k < want.size(); k++) {
+      EXPECT_EQ(near[at + 1 + k], want[k]) << "vertex " << a + 1;
+      EXPECT_NEAR(dist[at + 1 + k], lengths[k], 1e-4f) << "vertex " << a + 1;
     }
+    at += want.size() + 1;
     EXPECT_NEAR(radius[a], shortest / 2, 1e-4f) << "vertex " << a + 1;
   }
   EXPECT_NEAR(one("radius near vertex(6) vol(1)"), radius[5], 1e-6f);

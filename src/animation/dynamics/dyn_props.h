@@ -60,6 +60,14 @@ struct Rangees {
   }
   // Whether row i is given.
   bool has(int i) const { return plain ? i >= 0 && i < n : v && has_table(i); }
+  // Row i: its floats in place, or copied to buf (w floats); null when
+  // not given.
+  const float* row(int i, float* buf) const {
+    if (plain) return i >= 0 && i < n ? plain + i * w : nullptr;
+    if (!has(i)) return nullptr;
+    for (int a = 0; a < w; a++) buf[a] = at_table(i, a, 0);
+    return buf;
+  }
 
  private:
   float at_table(int i, int a, float dflt) const;
