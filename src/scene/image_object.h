@@ -5,6 +5,7 @@
 #pragma once
 #include <cstdint>
 
+#include "kernel/keywords.h"
 #include "kernel/objet.h"
 #include "kernel/word.h"
 
@@ -46,6 +47,12 @@ bool GET_DIM_IMAGE(Objet* o, int* nx, int* ny);
 // The previous copy of the pixels (key -image), made or re-made to the
 // image's size; `copy` fills it with the current pixels.
 bloc pixels_precedents(Objet* o, bool copy);
+
+// set_type_dynamique: an image of type `dynamic` is stepped by the
+// dynamics (its pixels' colours move under their speed and forces). `on`
+// false takes the type away.
+void set_type_dynamique(Objet* o, bool on = true);
+inline bool image_dynamique(const Objet* o) { return o->subkind == KW_dynamic; }
 
 // The image chain's head, and lookups in it.
 Objet* chaine_images();

@@ -13,6 +13,7 @@
 #include "kernel/report.h"
 #include "language/cmd_util.h"
 #include "language/args.h"
+#include "render/view.h"
 #include "kernel/chains.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
@@ -112,7 +113,7 @@ int MASS_VERTEX(word* s, const word* ob, const word* lim) {
 
 int MASS_b(word* s, const word* ob, word* st, const word* lim) {
   if (has_word(s, KW_vertex)) return MASS_VERTEX(s, ob, lim);
-  // An image given a mass is a dynamic image: the property is kept.
+  if (has_word(s, KW_image)) return MASS_IMAGE(s, ob, lim);
   return bloc_0(s, ob, st, lim);
 }
 
@@ -232,9 +233,13 @@ int LEAD_FOLLOW(word* s, const word* ob, word* st, const word* lim) {
 
 void install_dynamics() {
   register_stage(STAGE_DYNAMIC, DYNAMIC_b);
+  views().spring_move = [](Objet* v, int code, const float from[3], float to[3], float k, float c, float m) {
+    return SPRING_MOVE(v, from, to, k, c, m, code == KW_aim ? KW_aim : 0);
+  };
   register_graphic_handler({KW_mass}, MASS_b);
   register_graphic_handler({KW_force}, FORCE_b);
   register_graphic_handler({KW_speed, KW_acc}, SPEED_b);
   register_graphic_handler({KW_lead, KW_follow, KW_anc, KW_reanc}, LEAD_FOLLOW);
   install_fields();
+  install_dynamic_commands();
 }

@@ -1,7 +1,9 @@
-// DYNAMIC_b, the stage: the families of objects in their order, then the
-// views and the particles.
+// DYNAMIC_b, the stage: the families of objects in their order (fields,
+// images of type dynamic, lights, brushes, objects, volumes), then the
+// views and the particles. The pointer's place is taken once an image.
 #include "animation/dynamics/dynamics.h"
 #include "animation/dynamics/dyn_props.h"
+#include "animation/dynamics/dyn_state.h"
 #include "animation/dynamics/particles.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
@@ -74,6 +76,8 @@ int DYNAMIC_VIEW(Objet* v) {
 int DYNAMIC_b() {
   // Each field's first local function runs before any force is read.
   if (DYNAMIC_LIST(KW_field, [](Objet* f) { return f->child ? exec_locales(f, 1) : 0; }) < 0) return -1;
+  dynamique().echantillonne_souris();
+  if (DYNAMIC_LIST(KW_image, DYNAMIC_IMAGE) < 0) return -1;
   if (DYNAMIC_LIST(KW_light, pas_objet) < 0) return -1;
   if (Yes(KW_brush) > 0 && DYNAMIC_LIST(KW_brush, pas_objet) < 0) return -1;
   if (Yes(KW_object) > 0 && DYNAMIC_LIST(KW_object, pas_objet) < 0) return -1;
