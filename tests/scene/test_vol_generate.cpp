@@ -188,6 +188,8 @@ TEST_F(VolGenerate, ExtrusionGivesTheSurfaceAThickness) {
 TEST_F(VolGenerate, LedVerticesGoThroughTheMatrixAnc) {
   Objet* o = volume(1, cube_points(1), cube_facets());
   ok("matrix anc vol(1)=1,0,0,0,0,1,0,0,0,0,1,0,10,20,30,1");
+  // The leader exists: with the dynamics installed `lead` links both ends.
+  ok("vol(2) poi(0,0,0)");
   ok("lead vol(1)=2");
   const int was = Yes(KW_anc);
   Yes(KW_anc) = 1;

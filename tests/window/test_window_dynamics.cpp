@@ -63,3 +63,27 @@ TEST(WindowDynamics, ClothHangsFromItsTwoPinnedCorners) {
   EXPECT_EQ(cloth.count(0, 0, 240, 576, reddish), 0);
   EXPECT_EQ(cloth.count(530, 0, 768, 576, reddish), 0);
 }
+
+// Once the scene is built, the images of the dynamics ask for no memory:
+// springs of a grid, a led volume, the simple form, vertex fields of
+// several kinds with colours, a dynamic image under a field, particles
+// born again and a view with a mass.
+TEST(WindowDynamics, TheStepsAskForNoMemoryOnceBuilt) {
+  REQUIRE_XVFB();
+  WindowRun run(
+      "no edit\nyes dynamic\nyes field\nyes particle\ninteraction period(0)\n"
+      "grid(1) secx(8) secy(8)\nmass vol(1)=1\nmass vertex(1,9) vol(1)=0\nspring vol(1)=0.1,-0.05\n"
+      "col vertex vol(1)=0.5,0.5,0.5\nlimit speed vertex vol(1)=5\n"
+      "vol(2) poi(0,0,0)\nvol(3) poi(0,0,0, 10,0,0)\nlead vol(3)=2\nvertex follow vol(3)=2\nmass vol(3)=1\n"
+      "law speed rota vol(3)=0.5,0.5\nyes lead\nspring ang vol(3)=0.1,-0.1\n"
+      "vol(4) poi(0,0,0)\nmass vol(4)=1\nsimple vol(4)=2\nspring rota vol(4)=1,-0.1\n"
+      "field(1) meta(0.001,0,0,0,0,0,0,0,0) poi(0,0,0)\nfield(2) vol(2) near(1) coe(0.01)\n"
+      "field(3) poi(0,100,0) radius(5) law(1)\n"
+      "image(1) dim(16,16) col(0.5,0.5,0.5)\nimage(1) speed(0.1,0,0)\nmass image(1)=1\nforce image(1)=0,0,0,-0.1\n"
+      "vol(5) poi(0,0,0, 1,1,1, 2,2,2) particle\nparticle vol(5)=0,0,0, 0,1,0\nmass vol(5)=1\ntime vol(5)=0,2,0\n"
+      "view(2)\nmass view(2)=2\nforce eye view(2)=0,1,0,-0.5\n"
+      "func=\"pousse(n){force vol(3)=0,1,0,0;force vol(4)=1,0,0,-0.1;force vertex vol(1)=0,-0.01,0,-0.02}\"\n"
+      "interaction func(2,\"pousse\")\ninteraction time(240)\nbye abs\n",
+      "ID", "", ORVELA_ALLOC_PROBE);
+  EXPECT_NE(run.out.find("probe: images 30 to 230: 0 new, 0 blocks\n"), std::string::npos) << run.out;
+}

@@ -100,11 +100,16 @@ int MASS_IMAGE(word* s, const word* ob, const word* lim) {
 
 void DynState::echantillonne_souris() {
   const ScenePointer& p = scene().pointeur;
-  const float x = p.on ? p.x : 0, y = p.on ? -p.y : 0;
+  if (!p.on) {
+    for (float& x : souris) x = 0;
+    vu = false;
+    return;
+  }
+  const float x = p.x, y = -p.y;
   const float vx = vu ? x - souris[0] : 0, vy = vu ? y - souris[1] : 0;
   const float s[6] = {x, y, vx, vy, vu ? vx - souris[2] : 0, vu ? vy - souris[3] : 0};
   for (int a = 0; a < 6; a++) souris[a] = s[a];
-  vu = p.on;
+  vu = true;
 }
 
 DynState& dynamique() {
