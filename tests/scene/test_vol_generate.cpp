@@ -75,15 +75,12 @@ TEST_F(VolGenerate, NeighboursAndRestLengthsOfAGrid) {
   // A bent grid: distances differ, neighbours stay those of the lattice.
   std::vector<P3> bent = p;
   for (P3& q : bent) q[2] = q[0] * q[0] / 3;
-  volume(1, bent, grid_facets(n));
+  Objet* o = volume(1, bent, grid_facets(n));
   const std::vector<float> near = floats("near vertex vol(1)");
   const std::vector<float> dist = floats("near vertex dist vol(1)");
   const std::vector<float> radius = floats("radius near vertex vol(1)");
+  ASSERT_EQ(near.size(), p.size() * 4) << "an inner vertex has 4 neighbours";
   ASSERT_EQ(dist.size(), near.size());
-  // One list a vertex, led by its own size: corners have 2 neighbours,
-  // edges 3, the 4 inner vertices 4.
-  ASSERT_EQ(near.size(), 4u * 3 + 8u * 4 + 4u * 5);
-  size_t at = 0;
   for (size_t a = 0; a < p.size(); a++) {
     std::vector<float> want, lengths;
     float shortest = 1e9f;
@@ -93,16 +90,28 @@ TEST_F(VolGenerate, NeighboursAndRestLengthsOfAGrid) {
         lengths.push_back(VolTest::dist(bent[a], bent[b]));
         shortest = std::min(shortest, lengths.back());
       }
-    ASSERT_LT(at, near.size());
-    ASSERT_EQ(near[at], static_cast<float>(want.size() + 1)) << "vertex " << a + 1;
-    EXPECT_EQ(dist[at], near[at]) << "the lengths in the same layout";
-    for (size_t k = 0; k < want.size(); k++) {
-      EXPECT_EQ(near[at + 1 + k], want[k]) << "vertex " << a + 1;
-      EXPECT_NEAR(dist[at + 1 + k], lengths[k], 1e-4f) << "vertex " << a + 1;
+    want.resize(4, 0.0f);
+    lengths.resize(4, 0.0f);
+    for (size_t k = 0; k < 4; k++) {
+      EXPECT_EQ(near[a * 4 + k], want[k]) << "vertex " << a + 1;
+      EXPECT_NEAR(dist[a * 4 + k], lengths[k], 1e-4f) << "vertex " << a + 1;
     }
-    at += want.size() + 1;
     EXPECT_NEAR(radius[a], shortest / 2, 1e-4f) << "vertex " << a + 1;
   }
+  // Stored, each vertex's list is led by its own size: corners have 2
+  // neighbours, edges 3, the 4 inner vertices 4.
+  const word* stored = get_val_3(o->local, KW_near, KW_vertex, KW_vertex);
+  ASSERT_EQ(elements(stored), 4 * 3 + 8 * 4 + 4 * 5);
+  for (int i = 0, a = 0; a < 16; a++) {
+    const int len = static_cast<int>(getf(stored, i));
+    ASSERT_GE(len, 3) << "vertex " << a + 1;
+    for (int j = 1; j < len; j++) EXPECT_EQ(getf(stored, i + j), near[a * 4 + j - 1]) << "vertex " << a + 1;
+    if (len < 5) {
+      EXPECT_EQ(near[a * 4 + len - 1], 0) << "vertex " << a + 1;
+    }
+    i += len;
+  }
+  EXPECT_EQ(floats("near vertex(6,1) vol(1)"), (std::vector<float>{2, 5, 7, 10, 2, 5, 0, 0}));
   EXPECT_NEAR(one("radius near vertex(6) vol(1)"), radius[5], 1e-6f);
   EXPECT_EQ(one("radius near vertex(99) vol(1)"), 0.0f) << "out of range gives 0";
 }
