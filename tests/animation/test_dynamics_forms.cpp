@@ -234,30 +234,29 @@ TEST_F(Forms, TheEyesSpringStepsWithTheViewsMotion) {
 TEST_F(Forms, VolFieldsPullTowardTheVertices) {
   ok("vol(5) poi(10,0,0, 0,20,0)");
   ok("field(1) vol(5) coe(0.5)");
+  ok("field(2) vol(5) coe(0.5) law(1)");
+  ok("field(3) vol(5) near(1) coe(0.5)");
+  ok("field(4) vol(5) vertex(1) coe(0.5)");
+  const struct {
+    int field, vertex;
+    float want[3];
+    const char* what;
+  } cases[] = {{1, 2, {0.5f, 0.5f, 0}, "every vertex"},
+               {2, 2, {0.05f, 0.025f, 0}, "with the law"},
+               {3, 2, {0.5f, 0, 0}, "the nearest"},
+               {4, 2, {0, 0.5f, 0}, "the same number"},
+               {4, 0, {0, 0, 0}, "the whole object has no number"}};
   const float x[3] = {0, 0, 0};
-  float F[4] = {0, 0, 0, 0};
-  ASSERT_EQ(set_FIELD_1(field(1), F, x, 2), 0);
-  expect3(F, 0.5f, 0.5f, 0, "every vertex");
-  ok("law field(1)=1");
-  float G[4] = {0, 0, 0, 0};
-  ASSERT_EQ(set_FIELD_1(field(1), G, x, 2), 0);
-  expect3(G, 0.05f, 0.025f, 0, "with the law");
-  ok("field(2) vol(5) near(1) coe(0.5)");
-  float H[4] = {0, 0, 0, 0};
-  ASSERT_EQ(set_FIELD_1(field(2), H, x, 2), 0);
-  expect3(H, 0.5f, 0, 0, "the nearest");
-  ok("field(3) vol(5) vertex(1) coe(0.5)");
-  float K[4] = {0, 0, 0, 0};
-  ASSERT_EQ(set_FIELD_1(field(3), K, x, 2), 0);
-  expect3(K, 0, 0.5f, 0, "the same number");
-  float L[4] = {0, 0, 0, 0};
-  ASSERT_EQ(set_FIELD_1(field(3), L, x, 0), 0);
-  expect3(L, 0, 0, 0, "the whole object has no number");
+  for (const auto& c : cases) {
+    float F[4] = {0, 0, 0, 0};
+    ASSERT_EQ(set_FIELD_1(field(c.field), F, x, c.vertex), 0) << c.what;
+    expect3(F, c.want[0], c.want[1], c.want[2], c.what);
+  }
   // A missing volume is reported.
-  ok("field(4) vol(9)");
+  ok("field(6) vol(9)");
   Capture c;
   float M[4] = {0, 0, 0, 0};
-  EXPECT_LT(set_FIELD_1(field(4), M, x, 2), 0);
+  EXPECT_LT(set_FIELD_1(field(6), M, x, 2), 0);
   EXPECT_NE(c.take().find("NOT FOUND"), std::string::npos);
 }
 
