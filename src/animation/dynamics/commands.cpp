@@ -67,14 +67,6 @@ bool pour_les_objets(word* s, const word* ob, F&& f) {
   return any;
 }
 
-// The message of a property that an object lacks: the object, then
-// message `num` of vocabulary 1.
-int manque(const Objet* o, int num) {
-  voir_objet(o);
-  voir_message(1, num);
-  return -1;
-}
-
 // `KEY vertex(i...) vol(id)`: rows of w floats, one a stored vertex,
 // the property made when missing with each row at `init`. Writing puts
 // the value in each named row (a value of w floats for each named vertex
@@ -93,7 +85,7 @@ int rangees_sommets(word* s, const word* ob, const word* lim, int code, int w, c
     const int n = np(poi);
     const int keys[] = {code, KW_vertex};
     float* rows = flottants(get_val_2(o->local, code, KW_vertex), n * w);
-    if (!ob && !rows) return r = manque(o, absent);
+    if (!ob && !rows) return r = manque_propriete(o, absent);
     if (!rows) {
       bool valide = false;
       rows = flottants(cache_vol(o, 2, keys, n, w, &valide), n * w);

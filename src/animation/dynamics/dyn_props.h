@@ -36,6 +36,10 @@ void lire_props(const Objet* o, DynProps& d);
 // in `d`. Null after a report.
 bloc cree_prop(Objet* o, DynProps& d, DynPath p, int np, int dimp);
 
+// The report of a property an object lacks: the object, then message
+// `num` of vocabulary 1 (101 a mass, 81 a speed, 103 a dynamic). -1.
+int manque_propriete(const Objet* o, int num);
+
 // The keys of a path: their count, and the codes in `codes`.
 int cles_prop(DynPath p, const int** codes);
 

@@ -12,6 +12,7 @@
 //      their masses (message 101 for an image with none).
 #include <vector>
 
+#include "animation/dynamics/dyn_props.h"
 #include "animation/dynamics/dyn_state.h"
 #include "animation/dynamics/dynamics.h"
 #include "kernel/keywords.h"
@@ -25,14 +26,6 @@
 #include "scene/vol_commands.h"
 
 namespace {
-
-// The message of a property that an object lacks: the object, then
-// message `num` of vocabulary 1.
-int manque(const Objet* o, int num) {
-  voir_objet(o);
-  voir_message(1, num);
-  return -1;
-}
 
 // Writes `code` = v on each object named, or reads it (message `absent`
 // for an object without it). `marque` is called on each written object
@@ -56,7 +49,7 @@ int valeur_des_objets(word* s, const word* ob, const word* lim, int code, int ab
     }
     float v = 0;
     if (const word* x = get_val_1(o->local, code); elements(x) > 0) v = value_at(x, 0, 0);
-    else if (!defaut(o, &v)) return manque(o, absent);
+    else if (!defaut(o, &v)) return manque_propriete(o, absent);
     lu.push_back(v);
   }
   return ob ? 0 : set_result_floats(s, lim, lu, 1);
