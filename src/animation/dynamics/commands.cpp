@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "animation/dynamics/dyn_props.h"
+#include "animation/dynamics/dyn_state.h"
 #include "animation/dynamics/dynamics.h"
 #include "animation/cycle.h"
 #include "kernel/entier.h"
@@ -56,24 +57,17 @@ void sommets_nommes(word* s, Objet* o, int n, std::vector<int>& k) {
 template <class F>
 bool pour_les_objets(word* s, const word* ob, F&& f) {
   Selection sel;
-  const int n = lire_selection(s, sel, mot_objet) == WalkEnd::Objects ? nb_objets(sel) : 0;
   bool any = false;
-  for (int i = 0; i < n; i++)
-    if (Objet* o = objet_selection(sel, i)) {
-      any = true;
-      if (f(o) < 0) return false;
-    }
+  if (lire_selection(s, sel, mot_objet) == WalkEnd::Objects &&
+      pour_chaque_objet(sel, [&](Objet* o) { return any = true, f(o); }) < 0)
+    return false;
   if (!any && !ob) set_result_nil(s);
   return any;
 }
 
-// `KEY vertex(i...) vol(id)`: rows of w floats, one a stored vertex,
-// the property made when missing with each row at `init`. Writing puts
-// the value in each named row (a value of w floats for each named vertex
-// gives each its own); reading gives the named rows. A volume without the
-// property when read is reported with message `absent`.
 int rangees_sommets(word* s, const word* ob, const word* lim, int code, int w, const float* init, int absent) {
-  static std::vector<int> k;  // kept: no memory asked at each image
+  Pret<int> numeros(dynamique().sommets);
+  std::vector<int>& k = numeros.v;
   std::vector<float> lu;
   int r = 0;
   const bool any = pour_les_objets(s, ob, [&](Objet* o) {

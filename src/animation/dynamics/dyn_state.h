@@ -1,6 +1,8 @@
 // The state of the dynamics that lives from image to image outside the
-// objects: the pointer as the stage measures it.
+// objects: the pointer as the stage measures it, and the buffers its
+// commands borrow.
 #pragma once
+#include "kernel/pret.h"
 
 struct DynState {
   // x, y (pixels from the window's centre, y up), speed and acceleration
@@ -9,6 +11,8 @@ struct DynState {
   bool vu = false;  // a position was taken at the image before
   // Takes the pointer's place of this image.
   void echantillonne_souris();
+  // The vertex numbers a per-vertex command names.
+  Prets<int> sommets;
 };
 
 DynState& dynamique();
