@@ -65,10 +65,9 @@ TEST(WindowDynamics, ClothHangsFromItsTwoPinnedCorners) {
 }
 
 // Once the scene is built, the images of the dynamics ask for no memory:
-// springs of a grid whose vertex forces a user function sets at each
-// image, a led volume, the simple form, vertex fields of several kinds
+// springs of a grid, a led volume, the simple form, vertex fields of several kinds
 // with colours, a dynamic image under a field, particles born again and
-// a view with a mass.
+// a view with a mass; the forces set by a user function at each image.
 TEST(WindowDynamics, TheStepsAskForNoMemoryOnceBuilt) {
   REQUIRE_XVFB();
   WindowRun run(
@@ -83,8 +82,8 @@ TEST(WindowDynamics, TheStepsAskForNoMemoryOnceBuilt) {
       "image(1) dim(16,16) col(0.5,0.5,0.5)\nimage(1) speed(0.1,0,0)\nmass image(1)=1\nforce image(1)=0,0,0,-0.1\n"
       "vol(5) poi(0,0,0, 1,1,1, 2,2,2) particle\nparticle vol(5)=0,0,0, 0,1,0\nmass vol(5)=1\ntime vol(5)=0,2,0\n"
       "view(2)\nmass view(2)=2\nforce eye view(2)=0,1,0,-0.5\n"
-      "no force\nforce vol(3)=0,1,0,0\nforce vol(4)=1,0,0,-0.1\n"
-      "func=\"pousse(n){force vertex vol(1)=0,-0.01,0,-0.02;force CG vol(1)=0,0.1,0}\"\n"
+      "func=\"pousse(n){force vol(3)=0,1,0,0;force vol(4)=1,0,0,-0.1;force vertex vol(1)=0,-0.01,0,-0.02;"
+      "force CG vol(1)=0,0.1,0;force rota vol(4)=0.01}\"\n"
       "interaction func(2,\"pousse\")\ninteraction time(240)\nbye abs\n",
       "ID", "", ORVELA_ALLOC_PROBE);
   EXPECT_NE(run.out.find("probe: images 30 to 230: 0 new, 0 blocks\n"), std::string::npos) << run.out;
