@@ -1,5 +1,4 @@
 #include "scene/property_rw.h"
-#include "scene/scene_state.h"
 
 #include <algorithm>
 #include <cstring>
@@ -14,6 +13,7 @@
 #include "kernel/values.h"
 #include "kernel/vocab.h"
 #include "scene/lookup.h"
+#include "scene/scene_state.h"
 
 namespace {
 

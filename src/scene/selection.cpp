@@ -136,8 +136,6 @@ Objet* objet_selection(const Selection& sel, int i) {
 
 namespace {
 
-// Below this many elements, one walk per element costs no more.
-
 const char* sans_marque(const char* name) {
   return name[0] == '!' || name[0] == '.' || name[0] == '=' || name[0] == '>' ? name + 1 : name;
 }

@@ -54,7 +54,8 @@ Objet* objet_selection(const Selection& sel, int i);
 // objet_selection element by element, found in one walk of the chain
 // when the selector is long.
 std::vector<Objet*> objets_selection(const Selection& sel);
-// From this many elements on, objets_selection finds them in one walk.
+// From this many elements on, objets_selection finds them in one walk of
+// the chain; below, one look-up per element costs no more.
 constexpr int SELECTION_EN_UNE_MARCHE = 16;
 
 template <class F>

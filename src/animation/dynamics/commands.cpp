@@ -65,6 +65,11 @@ bool pour_les_objets(word* s, const word* ob, F&& f) {
   return any;
 }
 
+// `KEY vertex(i...) vol(id)`: rows of w floats, one a stored vertex,
+// the property made when missing with each row at `init`. Writing puts
+// the value in each named row (a value of w floats for each named vertex
+// gives each its own); reading gives the named rows. A volume without the
+// property when read is reported with message `absent`.
 int rangees_sommets(word* s, const word* ob, const word* lim, int code, int w, const float* init, int absent) {
   Pret<int> numeros(dynamique().sommets);
   std::vector<int>& k = numeros.v;
