@@ -88,3 +88,21 @@ TEST(WindowDynamics, TheStepsAskForNoMemoryOnceBuilt) {
       "ID", "", ORVELA_ALLOC_PROBE);
   EXPECT_NE(run.out.find("probe: images 30 to 230: 0 new, 0 blocks\n"), std::string::npos) << run.out;
 }
+
+// A visible image of type dynamic, black with a red speed of 3 a pixel:
+// after 40 images its pixels are drawn at red 120. An image with a speed
+// and no mass is not dynamic and keeps its colour.
+TEST(WindowDynamics, ADynamicImageIsDrawnWithItsMovedColours) {
+  REQUIRE_XVFB();
+  WindowRun run(
+      "no edit\nyes dynamic\ninteraction period(0)\n"
+      "image(1) dim(30,20) col(0,0,0)\nimage(1) speed(3,0,0)\nmass image(1)=1\ndispl image(1)=1\n"
+      "image(2) dim(30,20) col(0,0,0)\nimage(2) speed(3,0,0)\npoi image(2)=100,100\ndispl image(2)=1\n"
+      "interaction time(40)\ndispl\nwrite image name(\"moved.bmp\")\nbye abs\n");
+  Picture p = run.picture("moved.bmp");
+  ASSERT_GT(p.w, 0) << run.out;
+  auto rouge = [](int r) { return [r](Rgb c) { return std::abs(c.r - r) <= 1 && c.g < 3 && c.b < 3; }; };
+  EXPECT_EQ(p.count(0, 0, 30, 20, rouge(120)), 30 * 20) << run.out;
+  // Image 2 has a speed but no mass: not dynamic, still black.
+  EXPECT_EQ(p.count(100, p.h - 120, 130, p.h - 100, rouge(0)), 30 * 20);
+}
