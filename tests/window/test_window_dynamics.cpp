@@ -106,3 +106,19 @@ TEST(WindowDynamics, ADynamicImageIsDrawnWithItsMovedColours) {
   // Image 2 has a speed but no mass: not dynamic, still black.
   EXPECT_EQ(p.count(100, p.h - 120, 130, p.h - 100, rouge(0)), 30 * 20);
 }
+
+// The pointer moved over the window while the loop runs, then still: the
+// dynamics measures its place from the window's centre (y up) and, the
+// pointer at rest, no speed.
+TEST(WindowDynamics, ThePointerIsMeasuredAtEachImage) {
+  REQUIRE_XVFB();
+  WindowRun run(
+      "no edit\nyes dynamic\nfunc=\"mark(n){if(n==3){print(\\\"LOOP RUNNING\\\")}}\"\n"
+      "interaction func(1,\"mark\")\ninteraction period(25)\ninteraction\nprint(\"BACK\")\ndynamic mouse\nbye abs\n",
+      "ID",
+      "wait_text 'LOOP RUNNING'\nw=$(window_id)\nxdotool mousemove --window $w 300 300 sleep 0.3 "
+      "mousemove --window $w 484 238 sleep 0.6\nkey Escape\n");
+  EXPECT_NE(run.out.find("BACK\n ?1: 100.000000 50.000000 \n2: 0.000000 0.000000 \n3: 0.000000 0.000000 \n"),
+            std::string::npos)
+      << run.out;
+}
