@@ -20,6 +20,8 @@ inline int image_nx(const Objet* o) { return o->work[IW_NX]; }
 inline int image_ny(const Objet* o) { return o->work[IW_NY]; }
 inline int image_nz(const Objet* o) { return o->work[IW_NZ] > 0 ? o->work[IW_NZ] : 1; }
 inline bool image_visible(const Objet* o) { return o->work[IW_VISIBLE] != 0; }
+// The displ word of any object: an image's Visible word, else `valid`.
+inline int& mot_displ(Objet* o) { return o->kind == KW_image ? o->work[IW_VISIBLE] : o->valid; }
 
 // A zeroed pixel block of nx*ny*nz pixels: np nx*ny*nz, dimp 4 (bytes a
 // pixel), one word a pixel. Null after a report of the byte count when

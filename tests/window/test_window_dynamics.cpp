@@ -79,7 +79,7 @@ TEST(WindowDynamics, TheStepsAskForNoMemoryOnceBuilt) {
       "vol(4) poi(0,0,0)\nmass vol(4)=1\nsimple vol(4)=2\nspring rota vol(4)=1,-0.1\n"
       "field(1) meta(0.001,0,0,0,0,0,0,0,0) poi(0,0,0)\nfield(2) vol(2) near(1) coe(0.01)\n"
       "field(3) poi(0,100,0) radius(5) law(1)\n"
-      "image(1) dim(16,16) col(0.5,0.5,0.5)\nimage(1) speed(0.1,0,0)\nmass image(1)=1\nforce image(1)=0,0,0,-0.1\n"
+      "image(1) dim(16,16) col(0.5,0.5,0.5)\nimage(1) speed(0.1,0,0)\nmass image(1)=1\nforce image(1)=0,0,0,-0.1\ndispl image(1)=1\n"
       "vol(5) poi(0,0,0, 1,1,1, 2,2,2) particle\nparticle vol(5)=0,0,0, 0,1,0\nmass vol(5)=1\ntime vol(5)=0,2,0\n"
       "view(2)\nmass view(2)=2\nforce eye view(2)=0,1,0,-0.5\n"
       "func=\"pousse(n){force vol(3)=0,1,0,0;force vol(4)=1,0,0,-0.1;force vertex vol(1)=0,-0.01,0,-0.02;"

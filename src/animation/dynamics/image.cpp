@@ -1,5 +1,7 @@
-// Images of type `dynamic`: the colour of each pixel moves as a vertex
-// does, R, G and B being its three coordinates. The image's `speed` (three
+// Images of type `dynamic`, while shown (the stage leaves out an object
+// whose displ is 0, and an image's displ is its Visible word): the colour
+// of each pixel moves as a vertex does, R, G and B being its three
+// coordinates. The image's `speed` (three
 // floats a pixel, as `generate speed image` makes it) is the pixels'
 // speed; `mass` m, `force` (fx, fy, fz and a damping c) and `force add`
 // act on every pixel, and with `yes field` the fields add their force at

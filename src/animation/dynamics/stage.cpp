@@ -11,13 +11,18 @@
 #include "kernel/vocab.h"
 #include "language/args.h"
 #include "kernel/chains.h"
+#include "scene/image_object.h"
 #include "scene/vol_local.h"
 #include "scene/volume.h"
 
 namespace {
 
-// Left out of every list: `displ` at 0, or under -3 and not -5.
-bool saute(const Objet* o) { return o->valid == 0 || (o->valid < -3 && o->valid != -5); }
+// Left out of every list: `displ` at 0, or under -3 and not -5 (an
+// image's displ is its Visible word: it is stepped while shown).
+bool saute(Objet* o) {
+  const int d = mot_displ(o);
+  return d == 0 || (d < -3 && d != -5);
+}
 
 template <class F>
 int DYNAMIC_LIST(int kind, F&& f) {
