@@ -70,6 +70,7 @@ TEST(WindowDynamics, ClothHangsFromItsTwoPinnedCorners) {
 // a view with a mass; the forces set by a user function at each image.
 TEST(WindowDynamics, TheStepsAskForNoMemoryOnceBuilt) {
   REQUIRE_XVFB();
+  REQUIRE_COUNTED_ALLOCATIONS();
   WindowRun run(
       "no edit\nyes dynamic\nyes field\nyes particle\ninteraction period(0)\n"
       "grid(1) secx(8) secy(8)\nmass vol(1)=1\nmass vertex(1,9) vol(1)=0\nspring vol(1)=0.1,-0.05\n"
