@@ -3,13 +3,11 @@
 // scene answers their other shapes.
 #include "image/image_command.h"
 #include "kernel/keywords.h"
+#include "language/args.h"
 #include "language/commands.h"
 #include "scene/graphic.h"
 
 namespace {
-
-// The second word of the command, or 0 when it has one word.
-int second_word(word* s) { return item_count(s) > 1 ? next_item(first_item(s))[2] : 0; }
 
 int dim_shape(word* s, const word* ob, word* st, const word* lim, bool* done) {
   *done = commande_image(s);

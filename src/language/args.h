@@ -20,6 +20,8 @@ inline const word* arg_of(word* s, int code) {
   return it ? item_value(it) : nullptr;
 }
 inline bool has_word(word* s, int code) { return find_item(s, code) != nullptr; }
+// The keyword code of the second word, or 0 when the command has one word.
+inline int second_word(word* s) { return item_count(s) > 1 ? next_item(first_item(s))[2] : 0; }
 
 // Up to n numbers of a value into out; the count read. The entries past
 // it keep what the caller put there.

@@ -16,16 +16,13 @@
 
 namespace {
 
-// The displ word of an object: an image's Visible word, else `valid`.
-int& mot(Objet* o) { return o->kind == KW_image ? o->work[IW_VISIBLE] : o->valid; }
-
 // `displ vol(1)=n` (also of `object`, `light`, `view`, `image`) writes
 // the objects' displ word; `displ light(2)` and `displ view(2)` answer it.
 int mot_displ(word* s, const word* ob, const word* lim, int kind) {
   std::vector<Objet*> objs = arg_objects(s, kind);
   if (!ob) {
     std::vector<float> words;
-    for (Objet* o : objs) words.push_back(static_cast<float>(mot(o)));
+    for (Objet* o : objs) words.push_back(static_cast<float>(mot_displ(o)));
     return words.empty() ? set_result_nil(s) : set_result_floats(s, lim, words);
   }
   float n = 0;
@@ -33,7 +30,7 @@ int mot_displ(word* s, const word* ob, const word* lim, int kind) {
     err_illegal("displ");
     return -1;
   }
-  for (Objet* o : objs) mot(o) = static_cast<int>(n);
+  for (Objet* o : objs) mot_displ(o) = static_cast<int>(n);
   return set_result_nil(s);
 }
 

@@ -23,6 +23,11 @@ struct ViewState {
   float Coe_foc = 0;             // 0: the focal is used as it is
   int Type_projection = 307;     // 300 orthographic, 307 perspective
   int pushed = 0;                // model-view saves made by the projections
+  // The spring step of the dynamics, installed by it: moves `to` (the
+  // eye, or the aim when `code` is aim) of view `v` toward `from` by a
+  // spring (k, c) of mass m, keeping its motion in the view. 0, or
+  // negative after a report.
+  int (*spring_move)(Objet* v, int code, const float from[3], float to[3], float k, float c, float m) = nullptr;
 };
 
 ViewState& views();

@@ -1,4 +1,5 @@
 // `view`, `eye`, `aim`, `foc`, `roll`, `pers`, `stereo`, `depth`.
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <string>
@@ -36,7 +37,9 @@ bool ecrit3(Objet* o, int code, const float* f) {
 int lit(Objet* o, int code, float* out, int n) { return floats_of(get_val_1(o->local, code), out, n); }
 
 // `eye poi(x,y,z) view(id)` and `eye vol(id) view(id)`, the same for aim:
-// the named views' eye (or aim) moves to the point or the volume's place.
+// the named views' eye (or aim) moves to the point or the volume's place,
+// or with `spring(k,c)` is pulled toward it by a spring; `dist(d)` bounds
+// the distance moved by one call.
 int vers_vol_poi(word* s, int code) {
   float target[3] = {0, 0, 0};
   bool found = arg_floats(s, KW_poi, target, 3) > 0;
@@ -60,11 +63,19 @@ int vers_vol_poi(word* s, int code) {
   float spring[2] = {0, 0}, dist = 0;
   arg_floats(s, KW_spring, spring, 2);
   arg_floats(s, KW_dist, &dist, 1);
+  // With a spring, the step of the dynamics pulls the point toward the
+  // target, with the view's mass (1 when it has none).
+  const bool ressort = spring[0] > 0 && views().spring_move;
   for (Objet* v : views_named) {
     float p[3] = {0, 0, 0};
     lit(v, code, p, 3);
-    float q[3];
-    for (int i = 0; i < 3; i++) q[i] = spring[0] > 0 ? p[i] + spring[0] * (target[i] - p[i]) : target[i];
+    float q[3] = {p[0], p[1], p[2]};
+    if (ressort) {
+      const float m = value_at(get_val_1(v->local, KW_mass), 0, 0);
+      if (views().spring_move(v, code, target, q, spring[0], spring[1], m > 0 ? m : 1) < 0) return -1;
+    } else {
+      std::copy(target, target + 3, q);
+    }
     if (dist > 0) {
       const float d[3] = {q[0] - p[0], q[1] - p[1], q[2] - p[2]};
       const float l = std::sqrt(d[0] * d[0] + d[1] * d[1] + d[2] * d[2]);

@@ -19,14 +19,17 @@
 
 namespace {
 
-Cles cles_de(word* s, const Selection& sel) {
+// The keys of the command, their codes in `codes` (lent by the caller).
+Cles cles_de(word* s, const Selection& sel, std::vector<int>& codes) {
   Cles k;
   word* item = first_item(s);
   const int n = item_count(s) - 1;
+  codes.clear();
   for (int i = 0; i < n; i++, item = next_item(item)) {
     if (i == 0) k.params = item_value(item);
-    k.codes.push_back(item[2]);
+    codes.push_back(item[2]);
   }
+  k.codes = codes;
   k.sub = sel.sub;
   k.sub_value = sel.sub_value;
   k.width = sel.message_width;
@@ -82,12 +85,10 @@ int bloc_0(word* s, const word* ob, word* st, const word* lim) {
   Selection sel;
   if (lire_selection(s, sel, mot_objet) != WalkEnd::Objects || item_count(s) < 2)
     return ob ? 0 : set_result_nil(s);
-  const Cles k = cles_de(s, sel);
-  for (Objet* o : objets_selection(sel)) {
-    if (!o) continue;
-    int r = propriete_objet(o, k, ob, st, lim, s);
-    if (r < 0) return r;
-  }
+  Pret<int> codes(scene().cles);
+  const Cles k = cles_de(s, sel, codes.v);
+  const int r = pour_chaque_objet(sel, [&](Objet* o) { return propriete_objet(o, k, ob, st, lim, s); });
+  if (r < 0) return r;
   if (ob) return 0;
   return resultat(s, st, lim);
 }

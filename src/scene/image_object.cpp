@@ -127,6 +127,8 @@ bloc pixels_precedents(Objet* o, bool copy) {
 
 Objet* chaine_images() { return chaine_classe(KW_image); }
 
+void set_type_dynamique(Objet* o, bool on) { o->subkind = on ? KW_dynamic : 0; }
+
 Objet* image_numero(int id) { return get_objet_id(chaine_images(), KW_image, id); }
 
 Objet* image_ou_cree(int id, const char* name) {

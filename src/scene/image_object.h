@@ -5,6 +5,7 @@
 #pragma once
 #include <cstdint>
 
+#include "kernel/keywords.h"
 #include "kernel/objet.h"
 #include "kernel/word.h"
 
@@ -19,6 +20,8 @@ inline int image_nx(const Objet* o) { return o->work[IW_NX]; }
 inline int image_ny(const Objet* o) { return o->work[IW_NY]; }
 inline int image_nz(const Objet* o) { return o->work[IW_NZ] > 0 ? o->work[IW_NZ] : 1; }
 inline bool image_visible(const Objet* o) { return o->work[IW_VISIBLE] != 0; }
+// The displ word of any object: an image's Visible word, else `valid`.
+inline int& mot_displ(Objet* o) { return o->kind == KW_image ? o->work[IW_VISIBLE] : o->valid; }
 
 // A zeroed pixel block of nx*ny*nz pixels: np nx*ny*nz, dimp 4 (bytes a
 // pixel), one word a pixel. Null after a report of the byte count when
@@ -46,6 +49,12 @@ bool GET_DIM_IMAGE(Objet* o, int* nx, int* ny);
 // The previous copy of the pixels (key -image), made or re-made to the
 // image's size; `copy` fills it with the current pixels.
 bloc pixels_precedents(Objet* o, bool copy);
+
+// set_type_dynamique: an image of type `dynamic` is stepped by the
+// dynamics (its pixels' colours move under their speed and forces). `on`
+// false takes the type away.
+void set_type_dynamique(Objet* o, bool on = true);
+inline bool image_dynamique(const Objet* o) { return o->subkind == KW_dynamic; }
 
 // The image chain's head, and lookups in it.
 Objet* chaine_images();

@@ -13,6 +13,7 @@
 #include "kernel/values.h"
 #include "kernel/vocab.h"
 #include "scene/lookup.h"
+#include "scene/scene_state.h"
 
 namespace {
 
@@ -27,9 +28,9 @@ int dim_de(const Cles& k) {
 
 // A FLOAT becomes one point of all its numbers, fitted to `dim` when the
 // keyword has one: short values padded with zeros, long ones cut.
-Words prepare(const word* v, int dim) {
-  Words out(v, v + size(v));
-  if (tag(v) != T_FLOAT) return out;
+void prepare(const word* v, int dim, Words& out) {
+  out.assign(v, v + size(v));
+  if (tag(v) != T_FLOAT) return;
   int n = elements(v);
   if (dim) {
     out.resize(4 + dim, 0);
@@ -41,7 +42,6 @@ Words prepare(const word* v, int dim) {
   out[0] = 4 + n;
   out[2] = n ? 1 : 0;
   out[3] = n ? n : 1;
-  return out;
 }
 
 bool valeur_plate(const word* v) {
@@ -282,7 +282,9 @@ int cree_propriete_vide(Objet* o, const Cles& k) {
 int set_bloc_b(Objet* o, const Cles& k, int slot, const word* value) {
   if (!value || tag(value) == T_NIL) return 0;
   const int dim = dim_de(k);
-  const Words v = prepare(value, dim);
+  Pret<word> pret(scene().valeurs);
+  Words& v = pret.v;
+  prepare(value, dim, v);
   if (k.sub) return ecrit_sous_element(o, k, slot, v, dim);
   if (k.params) return ecrit_points(o, k, slot, v, dim);
   if (remplace(o, slot, v.data()) < 0) return -1;

@@ -4,13 +4,14 @@
 // the sub-element words (`vertex`, `poi`, `fac`, `lattice`, `neuron`,
 // `pixel`).
 #pragma once
+#include <span>
 #include <vector>
 
 #include "kernel/objet.h"
 #include "kernel/word.h"
 
 struct Cles {
-  std::vector<int> codes;         // keyword codes of the path, in order
+  std::span<const int> codes;     // keyword codes of the path, in order
   const word* params = nullptr;   // parameters of the first key, if any
   int sub = 0;                    // sub-element word and its parameters
   const word* sub_value = nullptr;

@@ -46,6 +46,10 @@ struct SceneState {
   // The objects a walk that runs local functions holds: kept from one
   // image to the next.
   Prets<RefObjet> marches;
+  // The keys and the prepared value of a property command, lent so that a
+  // user function writing properties at each image asks for no memory.
+  Prets<int> cles;
+  Prets<word> valeurs;
   ScenePointer pointeur;
 };
 

@@ -136,9 +136,6 @@ Objet* objet_selection(const Selection& sel, int i) {
 
 namespace {
 
-// Below this many elements, one walk per element costs no more.
-constexpr int BATCH_MIN = 16;
-
 const char* sans_marque(const char* name) {
   return name[0] == '!' || name[0] == '.' || name[0] == '=' || name[0] == '>' ? name + 1 : name;
 }
@@ -148,7 +145,7 @@ const char* sans_marque(const char* name) {
 std::vector<Objet*> objets_selection(const Selection& sel) {
   const int n = nb_objets(sel);
   std::vector<Objet*> out(static_cast<size_t>(n), nullptr);
-  if (sel.fixed || n < BATCH_MIN) {
+  if (sel.fixed || n < SELECTION_EN_UNE_MARCHE) {
     for (int i = 0; i < n; i++) out[static_cast<size_t>(i)] = objet_selection(sel, i);
     return out;
   }

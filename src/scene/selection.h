@@ -2,6 +2,7 @@
 // and which other words make up the property key: shared by the generic
 // property command and the removal commands.
 #pragma once
+#include <type_traits>
 #include <vector>
 
 #include "kernel/objet.h"
@@ -38,9 +39,11 @@ bool mot_qualificatif(int code);
 // object words. The selector points into `s`.
 WalkEnd lire_selection(word* s, Selection& sel, bool (*objects)(int));
 
-// The objects of the selection, in selector order, absent ones skipped.
+// f on the objects of the selection, in selector order, absent ones
+// skipped. An f that returns a number stops the walk at a negative one,
+// which is returned; 0 otherwise. A short selection asks for no memory.
 template <class F>
-void pour_chaque_objet(const Selection& sel, F&& f);
+int pour_chaque_objet(const Selection& sel, F&& f);
 
 // Element count of the selection (1 for a fixed object).
 int nb_objets(const Selection& sel);
@@ -51,11 +54,31 @@ Objet* objet_selection(const Selection& sel, int i);
 // objet_selection element by element, found in one walk of the chain
 // when the selector is long.
 std::vector<Objet*> objets_selection(const Selection& sel);
+// From this many elements on, objets_selection finds them in one walk of
+// the chain; below, one look-up per element costs no more.
+constexpr int SELECTION_EN_UNE_MARCHE = 16;
 
 template <class F>
-void pour_chaque_objet(const Selection& sel, F&& f) {
+int pour_chaque_objet(const Selection& sel, F&& f) {
+  auto un = [&](Objet* o) -> int {
+    if constexpr (std::is_void_v<decltype(f(o))>) {
+      f(o);
+      return 0;
+    } else {
+      return f(o);
+    }
+  };
+  const int n = nb_objets(sel);
+  if (sel.fixed || n < SELECTION_EN_UNE_MARCHE) {
+    for (int i = 0; i < n; i++)
+      if (Objet* o = objet_selection(sel, i))
+        if (const int r = un(o); r < 0) return r;
+    return 0;
+  }
   for (Objet* o : objets_selection(sel))
-    if (o) f(o);
+    if (o)
+      if (const int r = un(o); r < 0) return r;
+  return 0;
 }
 
 // The user type named by a string: a keyword code, or a registered user

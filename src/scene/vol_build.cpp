@@ -14,6 +14,7 @@
 #include "kernel/resources.h"
 #include "kernel/vocab.h"
 #include "language/commands.h"
+#include "scene/image_object.h"
 #include "scene/selection.h"
 #include "scene/transform.h"
 
@@ -128,6 +129,8 @@ int ajou_propriete_simple(Objet* o, const word* item) {
   const word* v = item_value(item);
   if (code == KW_particle) o->subkind = KW_particle;
   if (!v) return 0;
+  // A mass makes an image dynamic.
+  if (code == KW_mass && o->kind == KW_image) set_type_dynamique(o);
   if (!o->local && !local_ini(o)) return -1;
   switch (code) {
     case KW_name: {

@@ -2,6 +2,7 @@
 // `generate` command that computes generated data at once.
 #include <algorithm>
 
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
@@ -44,6 +45,28 @@ void points_choisis(const word* v, const word* params, std::vector<std::vector<f
   for (int k : numeros(params)) {
     if (k < 1 || k > np(v)) hors_limite(k);
     else ligne(k);
+  }
+}
+
+// The lists of neighbours (`near vertex vertex`, `near vertex dist`), one
+// a vertex led by its own size: a row for each vertex the parameters name
+// (all without them) holding its list without the size.
+void listes_choisies(const word* v, const word* params, std::vector<std::vector<float>>& rows) {
+  std::vector<std::vector<float>> toutes;
+  for (int i = 0, n = elements(v); i < n;) {
+    const int len = std::abs(entier(getf(v, i)));
+    if (len < 1 || i + len > n) break;
+    toutes.emplace_back();
+    for (int j = 1; j < len; j++) toutes.back().push_back(getf(v, i + j));
+    i += len;
+  }
+  if (!params) {
+    rows.insert(rows.end(), toutes.begin(), toutes.end());
+    return;
+  }
+  for (int k : numeros(params)) {
+    if (k < 1 || k > static_cast<int>(toutes.size())) hors_limite(k);
+    else rows.push_back(toutes[static_cast<size_t>(k - 1)]);
   }
 }
 
@@ -111,7 +134,8 @@ int LIRE_DERIVE(word* s, const word* ob, word* st, const word* lim) {
       return -1;
     }
     if (tag(v) != T_FLOAT) return resultat(s, v, lim);  // facets: the first volume's
-    points_choisis(v, params, rows);
+    if (k[0] == KW_near && k.size() >= 2 && k[1] == KW_vertex) listes_choisies(v, params, rows);
+    else points_choisis(v, params, rows);
   }
   return resultat_lignes(s, lim, rows);
 }

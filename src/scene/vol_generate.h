@@ -7,9 +7,11 @@
 //                       the facets around each vertex, vertices at one
 //                       place (a ball's poles) counting as one point
 //   coord vertex        FLOAT n x 2: texture coordinates
-//   near vertex vertex  FLOAT n x k: the vertices joined to each one by
-//                       a facet edge, ascending, 0 filling the row
-//   near vertex dist    FLOAT n x k: the lengths of those edges
+//   near vertex vertex  FLOAT: one list a vertex, its first entry its own
+//                       size (itself counted), then the vertices joined
+//                       to it by a facet edge, ascending; a negative size
+//                       marks a list to skip
+//   near vertex dist    FLOAT: the lengths of those edges, same layout
 //   radius near vertex  FLOAT n x 1: half the shortest of those edges
 //   poi anc             FLOAT n x d: the vertices through `matrix anc`,
 //                       made again at each reading by a command, and
@@ -47,6 +49,9 @@ bloc gen_coord_vertex(Objet* o);
 // generated vertices, which have no sections).
 std::vector<float> coord_spheriques(const word* poi);
 bloc gen_near_vertex(Objet* o, int which);  // KW_vertex or KW_dist
+// `near vertex dist` made from the lists `near` (a user's, in the layout
+// above) and the present distances; an unreadable rest of `near` gets 0.
+bloc gen_near_dist(Objet* o, const word* near);
 bloc gen_radius_near(Objet* o);
 bloc gen_poi_anc(Objet* o);
 

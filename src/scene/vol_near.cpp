@@ -4,8 +4,10 @@
 #include <cmath>
 #include <vector>
 
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
+#include "language/args.h"
 #include "scene/matrix.h"
 #include "scene/vol_generate.h"
 #include "scene/volume.h"
@@ -34,27 +36,19 @@ Voisins voisins(const word* poi, const word* fac) {
   return v;
 }
 
-size_t largeur(const Voisins& v) {
-  size_t k = 1;
-  for (const std::vector<int>& s : v) k = std::max(k, s.size());
-  return k;
-}
-
 float distance(const word* poi, int a, int b) {
   const float* p = reinterpret_cast<const float*>(poi + 4);
   const int d = stride(poi);
   return std::sqrt(mat::distance2(p + (a - 1) * d, p + (b - 1) * d));
 }
 
-// One row per vertex, `k` wide, zeros after its neighbours: their
-// numbers, or the edge lengths.
-std::vector<float> lignes(const word* poi, const Voisins& v, bool longueurs) {
-  const size_t k = largeur(v);
-  std::vector<float> f(v.size() * k, 0.0f);
+// One list a vertex, its first entry its own size (the entry itself
+// counted), then its neighbours' numbers or the edge lengths.
+std::vector<float> listes(const word* poi, const Voisins& v, bool longueurs) {
+  std::vector<float> f;
   for (size_t a = 0; a < v.size(); a++) {
-    size_t j = 0;
-    for (int b : v[a])
-      f[a * k + j++] = longueurs ? distance(poi, static_cast<int>(a) + 1, b) : static_cast<float>(b);
+    f.push_back(static_cast<float>(v[a].size() + 1));
+    for (int b : v[a]) f.push_back(longueurs ? distance(poi, static_cast<int>(a) + 1, b) : static_cast<float>(b));
   }
   return f;
 }
@@ -65,13 +59,32 @@ bloc gen_near_vertex(Objet* o, int which) {
   const word* poi = poi_requis(o, "gen_near_vertex()");
   if (!poi) return nullptr;
   const Voisins v = voisins(poi, fac_vol(o));
-  const int k = static_cast<int>(largeur(v));
   const int kv[] = {KW_near, KW_vertex, KW_vertex};
   const int kd[] = {KW_near, KW_vertex, KW_dist};
-  // Both rows are made together: the dynamics reads them side by side.
-  if (!stocke_floats(o, 3, kv, lignes(poi, v, false), k)) return nullptr;
-  if (!stocke_floats(o, 3, kd, lignes(poi, v, true), k)) return nullptr;
+  // Both are made together: the dynamics reads them side by side.
+  if (!stocke_floats(o, 3, kv, listes(poi, v, false), 1)) return nullptr;
+  if (!stocke_floats(o, 3, kd, listes(poi, v, true), 1)) return nullptr;
   return derive_valide(o, 3, which == KW_dist ? kd : kv);
+}
+
+bloc gen_near_dist(Objet* o, const word* near) {
+  const word* poi = poi_requis(o, "gen_near_vertex()");
+  if (!poi) return nullptr;
+  const int n = elements(near), nv = np(poi);
+  std::vector<float> f(static_cast<size_t>(n), 0.0f);
+  for (int i = 0, a = 1; i < n && a <= nv; a++) {
+    const int s = entier(value_at(near, i, 0));
+    const int len = std::abs(s);
+    if (len < 1 || i + len > n) break;
+    f[static_cast<size_t>(i)] = static_cast<float>(s);
+    for (int j = 1; j < len; j++) {
+      const int b = entier(value_at(near, i + j, 0));
+      if (b >= 1 && b <= nv) f[static_cast<size_t>(i + j)] = distance(poi, a, b);
+    }
+    i += len;
+  }
+  const int kd[] = {KW_near, KW_vertex, KW_dist};
+  return stocke_floats(o, 3, kd, f, 1);
 }
 
 bloc gen_radius_near(Objet* o) {

@@ -3,37 +3,11 @@
 // out independently here.
 #include <cmath>
 
-#include "animation/dynamics/dynamics.h"
+#include "animation/dynamics_fixture.h"
 #include "kernel/property.h"
-#include "scene/lookup.h"
-#include "scene/scene_fixture.h"
 #include "scene/volume.h"
 
 namespace {
-
-void expect3(const float* got, float x, float y, float z, const char* what) {
-  EXPECT_NEAR(got[0], x, 1e-5f) << what;
-  EXPECT_NEAR(got[1], y, 1e-5f) << what;
-  EXPECT_NEAR(got[2], z, 1e-5f) << what;
-}
-
-class Dynamics : public SceneTest {
- protected:
-  void SetUp() override {
-    SceneTest::SetUp();
-    static bool installed = false;
-    if (!installed) install_dynamics();
-    installed = true;
-    Yes(KW_edit) = 0;
-  }
-  void TearDown() override {
-    Yes(KW_field) = 0;
-    rem_tous(chaine_classe(KW_field), 0, 0);
-    SceneTest::TearDown();
-  }
-  static Objet* vol(int id) { return get_objet_id(chaine_classe(KW_vol), KW_vol, id); }
-  static Objet* field(int id) { return get_objet_id(chaine_classe(KW_field), KW_field, id); }
-};
 
 TEST(SpringForce, StretchPullsAlongTheLinkAndDampsTheFirstEnd) {
   const float pi[3] = {0, 0, 0}, pj[3] = {3, 4, 0}, v[3] = {1, 2, 3};

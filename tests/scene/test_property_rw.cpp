@@ -1,6 +1,8 @@
 // The property layer under the generic property command: values of
 // every kind written whole, by point, by element table, and read back.
 #include <cstring>
+#include <deque>
+#include <vector>
 
 #include "kernel/handles.h"
 #include "kernel/object_store.h"
@@ -48,9 +50,11 @@ class PropertyRw : public SceneTest {
     for (size_t i = 4; i < v.size(); i++) f.push_back(wf(v[i]));
     return f;
   }
+  // The key's codes are kept for the whole run: a key only views them.
   static Cles key(std::initializer_list<int> codes, const std::vector<word>* params = nullptr) {
+    static std::deque<std::vector<int>> kept;
     Cles k;
-    k.codes = codes;
+    k.codes = kept.emplace_back(codes);
     if (params) k.params = params->data();
     return k;
   }

@@ -75,7 +75,7 @@ TEST_F(VolGenerate, NeighboursAndRestLengthsOfAGrid) {
   // A bent grid: distances differ, neighbours stay those of the lattice.
   std::vector<P3> bent = p;
   for (P3& q : bent) q[2] = q[0] * q[0] / 3;
-  volume(1, bent, grid_facets(n));
+  Objet* o = volume(1, bent, grid_facets(n));
   const std::vector<float> near = floats("near vertex vol(1)");
   const std::vector<float> dist = floats("near vertex dist vol(1)");
   const std::vector<float> radius = floats("radius near vertex vol(1)");
@@ -98,6 +98,20 @@ TEST_F(VolGenerate, NeighboursAndRestLengthsOfAGrid) {
     }
     EXPECT_NEAR(radius[a], shortest / 2, 1e-4f) << "vertex " << a + 1;
   }
+  // Stored, each vertex's list is led by its own size: corners have 2
+  // neighbours, edges 3, the 4 inner vertices 4.
+  const word* stored = get_val_3(o->local, KW_near, KW_vertex, KW_vertex);
+  ASSERT_EQ(elements(stored), 4 * 3 + 8 * 4 + 4 * 5);
+  for (int i = 0, a = 0; a < 16; a++) {
+    const int len = static_cast<int>(getf(stored, i));
+    ASSERT_GE(len, 3) << "vertex " << a + 1;
+    for (int j = 1; j < len; j++) EXPECT_EQ(getf(stored, i + j), near[a * 4 + j - 1]) << "vertex " << a + 1;
+    if (len < 5) {
+      EXPECT_EQ(near[a * 4 + len - 1], 0) << "vertex " << a + 1;
+    }
+    i += len;
+  }
+  EXPECT_EQ(floats("near vertex(6,1) vol(1)"), (std::vector<float>{2, 5, 7, 10, 2, 5, 0, 0}));
   EXPECT_NEAR(one("radius near vertex(6) vol(1)"), radius[5], 1e-6f);
   EXPECT_EQ(one("radius near vertex(99) vol(1)"), 0.0f) << "out of range gives 0";
 }
@@ -183,6 +197,8 @@ TEST_F(VolGenerate, ExtrusionGivesTheSurfaceAThickness) {
 TEST_F(VolGenerate, LedVerticesGoThroughTheMatrixAnc) {
   Objet* o = volume(1, cube_points(1), cube_facets());
   ok("matrix anc vol(1)=1,0,0,0,0,1,0,0,0,0,1,0,10,20,30,1");
+  // The leader exists: with the dynamics installed `lead` links both ends.
+  ok("vol(2) poi(0,0,0)");
   ok("lead vol(1)=2");
   const int was = Yes(KW_anc);
   Yes(KW_anc) = 1;

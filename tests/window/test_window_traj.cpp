@@ -65,9 +65,7 @@ namespace {
 
 TEST(WindowTraj, AnImageOfTrajectoriesAllocatesNothing) {
   REQUIRE_XVFB();
-#if defined(__SANITIZE_ADDRESS__)
-  GTEST_SKIP() << "the sanitizer build has its own allocators and gives every block back: nothing to count";
-#endif
+  REQUIRE_COUNTED_ALLOCATIONS();
   // Volumes, an object, a light and the background driven by looping
   // trajectories of several kinds, a second order, a child, vertices and
   // facets, a morph, and a light turned by a trajectory it names by name:

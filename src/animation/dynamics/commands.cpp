@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "animation/dynamics/dyn_props.h"
+#include "animation/dynamics/dyn_state.h"
 #include "animation/dynamics/dynamics.h"
 #include "animation/cycle.h"
 #include "kernel/entier.h"
@@ -13,10 +14,12 @@
 #include "kernel/report.h"
 #include "language/cmd_util.h"
 #include "language/args.h"
+#include "render/view.h"
 #include "kernel/chains.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
 #include "scene/property_rw.h"
+#include "scene/selection.h"
 #include "scene/vol_commands.h"
 #include "scene/vol_generate.h"
 #include "scene/volume.h"
@@ -25,9 +28,10 @@ namespace {
 
 // The vertex numbers (from 1) a command names with `vertex(...)`, or by
 // rows of a grid with `secy(j...)` (row j from 1, `secx` + 1 vertices
-// long), or all n of them when it names none or 0.
-std::vector<int> sommets_nommes(word* s, Objet* o, int n) {
-  std::vector<int> k;
+// long), or all n of them when it names none or 0; in `k`, whose memory is
+// kept from call to call.
+void sommets_nommes(word* s, Objet* o, int n, std::vector<int>& k) {
+  k.clear();
   const word* l = arg_of(s, KW_vertex);
   for (int i = 0; l && i < elements(l); i++) {
     const int v = entier(value_at(l, i, 0));
@@ -45,15 +49,20 @@ std::vector<int> sommets_nommes(word* s, Objet* o, int n) {
   }
   if (k.empty())
     for (int i = 1; i <= n; i++) k.push_back(i);
-  return k;
 }
 
-// The message of a property that an object lacks: the object, then
-// message `num` of vocabulary 1.
-int manque(const Objet* o, int num) {
-  voir_objet(o);
-  voir_message(1, num);
-  return -1;
+// f on each object the command names, in order, asking for no memory: a
+// user function may give these commands at every image. False (the value
+// NIL when reading) when it names none.
+template <class F>
+bool pour_les_objets(word* s, const word* ob, F&& f) {
+  Selection sel;
+  bool any = false;
+  if (lire_selection(s, sel, mot_objet) == WalkEnd::Objects &&
+      pour_chaque_objet(sel, [&](Objet* o) { return any = true, f(o); }) < 0)
+    return false;
+  if (!any && !ob) set_result_nil(s);
+  return any;
 }
 
 // `KEY vertex(i...) vol(id)`: rows of w floats, one a stored vertex,
@@ -62,30 +71,30 @@ int manque(const Objet* o, int num) {
 // gives each its own); reading gives the named rows. A volume without the
 // property when read is reported with message `absent`.
 int rangees_sommets(word* s, const word* ob, const word* lim, int code, int w, const float* init, int absent) {
-  Selection sel;
-  std::vector<Objet*> objets;
-  if (!objets_commande(s, sel, objets, ob)) return 0;
+  Pret<int> numeros(dynamique().sommets);
+  std::vector<int>& k = numeros.v;
   std::vector<float> lu;
-  for (Objet* o : objets) {
+  int r = 0;
+  const bool any = pour_les_objets(s, ob, [&](Objet* o) {
     const word* poi = poi_vol(o);
     if (!poi) {
       err_vide("FORCE_VERTEX()", o);
-      return -1;
+      return r = -1;
     }
     const int n = np(poi);
     const int keys[] = {code, KW_vertex};
     float* rows = flottants(get_val_2(o->local, code, KW_vertex), n * w);
-    if (!ob && !rows) return manque(o, absent);
+    if (!ob && !rows) return r = manque_propriete(o, absent);
     if (!rows) {
       bool valide = false;
       rows = flottants(cache_vol(o, 2, keys, n, w, &valide), n * w);
-      if (!rows) return -1;
+      if (!rows) return r = -1;
       cache_valide(o, 2, keys);
       for (int i = 0; i < n; i++) std::copy(init, init + w, rows + i * w);
       // The masses of the vertices start at the volume's.
       if (code == KW_mass) std::fill(rows, rows + n, value_at(get_val_1(o->local, KW_mass), 0, 0));
     }
-    const std::vector<int> k = sommets_nommes(s, o, n);
+    sommets_nommes(s, o, n, k);
     const int e = ob ? elements(ob) : 0;
     const bool chacun = e >= w * static_cast<int>(k.size()) && k.size() > 1;
     for (size_t j = 0; j < k.size(); j++) {
@@ -93,15 +102,17 @@ int rangees_sommets(word* s, const word* ob, const word* lim, int code, int w, c
         hors_limite(k[j]);
         continue;
       }
-      float* r = rows + (k[j] - 1) * w;
+      float* row = rows + (k[j] - 1) * w;
       if (!ob) {
-        lu.insert(lu.end(), r, r + w);
+        lu.insert(lu.end(), row, row + w);
         continue;
       }
-      for (int a = 0; a < w && a < e; a++) r[a] = value_at(ob, chacun ? static_cast<int>(j) * w + a : a, 0);
+      for (int a = 0; a < w && a < e; a++) row[a] = value_at(ob, chacun ? static_cast<int>(j) * w + a : a, 0);
     }
-  }
-  if (ob) return 0;
+    return 0;
+  });
+  if (r < 0) return r;
+  if (!any || ob) return 0;
   return lu.empty() ? set_result_nil(s) : set_result_floats(s, lim, lu, w);
 }
 
@@ -112,7 +123,7 @@ int MASS_VERTEX(word* s, const word* ob, const word* lim) {
 
 int MASS_b(word* s, const word* ob, word* st, const word* lim) {
   if (has_word(s, KW_vertex)) return MASS_VERTEX(s, ob, lim);
-  // An image given a mass is a dynamic image: the property is kept.
+  if (has_word(s, KW_image)) return MASS_IMAGE(s, ob, lim);
   return bloc_0(s, ob, st, lim);
 }
 
@@ -120,26 +131,25 @@ int MASS_b(word* s, const word* ob, word* st, const word* lim) {
 // that count, added to their `force vertex`.
 int FORCE_VERTEX_CG(word* s, const word* ob, word* st, const word* lim) {
   if (!ob) return bloc_0(s, ob, st, lim);
-  Selection sel;
-  std::vector<Objet*> objets;
-  if (!objets_commande(s, sel, objets, ob)) return 0;
-  for (Objet* o : objets) {
+  int r = 0;
+  pour_les_objets(s, ob, [&](Objet* o) {
     const word* poi = poi_vol(o);
     const int n = poi ? std::min(det_np(o), static_cast<int>(np(poi))) : 0;
-    if (n < 1) continue;
+    if (n < 1) return 0;
     const int stored = np(poi), keys[] = {KW_force, KW_vertex};
     float* rows = flottants(get_val_2(o->local, KW_force, KW_vertex), stored * 4);
     if (!rows) {
       bool valide = false;
-      if (!(rows = flottants(cache_vol(o, 2, keys, stored, 4, &valide), stored * 4))) return -1;
+      if (!(rows = flottants(cache_vol(o, 2, keys, stored, 4, &valide), stored * 4))) return r = -1;
       cache_valide(o, 2, keys);
     }
     for (int i = 0; i < n; i++) {
       for (int a = 0; a < 3; a++) rows[i * 4 + a] += value_at(ob, a, 0) / static_cast<float>(n);
       if (elements(ob) > 3) rows[i * 4 + 3] = value_at(ob, 3, 0);
     }
-  }
-  return 0;
+    return 0;
+  });
+  return r;
 }
 
 int FORCE_b(word* s, const word* ob, word* st, const word* lim) {
@@ -232,9 +242,13 @@ int LEAD_FOLLOW(word* s, const word* ob, word* st, const word* lim) {
 
 void install_dynamics() {
   register_stage(STAGE_DYNAMIC, DYNAMIC_b);
+  views().spring_move = [](Objet* v, int code, const float from[3], float to[3], float k, float c, float m) {
+    return SPRING_MOVE(v, from, to, k, c, m, code == KW_aim ? KW_aim : 0);
+  };
   register_graphic_handler({KW_mass}, MASS_b);
   register_graphic_handler({KW_force}, FORCE_b);
   register_graphic_handler({KW_speed, KW_acc, KW_dec, KW_pend}, SPEED_b);
   register_graphic_handler({KW_lead, KW_follow, KW_anc, KW_reanc}, LEAD_FOLLOW);
   install_fields();
+  install_dynamic_commands();
 }

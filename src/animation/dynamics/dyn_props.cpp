@@ -87,6 +87,12 @@ bool meme_cles(const word* p, const Path& c) {
 
 }  // namespace
 
+int manque_propriete(const Objet* o, int num) {
+  voir_objet(o);
+  voir_message(1, num);
+  return -1;
+}
+
 int cles_prop(DynPath p, const int** codes) {
   *codes = PATHS[p].codes;
   return PATHS[p].n;

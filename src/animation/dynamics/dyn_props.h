@@ -36,6 +36,10 @@ void lire_props(const Objet* o, DynProps& d);
 // in `d`. Null after a report.
 bloc cree_prop(Objet* o, DynProps& d, DynPath p, int np, int dimp);
 
+// The report of a property an object lacks: the object, then message
+// `num` of vocabulary 1 (101 a mass, 81 a speed, 103 a dynamic). -1.
+int manque_propriete(const Objet* o, int num);
+
 // The keys of a path: their count, and the codes in `codes`.
 int cles_prop(DynPath p, const int** codes);
 
@@ -60,6 +64,14 @@ struct Rangees {
   }
   // Whether row i is given.
   bool has(int i) const { return plain ? i >= 0 && i < n : v && has_table(i); }
+  // Row i: its floats in place, or copied to buf (w floats); null when
+  // not given.
+  const float* row(int i, float* buf) const {
+    if (plain) return i >= 0 && i < n ? plain + i * w : nullptr;
+    if (!has(i)) return nullptr;
+    for (int a = 0; a < w; a++) buf[a] = at_table(i, a, 0);
+    return buf;
+  }
 
  private:
   float at_table(int i, int a, float dflt) const;

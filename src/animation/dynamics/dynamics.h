@@ -13,7 +13,8 @@
 // nothing is cleared and every force holds from image to image.
 //
 // The simple form of the step is taken when the object's `simple` is above
-// 1, or the switch `simple` above 1 (`yes simple` alone gives 1).
+// 1, or the switch `simple` above 1: `yes simple` alone gives 1, so the
+// switch is set to that level by `status simple(2)`.
 #pragma once
 #include "kernel/objet.h"
 #include "kernel/word.h"
@@ -22,12 +23,18 @@
 void install_dynamics();
 // The creation of fields with their kind (`field(id) meta(...)`...).
 void install_fields();
+// `dynamic` with a second word (image, brush, audio, mouse).
+void install_dynamic_commands();
+// `mass image(ids)`: the images' mass, which makes them dynamic.
+int MASS_IMAGE(word* s, const word* ob, const word* lim);
 
 // The stage: fields, dynamic images, lights, brushes, objects, volumes,
 // then the views and the particles.
 int DYNAMIC_b();
 // One step of one object. 0, or negative after a report.
 int DYNAMIC_2(Objet* o);
+// One step of an image of type dynamic: its pixels' colours.
+int DYNAMIC_IMAGE(Objet* o);
 
 // The force of the spring from pi to pj of rest length `rest`, with
 // stiffness k and damping c (applied to the speed vi of the first end),
@@ -48,13 +55,18 @@ struct SpringMotion {
 };
 void spring_move(const float from[3], float to[3], float k, float c, float m, SpringMotion& s);
 // The same on an object's `speed move`, `acc move`, `force move`,
-// `limit force` and `limit speed` (made when missing): `eye spring`.
-int SPRING_MOVE(Objet* o, const float from[3], float to[3], float k, float c, float m);
+// `limit force` and `limit speed` (made when missing): `eye spring`. A
+// `qualifier` keeps a second motion apart (`speed move aim`... for the
+// aim of a view).
+int SPRING_MOVE(Objet* o, const float from[3], float to[3], float k, float c, float m, int qualifier = 0);
 
 // The force of one field at `point` (vertex number `vertex` from 1, or
 // 0 for the object as a whole) added to force[0..2]; force[3] takes the
-// field's damping when it has one. 0, or negative after a report.
-int set_FIELD_1(Objet* field, float force[4], const float point[3], int vertex);
+// field's damping when it has one. `col`, the vertex's `col vertex` or
+// null, goes to the function of a `func` field after the point. 0, or
+// negative after a report.
+int set_FIELD_1(Objet* field, float force[4], const float point[3], int vertex, const float* col = nullptr);
 // Every field that acts on `o` (its own `field` list, else every field
 // with `displ` above 0), added to `force`.
-int champs_objet(Objet* o, const word* field_list, float force[4], const float point[3], int vertex);
+int champs_objet(Objet* o, const word* field_list, float force[4], const float point[3], int vertex,
+                 const float* col = nullptr);

@@ -9,6 +9,8 @@
 //   `poi` of two points      form 2: the constant direction first to second;
 //   `poi` of one point       form 1: toward the point, away from it inside
 //                            the squared `radius`.
+// A `func` field's function gets the point, and after it the vertex's
+// `col vertex` when the volume has one (six values then).
 // The strength is `coe` (0.1 by default), shaped by `law`: one value b
 // divides it by distance^b (the divisor at least 0.001), a curve of
 // (distance, factor) points multiplies it. A field's `force`, when it has a
@@ -80,14 +82,16 @@ Objet* fonction_du_champ(Objet* f, const word* nom) {
   return g;
 }
 
-int champ_func(Objet* f, const word* nom, float s, float force[4], const float x[3]) {
+int champ_func(Objet* f, const word* nom, float s, float force[4], const float x[3], const float* col) {
   Objet* g = fonction_du_champ(f, nom);
   if (!g) {
     err_objet(KW_func, nom, 0, 0, nullptr);
     return -1;
   }
+  // The point, and after it the colour of the vertex when it has one.
+  const float arg[6] = {x[0], x[1], x[2], col ? col[0] : 0, col ? col[1] : 0, col ? col[2] : 0};
   float r[3];
-  if (run_function_vector(g, x, 3, r, 3) < 0) return -1;
+  if (run_function_vector(g, arg, col ? 6 : 3, r, 3) < 0) return -1;
   for (int a = 0; a < 3; a++) force[a] += s * r[a];
   return 0;
 }
@@ -201,7 +205,7 @@ void champ_direction(const word* local, float s, float force[4], const float x[3
 
 }  // namespace
 
-int set_FIELD_1(Objet* f, float force[4], const float point[3], int vertex) {
+int set_FIELD_1(Objet* f, float force[4], const float point[3], int vertex, const float* col) {
   const word* local = f->local;
   if (!local) return 0;
   const float s = value_at(get_val_1(local, KW_coe), 0, COE_DEFAUT);
@@ -210,7 +214,7 @@ int set_FIELD_1(Objet* f, float force[4], const float point[3], int vertex) {
   const int kind = f->subkind ? f->subkind : get_val_1(local, KW_func) ? KW_func : 0;
   switch (kind) {
     case KW_meta: champ_meta(get_val_1(local, KW_meta), get_val_1(local, KW_poi), s, force, point); break;
-    case KW_func: r = champ_func(f, get_val_1(local, KW_func), s, force, point); break;
+    case KW_func: r = champ_func(f, get_val_1(local, KW_func), s, force, point, col); break;
     case KW_vol: r = champ_vol(f, local, s, force, point, vertex); break;
     case KW_image: r = champ_image(local, s, force, point); break;
     default: champ_direction(local, s, force, point); break;
@@ -219,7 +223,7 @@ int set_FIELD_1(Objet* f, float force[4], const float point[3], int vertex) {
   return r;
 }
 
-int champs_objet(Objet* o, const word* liste, float force[4], const float point[3], int vertex) {
+int champs_objet(Objet* o, const word* liste, float force[4], const float point[3], int vertex, const float* col) {
   Objet* head = chaine_classe(KW_field);
   if (liste) {
     for (int i = 0; i < elements(liste); i++) {
@@ -228,11 +232,11 @@ int champs_objet(Objet* o, const word* liste, float force[4], const float point[
         err_objet(KW_field, liste, i, 0, nullptr);
         return -1;
       }
-      if (f != o && set_FIELD_1(f, force, point, vertex) < 0) return -1;
+      if (f != o && set_FIELD_1(f, force, point, vertex, col) < 0) return -1;
     }
     return 0;
   }
   for (Objet* f = head->next; f; f = f->next)
-    if (f->kind == KW_field && f->valid > 0 && f != o && set_FIELD_1(f, force, point, vertex) < 0) return -1;
+    if (f->kind == KW_field && f->valid > 0 && f != o && set_FIELD_1(f, force, point, vertex, col) < 0) return -1;
   return 0;
 }

@@ -5,6 +5,7 @@
 
 #include "animation/dynamics/dynamics.h"
 #include "animation/dynamics/motion.h"
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/vocab.h"
@@ -28,9 +29,18 @@ float* moment_ajoute(Objet* g) {
   return flottants(set_val_3(g, KW_force, KW_rota, KW_add, 1), 1);
 }
 
+// The vertex `vertex follow` names: its value, or the first entry of the
+// table the property command writes for `vertex follow vol(id)=n`.
+int sommet_suivi(const word* v) {
+  const Rangees r = rangees(v, 1);
+  for (int i = 0; i < r.n; i++)
+    if (r.has(i)) return entier(r.at(i, 0));
+  return 0;
+}
+
 // The torque of the force at the vertex named by `vertex follow`.
 int couple_sommet(Pas& p) {
-  const int n = static_cast<int>(value_at(p.d[D_vertex_follow], 0, 0));
+  const int n = sommet_suivi(p.d[D_vertex_follow]);
   const word* A = get_poi_vol(p.o);
   if (!A || n < 1 || n > np(A)) return 0;
   const int d = stride(A);

@@ -44,9 +44,11 @@ int forme_simple(Pas& p) {
   if (!FV || !V || p.m < SEUIL || d < 3) return 0;
   float* P = sommets(poi);
   const bool champs = Yes(KW_field) > 0;
+  const Rangees CV = rangees(p.d[D_col_vertex], 3);
+  float couleur[3];
   for (int i = 0; i < stored; i++) {
     float F[4] = {FV.at(i, 0), FV.at(i, 1), FV.at(i, 2), 0};
-    if (champs && champs_objet(p.o, p.d[D_field], F, P + i * d, i + 1) < 0) return -1;
+    if (champs && champs_objet(p.o, p.d[D_field], F, P + i * d, i + 1, CV.row(i, couleur)) < 0) return -1;
     if (std::fabs(F[0]) <= SEUIL && std::fabs(F[1]) <= SEUIL && std::fabs(F[2]) <= SEUIL) continue;
     for (int a = 0; a < 3; a++) {
       V[i * 3 + a] += FV.at(i, 3) * V[i * 3 + a] + r * F[a];

@@ -4,6 +4,7 @@
 
 #include "animation/dynamics/dyn_props.h"
 #include "animation/dynamics/dynamics.h"
+#include "kernel/bloc.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
@@ -60,15 +61,18 @@ void spring_move(const float from[3], float to[3], float k, float c, float m, Sp
   for (int a = 0; a < 3; a++) to[a] += s.speed[a];
 }
 
-int SPRING_MOVE(Objet* o, const float from[3], float to[3], float k, float c, float m) {
+int SPRING_MOVE(Objet* o, const float from[3], float to[3], float k, float c, float m, int qualifier) {
   if (!o->local && !local_ini(o)) return -1;
-  // `speed move`, `acc move` (3) and `force move` (4), made at 0.
+  // `speed move`, `acc move` (3) and `force move` (4), made at 0; with a
+  // qualifier, `speed move aim` and so on.
   auto ligne = [&](int code, int n) -> float* {
-    if (float* f = flottants(get_val_2(o->local, code, KW_move), n)) return f;
-    const int keys[] = {code, KW_move};
+    const int keys[] = {code, KW_move, qualifier};
+    const int nk = qualifier ? 3 : 2;
+    if (bloc p = get_propr_k(o->local, nk, keys, nullptr); p && flottants(propr_val(p), n))
+      return flottants(propr_val(p), n);
     bool valide = false;
-    float* f = flottants(cache_vol(o, 2, keys, 1, n, &valide), n);
-    if (f) cache_valide(o, 2, keys);
+    float* f = flottants(cache_vol(o, nk, keys, 1, n, &valide), n);
+    if (f) cache_valide(o, nk, keys);
     return f;
   };
   float* v = ligne(KW_speed, 3);

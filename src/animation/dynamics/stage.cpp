@@ -1,7 +1,9 @@
-// DYNAMIC_b, the stage: the families of objects in their order, then the
-// views and the particles.
+// DYNAMIC_b, the stage: the families of objects in their order (fields,
+// images of type dynamic, lights, brushes, objects, volumes), then the
+// views and the particles. The pointer's place is taken once an image.
 #include "animation/dynamics/dynamics.h"
 #include "animation/dynamics/dyn_props.h"
+#include "animation/dynamics/dyn_state.h"
 #include "animation/dynamics/particles.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
@@ -9,13 +11,18 @@
 #include "kernel/vocab.h"
 #include "language/args.h"
 #include "kernel/chains.h"
+#include "scene/image_object.h"
 #include "scene/vol_local.h"
 #include "scene/volume.h"
 
 namespace {
 
-// Left out of every list: `displ` at 0, or under -3 and not -5.
-bool saute(const Objet* o) { return o->valid == 0 || (o->valid < -3 && o->valid != -5); }
+// Left out of every list: `displ` at 0, or under -3 and not -5 (an
+// image's displ is its Visible word: it is stepped while shown).
+bool saute(Objet* o) {
+  const int d = mot_displ(o);
+  return d == 0 || (d < -3 && d != -5);
+}
 
 template <class F>
 int DYNAMIC_LIST(int kind, F&& f) {
@@ -74,6 +81,8 @@ int DYNAMIC_VIEW(Objet* v) {
 int DYNAMIC_b() {
   // Each field's first local function runs before any force is read.
   if (DYNAMIC_LIST(KW_field, [](Objet* f) { return f->child ? exec_locales(f, 1) : 0; }) < 0) return -1;
+  dynamique().echantillonne_souris();
+  if (DYNAMIC_LIST(KW_image, DYNAMIC_IMAGE) < 0) return -1;
   if (DYNAMIC_LIST(KW_light, pas_objet) < 0) return -1;
   if (Yes(KW_brush) > 0 && DYNAMIC_LIST(KW_brush, pas_objet) < 0) return -1;
   if (Yes(KW_object) > 0 && DYNAMIC_LIST(KW_object, pas_objet) < 0) return -1;

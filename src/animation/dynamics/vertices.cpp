@@ -5,6 +5,7 @@
 
 #include "animation/dynamics/dynamics.h"
 #include "animation/dynamics/motion.h"
+#include "kernel/entier.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
@@ -88,13 +89,19 @@ int mouvement_sommets(Pas& p) {
   // and the distances of this first step, so a shape is at rest as first
   // seen; and `force vertex`.
   if (ressorts) {
-    if (!p.d[D_near_vertex_vertex] || !p.d[D_near_vertex_dist]) {
+    if (!p.d[D_near_vertex_vertex]) {
       if (!gen_near_vertex(p.o, KW_vertex)) {
         TRACE_FAIL("DYNAMIC_2()");
         return -1;
       }
       p.d[D_near_vertex_vertex] = get_val_3(p.o->local, KW_near, KW_vertex, KW_vertex);
       p.d[D_near_vertex_dist] = get_val_3(p.o->local, KW_near, KW_vertex, KW_dist);
+    } else if (elements(p.d[D_near_vertex_dist]) != elements(p.d[D_near_vertex_vertex])) {
+      // The user's lists, their rest lengths taken now.
+      if (!(p.d[D_near_vertex_dist] = gen_near_dist(p.o, p.d[D_near_vertex_vertex]))) {
+        TRACE_FAIL("DYNAMIC_2()");
+        return -1;
+      }
     }
     if (!cree_prop(p.o, p.d, D_force_vertex, stored, 4)) return -1;
   }
@@ -111,11 +118,14 @@ int mouvement_sommets(Pas& p) {
   const Rangees LF = rangees(p.d[D_limit_force_vertex], 1);
   const Rangees LS = rangees(p.d[D_limit_speed_vertex], 1);
   const Rangees coq = rangees(p.d[D_limit_dist_vertex_poi], 5);
-  const word* nv = p.d[D_near_vertex_vertex];
-  const word* nd = p.d[D_near_vertex_dist];
-  const int k = nv && dimp(nv) > 0 ? dimp(nv) : 0;
-  const float* NV = ressorts && k && np(nv) >= n ? rangees(const_cast<word*>(nv), np(nv), k) : nullptr;
-  const float* ND = NV && nd && dimp(nd) == k ? rangees(const_cast<word*>(nd), np(nv), k) : nullptr;
+  const Rangees CV = rangees(p.d[D_col_vertex], 3);
+  float couleur[3];
+  // The lists of neighbours, one a vertex, each led by its own size, and
+  // the rest lengths in the same layout.
+  const int total = ressorts ? elements(p.d[D_near_vertex_vertex]) : 0;
+  const float* NV = total > 0 ? flottants(p.d[D_near_vertex_vertex], total) : nullptr;
+  const float* ND = NV && elements(p.d[D_near_vertex_dist]) == total ? flottants(p.d[D_near_vertex_dist], total) : nullptr;
+  int pos = 0;
   // With one facet or none, the last vertex follows no spring list.
   const word* fac = p.d[D_fac];
   const bool peu_de_facettes = !fac || np(fac) <= 1;
@@ -124,22 +134,29 @@ int mouvement_sommets(Pas& p) {
   const float k0 = value_at(p.d[D_spring], 0, 0), c0 = value_at(p.d[D_spring], 1, 0);
   const bool champs = Yes(KW_field) > 0;
   for (int i = 0; i < n; i++) {
+    // The list of vertex i: entries pos+1 .. pos+len-1; a negative size
+    // skips it; a size that doesn't fit ends the reading of the lists.
+    int debut = pos, len = 0, taille = 0;
+    if (ND && pos < total) {
+      taille = entier(NV[pos]);
+      len = std::abs(taille);
+      if (len < 1 || pos + len > total) len = 0, pos = total;
+      pos += len;
+    }
     const float mi = MV.at(i, 0, p.m);
     if (mi < MASSE_MIN) continue;
     const float r = 1 / mi;
     float* Pi = P + i * d;
     float* vi = V + i * 3;
     float F[4] = {AF.at(i, 0), AF.at(i, 1), AF.at(i, 2), 0};
-    if (NV && ND && !(peu_de_facettes && i == n - 1) && NV[i * k] >= 0) {
+    if (len > 1 && taille > 0 && !(peu_de_facettes && i == n - 1)) {
       const float ks = SV.at(i, 0, k0), cs = SV.at(i, 1, c0);
-      for (int j = 0; j < k; j++) {
-        const int v = static_cast<int>(NV[i * k + j]);
-        if (v < 1) break;
-        if (v > stored) continue;
-        spring_force(Pi, P + (v - 1) * d, ND[i * k + j], F, ks, cs, vi, lim_dist);
+      for (int j = debut + 1; j < debut + len; j++) {
+        const int v = entier(NV[j]);
+        if (v >= 1 && v <= stored) spring_force(Pi, P + (v - 1) * d, ND[j], F, ks, cs, vi, lim_dist);
       }
     }
-    if (champs && champs_objet(p.o, p.d[D_field], F, Pi, i + 1) < 0) return -1;
+    if (champs && champs_objet(p.o, p.d[D_field], F, Pi, i + 1, CV.row(i, couleur)) < 0) return -1;
     if (MS.has(i))
       for (int a = 0; a < 3; a++) F[a] += MS.at(i, 1) * vi[a] + MS.at(i, 0) * (MS.at(i, 2 + a) - Pi[a]);
     for (int a = 0; a < 3; a++) F[a] += FV.at(i, a);
