@@ -55,14 +55,16 @@ int resultat_mappe(Lecture& l, const Periph& p, const float* f, int n) {
 }
 
 bool octets_de_valeur(const Periph& p, const word* v, bool octet, const unsigned char** data, size_t* n) {
-  if (!v) return false;
+  if (!v || (tag(v) != T_CHAR && tag(v) != T_FLOAT && tag(v) != T_LONG && tag(v) != T_HYBRIDE)) {
+    voir_message(0, MES_ILLEGAL);
+    return false;
+  }
   if (tag(v) == T_CHAR) {
     *data = reinterpret_cast<const unsigned char*>(text(v));
     *n = static_cast<size_t>(text_bytes(v));
     return true;
   }
   const std::vector<float> f = floats_of(v);
-  if (f.empty() && tag(v) != T_FLOAT && tag(v) != T_LONG) return false;
   std::vector<unsigned char>& t = tampon();
   t.clear();
   for (float x : f) {

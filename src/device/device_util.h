@@ -16,7 +16,7 @@ int resultat_mots(Lecture& l, const Periph& p, const unsigned char* b, int n);
 int resultat_mappe(Lecture& l, const Periph& p, const float* f, int n);
 // The bytes a value writes: a CHAR's text, or its numbers as floats of
 // 4 bytes (`inv` order) when `octet` is false, or one byte each when it
-// is true. False for a value with neither.
+// is true. False after message 66 for a value with neither.
 bool octets_de_valeur(const Periph& p, const word* v, bool octet, const unsigned char** data, size_t* n);
 // Sleeps ms milliseconds in slices of 100 ms; false when Ctrl-C came
 // (the interpreter then holds its dialogue at its next safe point).

@@ -70,10 +70,7 @@ int lire_fichier(Periph& p, Lecture& l) {
 int ecrire_fichier(Periph& p, int, const word* v) {
   const unsigned char* data = nullptr;
   size_t n = 0;
-  if (!octets_de_valeur(p, v, false, &data, &n)) {
-    voir_message(0, MES_ILLEGAL);
-    return -1;
-  }
+  if (!octets_de_valeur(p, v, false, &data, &n)) return -1;
   const std::string path = chemin(p);
   if (safe_write_file(path, data, n) != WriteFault::none) {
     err_ecriture(path.c_str());

@@ -44,10 +44,7 @@ int lire_serie(Periph& p, Lecture& l) {
 int ecrire_serie(Periph& p, int, const word* v) {
   const unsigned char* data = nullptr;
   size_t n = 0;
-  if (!octets_de_valeur(p, v, true, &data, &n)) {
-    voir_message(0, MES_ILLEGAL);
-    return -1;
-  }
+  if (!octets_de_valeur(p, v, true, &data, &n)) return -1;
   if (serial_write(p.Sock, data, n, ECRITURE_SERIE_MS) != static_cast<long>(n)) {
     voir_message(0, MES_TIME_OUT);
     return -1;

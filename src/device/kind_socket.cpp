@@ -36,6 +36,30 @@ int echec(Periph& p, const char* format) {
 
 bool bloquant(const Periph& p) { return p.Bloquant != 0; }
 
+// A client's socket toward its server, connected for a stream: 0, or -1
+// after a report.
+int client(Periph& p, bool flux) {
+  NetAddress a;
+  if (!net_resolve(hote(p), port_de(p), &a)) {
+    VOIR_CHAR("Unable to resolve %s\n", hote(p));
+    return -1;
+  }
+  p.Sock = net_socket(flux);
+  if (p.Sock < 0) {
+    voir_texte("socket() failed\n");
+    return -1;
+  }
+  if (flux && !net_connect(p.Sock, a)) {
+    voir_texte("connect() failed\n");
+    net_close(p.Sock);
+    p.Sock = -1;
+    return -1;
+  }
+  p.Distant = a;
+  p.Distant_pret = 1;
+  return 0;
+}
+
 }  // namespace
 
 int ouvrir_tcp_serveur(Periph& p, int, word*, const word*) {
@@ -56,45 +80,16 @@ int ouvrir_tcp_serveur(Periph& p, int, word*, const word*) {
   return 0;
 }
 
+
 int ouvrir_tcp_client(Periph& p, int, word*, const word*) {
   VOIR_CHAR("LANCEMENT CLIENT_TCP sur machine %s ", hote(p));
   voir_int("et port %d\n", port_de(p));
-  NetAddress a;
-  if (!net_resolve(hote(p), port_de(p), &a)) {
-    VOIR_CHAR("Unable to resolve %s\n", hote(p));
-    return -1;
-  }
-  p.Sock = net_socket(true);
-  if (p.Sock < 0) {
-    voir_texte("socket() failed\n");
-    return -1;
-  }
-  if (!net_connect(p.Sock, a)) {
-    voir_texte("connect() failed\n");
-    net_close(p.Sock);
-    p.Sock = -1;
-    return -1;
-  }
-  p.Distant = a;
-  p.Distant_pret = 1;
-  return 0;
+  return client(p, true);
 }
 
 int ouvrir_udp_client(Periph& p, int, word*, const word*) {
   voir_texte("LANCEMENT CLIENT_UDP\n");
-  NetAddress a;
-  if (!net_resolve(hote(p), port_de(p), &a)) {
-    VOIR_CHAR("Unable to resolve %s\n", hote(p));
-    return -1;
-  }
-  p.Sock = net_socket(false);
-  if (p.Sock < 0) {
-    voir_texte("socket() failed\n");
-    return -1;
-  }
-  p.Distant = a;
-  p.Distant_pret = 1;
-  return 0;
+  return client(p, false);
 }
 
 int ouvrir_udp_serveur(Periph& p, int, word*, const word*) {
@@ -140,10 +135,7 @@ int lire_socket(Periph& p, Lecture& l) {
 int ecrire_socket(Periph& p, int n, const word* v) {
   const unsigned char* data = nullptr;
   size_t len = 0;
-  if (!octets_de_valeur(p, v, false, &data, &len)) {
-    voir_message(0, MES_ILLEGAL);
-    return -1;
-  }
+  if (!octets_de_valeur(p, v, false, &data, &len)) return -1;
   if (!p.Distant_pret) {
     voir_int("Periph %d : Cote Distant Inconnu \n", n);
     return -1;
