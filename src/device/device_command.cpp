@@ -8,6 +8,7 @@
 #include "device/device_kinds.h"
 #include "device/device_util.h"
 #include "kernel/entier.h"
+#include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "kernel/values.h"
@@ -164,9 +165,7 @@ int lire_ecrire(word* s, const word* ob, int n, Periph& p, word* st, const word*
   return set_result(s, st, lim);
 }
 
-}  // namespace
-
-int DEVICE_b(word* s, const word* ob, word* st, const word* lim) {
+int device(word* s, const word* ob, word* st, const word* lim) {
   if (has_word(s, KW_ini)) return INI_DEVICE(s, st, lim);
   if (has_word(s, KW_period)) return transmettre(s, KW_period, st, lim);
   if (has_word(s, KW_clean)) {
@@ -207,6 +206,16 @@ int DEVICE_b(word* s, const word* ob, word* st, const word* lim) {
     return set_result_nil(s);
   }
   return lire_ecrire(s, ob, n, *p, st, lim);
+}
+
+}  // namespace
+
+int DEVICE_b(word* s, const word* ob, word* st, const word* lim) {
+  const int r = device(s, ob, st, lim);
+  // A wait that Ctrl-C ended left its slot in order: the dialogue is held
+  // here, where abandoning the line leaves nothing half done.
+  interrupt_check();
+  return r;
 }
 
 void install_device_commands() {

@@ -27,10 +27,11 @@ void usage_serveur() {
 
 // Reports a failed step of a server's set-up and closes its socket.
 int echec(Periph& p, const char* format) {
-  voir_int(format, net_error());
+  // Ctrl-C ended the wait: the interpreter's dialogue follows.
+  if (net_error() != NET_INTERRUPTED) voir_int(format, net_error());
   net_close(p.Sock);
   p.Sock = -1;
-  usage_serveur();
+  if (net_error() != NET_INTERRUPTED) usage_serveur();
   return -1;
 }
 
@@ -105,6 +106,7 @@ int lire_socket(Periph& p, Lecture& l) {
   unsigned char octets[TAMPON_SOCKET + 1];
   const int n = std::clamp(l.n > 0 ? l.n : (p.Dim > 0 ? p.Dim : TAMPON_SOCKET), 1, TAMPON_SOCKET);
   const bool flux = p.Type == DEV_TCP_CLIENT || p.Type == DEV_TCP_SERVEUR;
+  if (bloquant(p)) flush_out();  // what came before shows while the read waits
   long lu;
   if (flux) {
     lu = net_recv(p.Sock, octets, static_cast<size_t>(n), bloquant(p), interruption_demandee);
