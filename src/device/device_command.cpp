@@ -152,6 +152,8 @@ int lire_ecrire(word* s, const word* ob, int n, Periph& p, word* st, const word*
       return -1;
     }
     if (k->ecrire(p, n, ob) < 0) return -1;
+    // `wait(t)` on a write to shared memory: t seconds for the peer.
+    if (p.Type == DEV_MEM && has_word(s, KW_wait)) attendre_ms(static_cast<long long>(p.Attente * 1000));
     return set_result_nil(s);
   }
   int format = p.Format;

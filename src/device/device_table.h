@@ -42,7 +42,7 @@ struct Periph {
   int Sock = -1;            // socket or serial handle
   float Module = 0;         // the modulus of the last value read
   int Dim = 0;              // values read at a time, from `dim`
-  std::vector<word> Buffer; // Dim zeroed words when Dim is set
+  std::vector<word> Buffer; // Dim zeroed words when Dim is set; MEM: the block last written
   word* Mem = nullptr;      // the shared memory view
   std::vector<word> Bloc;   // MEM: the block read back; DAT: the table
   int Vitesse = 9600;

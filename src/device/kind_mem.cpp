@@ -3,8 +3,9 @@
 // at work: the writer sets it to 0, copies the other words, then sets the
 // size last, so that a reader never takes a half-written block. A reader
 // copies the block when word 0 is above 0. In `wait` mode a read first
-// waits, `Timeout` ms at most, for word 0 to fall to 0 (the peer took
-// what was written), then `wait` seconds, then reads the answer.
+// waits, `Timeout` ms at most, for the peer to take what was written
+// (word 0 falls to 0, or its answer already stands in place of it), then
+// `wait` seconds, then reads the answer.
 #include <atomic>
 #include <cstring>
 
@@ -36,6 +37,18 @@ int copie_bloc_vue(Periph& p) {
   return 0;
 }
 
+// The block last written was taken: word 0 is 0, or another block holds
+// the view. True when nothing was written.
+bool pris(Periph& p) {
+  const word taille = charge(p.Mem);
+  if (taille == 0 || p.Buffer.empty()) return true;
+  const word ecrit = p.Buffer[0];
+  if (taille != ecrit) return true;
+  for (int i = 1; i < ecrit; i++)
+    if (std::atomic_ref<word>(p.Mem[i]).load(std::memory_order_relaxed) != p.Buffer[static_cast<size_t>(i)]) return true;
+  return false;
+}
+
 }  // namespace
 
 int ouvrir_memoire(Periph& p, int, word*, const word*) {
@@ -51,13 +64,15 @@ int ouvrir_memoire(Periph& p, int, word*, const word*) {
   }
   p.Mem = static_cast<word*>(vue);
   p.Bloc.assign(MEM_MOTS, 0);
+  p.Buffer.clear();
+  p.Buffer.reserve(MEM_MOTS);
   return 0;
 }
 
 int lire_memoire(Periph& p, Lecture& l) {
   if (p.Attente > 0) {
     const long long fin = clock_ms() + p.Timeout;
-    while (charge(p.Mem) != 0) {
+    while (!pris(p)) {
       if (clock_ms() >= fin || interruption_demandee()) {
         voir_message(0, MES_TIME_OUT);
         return val_nil(l.v, l.lim);
@@ -92,7 +107,8 @@ int ecrire_memoire(Periph& p, int, const word* v) {
   range(p.Mem, 0);
   for (int i = 1; i < size(v); i++) std::atomic_ref<word>(p.Mem[i]).store(v[i], std::memory_order_relaxed);
   range(p.Mem, size(v));
-  if (p.Attente > 0) attendre_ms(static_cast<long long>(p.Attente * 1000));
+  // What was written, to know when the peer took it.
+  p.Buffer.assign(v, v + size(v));
   return 0;
 }
 

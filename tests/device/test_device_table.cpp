@@ -62,3 +62,29 @@ TEST_F(DeviceTable, AForeignBlockInSharedMemoryIsCheckedBeforeUse) {
   std::string path = "/dev/shm/" + name;
   std::remove(path.c_str());
 }
+
+TEST_F(DeviceTable, SharedMemoryAnswerOfAnotherProgramInWaitMode) {
+  if (system("python3 -c pass >/dev/null 2>&1") != 0) GTEST_SKIP() << "python3 is not installed: no peer";
+  const std::string name = "orvela_wait_" + std::to_string(getpid());
+  ASSERT_EQ(run("device(3) ini(\"MEM\") name(\"" + name + "\") float wait(0.2) time(5000)").status, 0);
+  // The peer waits for a block, takes it (word 0 to 0), and answers with
+  // the sum of its floats, its size word last.
+  const std::string peer =
+      "import mmap, struct, time\n"
+      "f=open(\"/dev/shm/" + name + "\", \"r+b\"); m=mmap.mmap(f.fileno(), 1024)\n"
+      "for i in range(100):\n"
+      "  n=struct.unpack_from(\"<i\", m, 0)[0]\n"
+      "  if n > 0: break\n"
+      "  time.sleep(0.05)\n"
+      "v=struct.unpack_from(\"<%df\" % (n-4), m, 16)\n"
+      "struct.pack_into(\"<i\", m, 0, 0)\n"
+      "time.sleep(0.05)\n"
+      "struct.pack_into(\"<3if\", m, 4, -1002, 1, 1, sum(v))\n"
+      "struct.pack_into(\"<i\", m, 0, 5)\n";
+  const std::string cmd = "timeout 10 python3 -c '" + peer + "' &";
+  ASSERT_EQ(system(cmd.c_str()), 0);
+  ASSERT_EQ(run("device(3) = 1, 2, 3.5").status, 0);
+  expect_floats(floats("device(3)"), {6.5f}, "the peer's answer");
+  run("device(3) end");
+  std::remove(("/dev/shm/" + name).c_str());
+}
