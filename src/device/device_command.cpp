@@ -168,7 +168,7 @@ int lire_ecrire(word* s, const word* ob, int n, Periph& p, word* st, const word*
 }
 
 int device(word* s, const word* ob, word* st, const word* lim) {
-  if (has_word(s, KW_ini)) return INI_DEVICE(s, st, lim);
+  if (has_word(s, KW_ini)) return INI_DEVICE(s, lim);
   if (has_word(s, KW_period)) return transmettre(s, KW_period, st, lim);
   if (has_word(s, KW_clean)) {
     for (int n = 1; n <= NB_PERIPH; n++) fermer_device(n);

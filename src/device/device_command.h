@@ -4,6 +4,6 @@
 
 int DEVICE_b(word* s, const word* ob, word* st, const word* lim);
 // `device(n) ini("XXX") ...`: opens slot n.
-int INI_DEVICE(word* s, word* st, const word* lim);
+int INI_DEVICE(word* s, const word* lim);
 // Registers `device`, clears the table, and lends the "cin" read.
 void install_device_commands();

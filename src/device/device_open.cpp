@@ -51,7 +51,7 @@ void reglages(word* s, Periph& p) {
 
 }  // namespace
 
-int INI_DEVICE(word* s, word* st, const word* lim) {
+int INI_DEVICE(word* s, const word* lim) {
   float num = 0;
   if (floats_of(command_argument(s), &num, 1) < 1) return set_result_nil(s);
   const int n = entier(num);
@@ -96,6 +96,5 @@ int INI_DEVICE(word* s, word* st, const word* lim) {
   p->Valider = 1;
   voir_message(0, MES_RULE);
   voir_device(n);
-  (void)st;
   return set_result_nil(s);
 }

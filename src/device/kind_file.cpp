@@ -39,30 +39,18 @@ int lire_fichier(Periph& p, Lecture& l) {
     voir_message(0, MES_ILLEGAL);
     return val_nil(l.v, l.lim);
   }
-  // The value is built in place: the header first, then the bytes or
-  // floats straight into its data, as many as it has room for.
+  // The bytes or floats go straight into the value's data, as many as it
+  // has room for; its header closes it after.
   const bool flottants = l.format == T_FLOAT;
-  int n = flottants ? place(l, 1) : place(l, 4) - 1;
+  int n = std::max(0, flottants ? place(l, 1) : place(l, 4) - 1);
   if (l.n > 0) n = std::min(n, l.n);
   char* dest = reinterpret_cast<char*>(l.v + 4);
   const size_t lu = os_read(f, dest, static_cast<size_t>(n) * (flottants ? 4 : 1));
   os_close(f);
-  if (!flottants) {
-    // The text is already in place: close it and size the value.
-    dest[lu] = '\0';
-    l.v[0] = 4 + static_cast<word>(lu / 4 + 1);
-    l.v[1] = T_CHAR;
-    l.v[2] = static_cast<word>(lu / 4 + 1);
-    l.v[3] = 1;
-    for (size_t i = lu + 1; i < (lu / 4 + 1) * 4; i++) dest[i] = '\0';
-    return lu ? 0 : val_nil(l.v, l.lim);
-  }
+  if (!flottants) return lu ? val_char_en_place(l.v, l.lim, lu) : val_nil(l.v, l.lim);
   const int k = static_cast<int>(lu / 4);
   if (k == 0) return val_nil(l.v, l.lim);
-  l.v[0] = 4 + k;
-  l.v[1] = T_FLOAT;
-  l.v[2] = k;
-  l.v[3] = 1;
+  val_floats_room(l.v, l.lim, k);
   for (int i = 0; i < k; i++) setf(l.v, i, mappe(p, getf(l.v, i)));
   return 0;
 }

@@ -50,8 +50,8 @@ int client(Periph& p, bool flux) {
     voir_texte("socket() failed\n");
     return -1;
   }
-  if (flux && !net_connect(p.Sock, a)) {
-    voir_texte("connect() failed\n");
+  if (flux && !net_connect(p.Sock, a, interruption_demandee)) {
+    if (net_error() != NET_INTERRUPTED) voir_texte("connect() failed\n");
     net_close(p.Sock);
     p.Sock = -1;
     return -1;

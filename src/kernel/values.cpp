@@ -79,6 +79,14 @@ static void ecrit_texte(bloc v, const char* text, size_t len) {
   reinterpret_cast<char*>(v + 4)[len] = '\0';
 }
 
+int val_char_en_place(bloc v, const word* lim, size_t len) {
+  if (taille_valeur(v, lim, 4 + mots_texte(len)) < 0) return LIMITE;
+  en_tete(v, T_CHAR, mots_texte(len), 1);
+  char* t = reinterpret_cast<char*>(v + 4);
+  for (size_t i = len; i < static_cast<size_t>(mots_texte(len)) * sizeof(word); i++) t[i] = '\0';
+  return 0;
+}
+
 int val_char(bloc v, const word* lim, const char* text) {
   if (!text) text = "";
   return val_char_n(v, lim, text, std::strlen(text));

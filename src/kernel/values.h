@@ -26,6 +26,9 @@ int val_nil(bloc v, const word* lim);
 int val_char(bloc v, const word* lim, const char* text);
 // CHAR of the first len bytes of `text`, which need not end in a NUL.
 int val_char_n(bloc v, const word* lim, const char* text, size_t len);
+// Closes a CHAR whose first len bytes already stand in its data: the
+// header, the NUL and the padding. 0 or -12.
+int val_char_en_place(bloc v, const word* lim, size_t len);
 // A CHAR as a list of names: np becomes the count of blanks plus 1.
 void recompte_char(bloc v);
 

@@ -101,11 +101,34 @@ bool net_resolve(const char* host, int port, NetAddress* out) {
   return true;
 }
 
-bool net_connect(int fd, const NetAddress& to) {
+bool net_connect(int fd, const NetAddress& to, NetStop stop) {
   const sockaddr_in s = to_sockaddr(to);
-  if (connect(fd, reinterpret_cast<const sockaddr*>(&s), sizeof s) == 0) return true;
-  keep_errno();
-  return false;
+  const int flags = fcntl(fd, F_GETFL, 0);
+  fcntl(fd, F_SETFL, flags | O_NONBLOCK);
+  bool ok = connect(fd, reinterpret_cast<const sockaddr*>(&s), sizeof s) == 0;
+  if (!ok && errno == EINPROGRESS) {
+    for (;;) {
+      pollfd p{fd, POLLOUT, 0};
+      const int r = poll(&p, 1, 100);
+      if (r > 0) {
+        int err = 0;
+        socklen_t len = sizeof err;
+        getsockopt(fd, SOL_SOCKET, SO_ERROR, &err, &len);
+        ok = err == 0;
+        errno = err;
+        break;
+      }
+      if (r < 0 && errno != EINTR) break;
+      if (stop && stop()) {
+        fcntl(fd, F_SETFL, flags);
+        last_error = NET_INTERRUPTED;
+        return false;
+      }
+    }
+  }
+  if (!ok) keep_errno();
+  fcntl(fd, F_SETFL, flags);
+  return ok;
 }
 
 void net_set_blocking(int fd, bool blocking) {

@@ -34,7 +34,8 @@ bool net_listen(int fd);
 int net_accept(int fd, NetStop stop);
 // A dotted address or a host name; false when it names nothing.
 bool net_resolve(const char* host, int port, NetAddress* out);
-bool net_connect(int fd, const NetAddress& to);
+// Connects, waiting in slices for the answer (or `stop`).
+bool net_connect(int fd, const NetAddress& to, NetStop stop);
 void net_set_blocking(int fd, bool blocking);
 // Receives up to n bytes. With `wait`, waits until something comes (or
 // `stop`); without, returns -1 with NET_WOULD_BLOCK when nothing is
