@@ -18,6 +18,14 @@ const char* hote(const Periph& p) { return p.Nom.empty() ? "127.0.0.1" : p.Nom.c
 
 int port_de(const Periph& p) { return p.Port > 0 ? p.Port : PORT_DEFAUT; }
 
+// A port past 65535 (or below 0) is refused with its range and message 66.
+bool port_valide(const Periph& p) {
+  if (p.Port >= 0 && p.Port <= 65535) return true;
+  voir_int2("%d [0,%d]", p.Port, 65535);
+  voir_message(0, MES_ILLEGAL);
+  return false;
+}
+
 void usage_serveur() {
   voir_texte("periph(num)ini(type)nom(nn)numero(port)\n");
   voir_texte("\ttype = TCP ou UDP\n");
@@ -40,6 +48,7 @@ bool bloquant(const Periph& p) { return p.Bloquant != 0; }
 // A client's socket toward its server, connected for a stream: 0, or -1
 // after a report.
 int client(Periph& p, bool flux) {
+  if (!port_valide(p)) return -1;
   NetAddress a;
   if (!net_resolve(hote(p), port_de(p), &a)) {
     VOIR_CHAR("Unable to resolve %s\n", hote(p));
@@ -64,6 +73,7 @@ int client(Periph& p, bool flux) {
 }  // namespace
 
 int ouvrir_tcp_serveur(Periph& p, int, word*, const word*) {
+  if (!port_valide(p)) return -1;
   if (p.Nom.empty()) p.Nom = net_host_name();
   p.Sock = net_socket(true);
   if (p.Sock < 0) return echec(p, "socket() failed with error %d\n");
@@ -94,6 +104,7 @@ int ouvrir_udp_client(Periph& p, int, word*, const word*) {
 }
 
 int ouvrir_udp_serveur(Periph& p, int, word*, const word*) {
+  if (!port_valide(p)) return -1;
   voir_texte("LANCEMENT SERVEUR_UDP\n");
   if (p.Nom.empty()) p.Nom = net_host_name();
   p.Sock = net_socket(false);

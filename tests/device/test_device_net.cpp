@@ -175,4 +175,8 @@ TEST_F(DeviceNet, ResolutionAndConnectionFailuresAreReported) {
   EXPECT_LT(c.status, 0);
   EXPECT_NE(c.out.find("connect() failed\n"), std::string::npos) << c.out;
   EXPECT_EQ(periph_ouvert(11), nullptr);
+  Outcome r = run("device(11) ini(\"UDP\") lead number(70000)");
+  EXPECT_LT(r.status, 0);
+  EXPECT_NE(r.out.find("70000 [0,65535]"), std::string::npos) << r.out;
+  EXPECT_EQ(periph_ouvert(11), nullptr);
 }
