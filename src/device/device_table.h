@@ -85,6 +85,7 @@ struct DeviceState {
   Periph Table_periph[NB_PERIPH + 1];  // indexed by the device number; 0 unused
   double Timers[4] = {0, 0, 0, 0};     // "TIM": the clock's seconds at each reset
   DeviceAudioHooks audio;
+  std::vector<unsigned char> Octets;   // the bytes of the value being written
 };
 
 DeviceState& devices();

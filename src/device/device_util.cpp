@@ -22,12 +22,6 @@ float float_de(const unsigned char* b, bool inverse) {
   return f;
 }
 
-// The bytes of the last value written, kept between writes.
-std::vector<unsigned char>& tampon() {
-  static std::vector<unsigned char> t;
-  return t;
-}
-
 }  // namespace
 
 int resultat_octets(Lecture& l, const Periph& p, const unsigned char* b, int n) {
@@ -65,7 +59,7 @@ bool octets_de_valeur(const Periph& p, const word* v, bool octet, const unsigned
     return true;
   }
   const std::vector<float> f = floats_of(v);
-  std::vector<unsigned char>& t = tampon();
+  std::vector<unsigned char>& t = devices().Octets;
   t.clear();
   for (float x : f) {
     if (octet) {
