@@ -5,17 +5,20 @@
 
 #include "device/device_table.h"
 #include "scene/image_object.h"
-#include "support/text_runner.h"
+#include "scene/scene_fixture.h"
 
 namespace {
 
-class DeviceTable : public TextRunner {
+class DeviceTable : public SceneTest {
  protected:
   void SetUp() override {
-    TextRunner::SetUp();
+    SceneTest::SetUp();
     ini_devices();
   }
-  void TearDown() override { ini_devices(); }
+  void TearDown() override {
+    ini_devices();
+    SceneTest::TearDown();
+  }
 };
 
 }  // namespace
