@@ -1,5 +1,6 @@
 #include "app/install.h"
 
+#include "device/device_command.h"
 #include "image/image_command.h"
 #include "persist/object_file.h"
 #include "render/commands.h"
@@ -13,4 +14,5 @@ void install_graphic_commands() {
   install_render_commands();
   install_image_commands();
   install_object_commands();
+  install_device_commands();
 }

@@ -35,6 +35,7 @@
   X(MES_SQUARE_ROOT_NEGATIVE, 49, "SQUARE ROOT < 0") \
   X(MES_LINK_OFF, 50, "LINK OFF") \
   X(MES_HOOK_ERROR, 51, "HOOK ERROR []") \
+  X(MES_TIME_OUT, 54, "time out") \
   X(MES_NO_LABEL_FOUND, 55, "NO LABEL FOUND") \
   X(MES_DIVISION_BY_ZERO, 56, "DIVISION BY ZERO") \
   X(MES_ILLEGAL_BREAK, 57, "ILLEGAL BREAK") \
@@ -45,6 +46,7 @@
   X(MES_ERROR_COMMENT, 64, "ERROR COMMENT") \
   X(MES_UNKNOWN, 65, "UNKNOWN") \
   X(MES_ILLEGAL, 66, "ILLEGAL") \
+  X(MES_DISK_FULL, 67, "DISK FULL") \
   X(MES_UNKNOWN_DIRECTIVE, 68, "UNKNOWN DIRECTIVE") \
   X(MES_LOG_NEGATIVE, 69, "log < 0") \
   X(MES_CONTINUE, 72, "CONTINUE") \
@@ -78,6 +80,7 @@
   X(MESG_NOT_A_GRID, 15, "is not a grid") \
   X(MESG_OPENING_ZERO, 36, "opening zero") \
   X(MESG_BADLY_FORMATTED_VIEW, 65, "incorrectly formatted view") \
+  X(MESG_OCCUPED_DEVICE, 71, "Occuped device") \
   X(MESG_GRAPHIC_OFF, 95, "graphic off")
 
 #define ORVELA_MESSAGE_ENUMERATOR(name, number, text) name = number,

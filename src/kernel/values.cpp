@@ -25,9 +25,14 @@ static void en_tete(bloc v, word tag, word np, word dimp) {
   v[3] = dimp;
 }
 
-int val_floats(bloc v, const word* lim, int n, const float* f) {
+int val_floats_room(bloc v, const word* lim, int n) {
   if (taille_valeur(v, lim, 4 + n) < 0) return LIMITE;
   en_tete(v, T_FLOAT, n, 1);
+  return 0;
+}
+
+int val_floats(bloc v, const word* lim, int n, const float* f) {
+  if (val_floats_room(v, lim, n) < 0) return LIMITE;
   for (int i = 0; i < n; i++) setf(v, i, f[i]);
   return 0;
 }
@@ -74,9 +79,20 @@ static void ecrit_texte(bloc v, const char* text, size_t len) {
   reinterpret_cast<char*>(v + 4)[len] = '\0';
 }
 
+int val_char_en_place(bloc v, const word* lim, size_t len) {
+  if (taille_valeur(v, lim, 4 + mots_texte(len)) < 0) return LIMITE;
+  en_tete(v, T_CHAR, mots_texte(len), 1);
+  char* t = reinterpret_cast<char*>(v + 4);
+  for (size_t i = len; i < static_cast<size_t>(mots_texte(len)) * sizeof(word); i++) t[i] = '\0';
+  return 0;
+}
+
 int val_char(bloc v, const word* lim, const char* text) {
   if (!text) text = "";
-  const size_t len = std::strlen(text);
+  return val_char_n(v, lim, text, std::strlen(text));
+}
+
+int val_char_n(bloc v, const word* lim, const char* text, size_t len) {
   if (taille_valeur(v, lim, 4 + mots_texte(len)) < 0) return LIMITE;
   en_tete(v, T_CHAR, mots_texte(len), 1);
   ecrit_texte(v, text, len);

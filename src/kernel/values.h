@@ -2,11 +2,16 @@
 // given place (the evaluation area, a command list) under a limit; a
 // null limit means no check.
 #pragma once
+#include <cstddef>
+
 #include "kernel/word.h"
 
 // FLOAT values with dimp 1. Past the limit they return -12 and leave
 // only the size word written; otherwise 0.
 int val_floats(bloc v, const word* lim, int n, const float* f);
+// The header of a FLOAT of n elements, whose data the caller writes
+// next (setf); 0 or -12.
+int val_floats_room(bloc v, const word* lim, int n);
 int val_0(bloc v, const word* lim);
 int val_1(bloc v, const word* lim, float a);
 int val_2(bloc v, const word* lim, float a, float b);
@@ -19,6 +24,11 @@ int val_6(bloc v, const word* lim, float a, float b, float c, float d, float e, 
 int val_nil(bloc v, const word* lim);
 // CHAR with np the word count of the text (length/4 + 1). 0 or -12.
 int val_char(bloc v, const word* lim, const char* text);
+// CHAR of the first len bytes of `text`, which need not end in a NUL.
+int val_char_n(bloc v, const word* lim, const char* text, size_t len);
+// Closes a CHAR whose first len bytes already stand in its data: the
+// header, the NUL and the padding. 0 or -12.
+int val_char_en_place(bloc v, const word* lim, size_t len);
 // A CHAR as a list of names: np becomes the count of blanks plus 1.
 void recompte_char(bloc v);
 

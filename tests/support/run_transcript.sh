@@ -7,7 +7,8 @@
 # NAME.args.
 #   NAME.args   replaces the default words "gra=0 ID" (@ROOT@ is the source
 #               tree); the start-up then shows, banner included
-#   NAME.setup  bash script run first in the folder (ROOT is set); a file
+#   NAME.setup  bash script run first in the folder (ROOT and ORVELA, the
+#               program, are set); a file
 #               .input that it writes replaces NAME.orv, and a file .noecho
 #               leaves the input out of the output (lines too long to read)
 #   NAME.check  bash script run afterwards; its output is appended
@@ -19,7 +20,7 @@ bin=$1 root=$2 base=$3
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work"
-export ROOT=$root
+export ROOT=$root ORVELA=$bin
 [ -f "$base.setup" ] && bash "$base.setup"
 input="$base.orv"
 [ -f .input ] && input=.input

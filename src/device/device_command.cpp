@@ -1,0 +1,226 @@
+// The `device` command: `device(n)` reads slot n, `device(n) = v` writes
+// it; `validate`, `coe` and `tran` get or set over a list of numbers;
+// `end` closes, `edit` prints; `device` alone reads every validated slot
+// and gives the mean of their first three values.
+#include <algorithm>
+
+#include "device/device_command.h"
+#include "device/device_kinds.h"
+#include "device/device_util.h"
+#include "kernel/entier.h"
+#include "kernel/interrupt.h"
+#include "kernel/keywords.h"
+#include "kernel/report.h"
+#include "kernel/values.h"
+#include "language/args.h"
+#include "language/cmd_util.h"
+#include "language/commands.h"
+#include "scene/graphic.h"
+#include "scene/image_object.h"
+
+namespace {
+
+// The device numbers of the command: at most one of each slot and one more.
+struct Numeros {
+  float n[NB_PERIPH + 1];
+  int count = 0;
+};
+
+void lire_numeros(word* s, Numeros& nums) { nums.count = floats_of(command_argument(s), nums.n, NB_PERIPH + 1); }
+
+// Reads slot n into l.v: 0 with a value there, negative after a report.
+int lire_un(int n, Periph& p, Lecture& l) {
+  const KindRow* k = kind_row(p.Type);
+  if (!k || !k->lire) {
+    err_device(n);
+    return -1;
+  }
+  const int r = k->lire(p, l);
+  if (r == -12) {
+    err_dim_ev("DEVICE_b()");
+    return r;
+  }
+  if (r >= 0 && l.debug) print_value(l.v);
+  return r;
+}
+
+// `device` with no number: every open slot with `validate` set is read;
+// the mean of their first three values over the slots actually read.
+int moyenne(word* s, word* st, const word* lim) {
+  double somme[3] = {0, 0, 0};
+  int lus = 0;
+  for (int n = 1; n <= NB_PERIPH; n++) {
+    Periph* p = periph_ouvert(n);
+    if (!p || !p->Valeur) continue;
+    Lecture l{st, lim, 0, p->Format, n, p->Debug != 0};
+    if (lire_un(n, *p, l) < 0 || tag(st) != T_FLOAT || elements(st) < 1) continue;
+    for (int i = 0; i < 3 && i < elements(st); i++) somme[i] += getf(st, i);
+    lus++;
+  }
+  if (lus == 0) return set_result_nil(s);
+  return val_3(s, lim, static_cast<float>(somme[0] / lus), static_cast<float>(somme[1] / lus),
+               static_cast<float>(somme[2] / lus)) < 0
+             ? (err_dim_ev("DEVICE_b()"), -12)
+             : 0;
+}
+
+// `validate`, `coe`, `tran` over the numbers of the command: each of
+// them given a value sets that field of every open slot; one asked
+// without a value gives its fields (one number gives one).
+float* champ(Periph& p, int code) { return code == KW_coe ? &p.Coe : code == KW_tran ? &p.Dep : nullptr; }
+
+int reglage_liste(word* s, const Numeros& nums, const word* lim) {
+  constexpr int CODES[] = {KW_validate, KW_coe, KW_tran};
+  int demande = 0;
+  for (int code : CODES) {
+    if (!has_word(s, code)) continue;
+    const word* v = arg_of(s, code);
+    if (!v) {
+      if (!demande) demande = code;
+      continue;
+    }
+    const float x = value_at(v, 0, 0);
+    for (int i = 0; i < nums.count; i++)
+      if (Periph* p = periph_ouvert(entier(nums.n[i]))) {
+        if (float* f = champ(*p, code)) *f = x;
+        else p->Valeur = entier(x);
+      }
+  }
+  float lu[NB_PERIPH + 1];
+  int k = 0;
+  for (int i = 0; demande && i < nums.count; i++)
+    if (Periph* p = periph_ouvert(entier(nums.n[i]))) {
+      const float* f = champ(*p, demande);
+      lu[k++] = f ? *f : static_cast<float>(p->Valeur);
+    }
+  if (k == 0) return set_result_nil(s);
+  if (val_floats(s, lim, k, lu) < 0) {
+    err_dim_ev("DEVICE_b()");
+    return -12;
+  }
+  return 0;
+}
+
+// `image(id)`: the values read, one grey pixel each, row by row, alpha 255.
+void vers_image(word* s, const word* v) {
+  Objet* o = image_ou_cree(arg_int(s, KW_image, 1), nullptr);
+  uint8_t* px = o ? pixels_image(o) : nullptr;
+  if (!px) return;
+  const long pixels = static_cast<long>(image_nx(o)) * image_ny(o);
+  const bool texte = tag(v) == T_CHAR;
+  const long n = std::min<long>(pixels, texte ? text_bytes(v) : elements(v));
+  for (long i = 0; i < n; i++) {
+    const int g = texte ? static_cast<unsigned char>(text(v)[i]) : entier_borne(getf(v, static_cast<int>(i)), 0, 255);
+    px[4 * i] = px[4 * i + 1] = px[4 * i + 2] = static_cast<uint8_t>(g);
+    px[4 * i + 3] = 255;
+  }
+}
+
+// `period` and the words the device passes on: the command of that word
+// alone, with its value, through the graphic dispatch.
+int transmettre(word* s, int code, word* st, const word* lim) {
+  const word* v = arg_of(s, code);
+  if (seg_ini_r(st, lim) < 0 || (v ? seg_add_val_r(st, lim, code, v) : seg_add_r(st, lim, code)) < 0) {
+    err_dim_ev("DEVICE_b()");
+    return -12;
+  }
+  const int r = graphic_command(st, nullptr, lim);
+  if (r < 0) return r;
+  return set_result(s, st, lim);
+}
+
+// The read or write of one open slot, with the options of this command.
+int lire_ecrire(word* s, const word* ob, int n, Periph& p, word* st, const word* lim) {
+  if (const char* f = arg_text(s, KW_format)) {
+    if (text_bytes(arg_of(s, KW_format)) != 2) {
+      VOIR_CHAR("%s ", f);
+      voir_message(0, MES_ILLEGAL);
+      return -1;
+    }
+    p.Format_echange[0] = f[0];
+    p.Format_echange[1] = f[1];
+  }
+  if (has_word(s, KW_wait)) p.Attente = std::max(0.0f, arg_float(s, KW_wait, 0));
+  if (p.Type == DEV_DAT && has_word(s, KW_time)) {
+    p.Ligne = arg_int(s, KW_time, p.Ligne, 0);
+    p.Pas = arg_int(s, KW_time, p.Pas, 1);
+  }
+  const KindRow* k = kind_row(p.Type);
+  if (ob) {
+    if (!k || !k->ecrire) {
+      err_device(n);
+      return -1;
+    }
+    if (k->ecrire(p, n, ob) < 0) return -1;
+    // `wait(t)` on a write to shared memory: t seconds for the peer.
+    if (p.Type == DEV_MEM && has_word(s, KW_wait)) attendre_ms(static_cast<long long>(p.Attente * 1000));
+    return set_result_nil(s);
+  }
+  int format = p.Format;
+  if (has_word(s, KW_float)) format = T_FLOAT;
+  if (has_word(s, KW_char)) format = T_CHAR;
+  const int dim = has_word(s, KW_dim) ? std::max(0, arg_int(s, KW_dim, 0)) : 0;
+  Lecture l{st, lim, dim, format, n, p.Debug || has_word(s, KW_debug)};
+  const int r = lire_un(n, p, l);
+  if (r < 0) return r;
+  if (has_word(s, KW_image)) vers_image(s, st);
+  return set_result(s, st, lim);
+}
+
+int device(word* s, const word* ob, word* st, const word* lim) {
+  if (has_word(s, KW_ini)) return INI_DEVICE(s, lim);
+  if (has_word(s, KW_period)) return transmettre(s, KW_period, st, lim);
+  if (has_word(s, KW_clean)) {
+    for (int n = 1; n <= NB_PERIPH; n++) fermer_device(n);
+    return set_result_nil(s);
+  }
+  Numeros nums;
+  lire_numeros(s, nums);
+  const int n = nums.count > 0 ? entier(nums.n[0]) : 0;
+  if (has_word(s, KW_validate) || has_word(s, KW_coe) || has_word(s, KW_tran)) return reglage_liste(s, nums, lim);
+  if (n == 0) {
+    if (has_word(s, KW_edit) || has_word(s, KW_end)) {
+      for (int k = 1; k <= NB_PERIPH; k++) has_word(s, KW_edit) ? voir_device(k) : fermer_device(k);
+      return set_result_nil(s);
+    }
+    return moyenne(s, st, lim);
+  }
+  if (!periph(n)) {
+    voir_int2("%d [0,%d]", n, NB_PERIPH);
+    voir_message(0, MES_ILLEGAL);
+    return -1;
+  }
+  if (has_word(s, KW_end) && nums.count > 1) {
+    for (int i = 0; i < nums.count; i++) fermer_device(entier(nums.n[i]));
+    return set_result_nil(s);
+  }
+  Periph* p = periph_ouvert(n);
+  if (!p) {
+    err_device(n);
+    return -1;
+  }
+  if (has_word(s, KW_end)) {
+    fermer_device(n);
+    return set_result_nil(s);
+  }
+  if (has_word(s, KW_edit)) {
+    voir_device(n);
+    return set_result_nil(s);
+  }
+  return lire_ecrire(s, ob, n, *p, st, lim);
+}
+
+}  // namespace
+
+int DEVICE_b(word* s, const word* ob, word* st, const word* lim) {
+  const int r = device(s, ob, st, lim);
+  // A wait that Ctrl-C ended left its slot in order: the dialogue is held
+  // here, where abandoning the line leaves nothing half done.
+  interrupt_check();
+  return r;
+}
+
+void install_device_commands() {
+  register_graphic_handler({KW_device}, DEVICE_b);
+  ini_devices();
+}

@@ -1,0 +1,77 @@
+// The kinds of device as one table: their `ini` strings, printed labels
+// and operations. A kind without an operation refuses it.
+#pragma once
+#include "device/device_table.h"
+
+// Where a read leaves its value: a bloc at `v`, never past `lim`. `n`
+// values are asked (0: the kind's own count); `format` is T_CHAR or
+// T_FLOAT; `numero` is the device number; `debug` makes the read print
+// (the slot's own `debug` does so for every read).
+struct Lecture {
+  word* v;
+  const word* lim;
+  int n;
+  int format;
+  int numero;
+  bool debug;
+};
+
+struct KindRow {
+  int Type;
+  const char* ini;         // the string of `ini`; null for none
+  int lead;                // the kind that `lead` makes of the same string
+  const char* etiquette;   // the printed label, %s the name
+  // Opens slot p (its options already read) from the command `s`: 0, or
+  // negative after a report (the slot then stays free).
+  int (*ouvrir)(Periph& p, int n, word* s, const word* lim);
+  // 0 with a value at l.v (NIL when nothing came), negative after a report.
+  int (*lire)(Periph& p, Lecture& l);
+  // Writes the value v: 0, or negative after a report.
+  int (*ecrire)(Periph& p, int n, const word* v);
+  void (*fermer)(Periph& p);
+};
+
+const KindRow* kind_row(int type);
+// The row of an `ini` string, the server form with `lead`; null when unknown.
+const KindRow* kind_by_ini(const char* ini, bool lead);
+
+// The kinds' operations, each in its own file.
+int ouvrir_fichier(Periph& p, int n, word* s, const word* lim);
+int lire_fichier(Periph& p, Lecture& l);
+int ecrire_fichier(Periph& p, int n, const word* v);
+
+int ouvrir_datas(Periph& p, int n, word* s, const word* lim);
+int lire_datas(Periph& p, Lecture& l);
+
+int ouvrir_memoire(Periph& p, int n, word* s, const word* lim);
+int lire_memoire(Periph& p, Lecture& l);
+int ecrire_memoire(Periph& p, int n, const word* v);
+void fermer_memoire(Periph& p);
+
+int ouvrir_serie(Periph& p, int n, word* s, const word* lim);
+int lire_serie(Periph& p, Lecture& l);
+int ecrire_serie(Periph& p, int n, const word* v);
+void fermer_serie(Periph& p);
+
+int ouvrir_tcp_client(Periph& p, int n, word* s, const word* lim);
+int ouvrir_tcp_serveur(Periph& p, int n, word* s, const word* lim);
+int ouvrir_udp_client(Periph& p, int n, word* s, const word* lim);
+int ouvrir_udp_serveur(Periph& p, int n, word* s, const word* lim);
+int lire_socket(Periph& p, Lecture& l);
+int ecrire_socket(Periph& p, int n, const word* v);
+void fermer_socket(Periph& p);
+
+int ouvrir_midi(Periph& p, int n, word* s, const word* lim);
+int lire_midi(Periph& p, Lecture& l);
+void fermer_midi(Periph& p);
+
+int lire_souris(Periph& p, Lecture& l);
+int ouvrir_audio(Periph& p, int n, word* s, const word* lim);
+int lire_audio(Periph& p, Lecture& l);
+int ouvrir_horloge(Periph& p, int n, word* s, const word* lim);
+int lire_horloge(Periph& p, Lecture& l);
+int ecrire_horloge(Periph& p, int n, const word* v);
+int ouvrir_interruption(Periph& p, int n, word* s, const word* lim);
+int lire_interruption(Periph& p, Lecture& l);
+// Message 104 "NOT IMPLEMENTED": the slot stays free.
+int ouvrir_non_implemente(Periph& p, int n, word* s, const word* lim);
