@@ -40,8 +40,7 @@ bool voisins(Objet* o, Voisins& nv) {
     TRACE_FAIL("near vertex vertex");
     return false;
   }
+  nv.total = elements(v);
   nv.v = reinterpret_cast<const float*>(v + 4);
-  nv.k = dimp(v);
-  nv.n = np(v);
   return true;
 }

@@ -75,16 +75,14 @@ int bornes_sommets(Objet* o, const word* vv, const word* sx, const word* sy, con
   const float* P = sommets(poi);
   const float dv1 = value_at(dv, 0, 0), dv2 = value_at(dv, 1, 0);
   const int nvv = elements(vv);
-  for (int i = 0; (vv || dv) && i < n && i < nv.n; i++)
-    for (int m = 0; m < nv.k; m++) {
-      const int j = static_cast<int>(nv.v[i * nv.k + m]) - 1;
-      if (j < 0) break;
-      if (j >= n) continue;
+  if (vv || dv)
+    nv.pour_chaque(n, [&](int i, int j) {
+      if (j < 0 || j >= n) return;
       if (dv) borne_paire(P, d, i, j, dv1, dv2, F);
       const long k = static_cast<long>(n - 1) * i + j;
       if (vv && 2 * k + 1 < nvv && value_at(vv, static_cast<int>(2 * k), 0) >= 0)
         borne_paire(P, d, i, j, value_at(vv, static_cast<int>(2 * k), 0), value_at(vv, static_cast<int>(2 * k + 1), 0), F);
-    }
+    });
   // Along the rows (secx) and the columns (secy) of the lattice: each
   // vertex against the one before and the one after it.
   const int len = std::max(vol_secx(o) + (vol_close(o) ? 0 : 1), 1);

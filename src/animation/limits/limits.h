@@ -56,10 +56,23 @@ void limit_column(float* P, int d, int first, int count, int step, float d1, flo
 float* rangees_cree(Objet* o, int nkeys, const int* keys, int n, int w);
 
 // The neighbours of each vertex: `near vertex vertex`, built from the
-// facets when missing. k entries a vertex (numbers from 1, 0 ends).
+// facets when missing. One list a vertex, led by its own size (that entry
+// counted); a negative size skips the vertex's list, and a size that does
+// not fit ends the walk, as the dynamics reads them.
 struct Voisins {
   const float* v = nullptr;
-  int k = 0, n = 0;
+  int total = 0;
+  // f(i, j) for each neighbour j of vertex i (both from 0), i under n.
+  template <class F>
+  void pour_chaque(int n, F f) const {
+    for (int i = 0, pos = 0; i < n && pos < total; i++) {
+      const int taille = static_cast<int>(v[pos]), len = taille < 0 ? -taille : taille;
+      if (len < 1 || pos + len > total) return;
+      if (taille > 0)
+        for (int m = pos + 1; m < pos + len; m++) f(i, static_cast<int>(v[m]) - 1);
+      pos += len;
+    }
+  }
 };
 bool voisins(Objet* o, Voisins& nv);
 

@@ -106,12 +106,9 @@ void voisin_dans(Sommets& s, int i, int j, float d1, float d2) {
 int near_vertex_vertex(Sommets& s, const word* l) {
   Voisins nv;
   if (!voisins(s.o, nv)) return -1;
-  for (int i = 0; i < s.n && i < nv.n; i++)
-    for (int m = 0; m < nv.k; m++) {
-      const int j = static_cast<int>(nv.v[i * nv.k + m]) - 1;
-      if (j < 0) break;
-      if (j < s.n) voisin_dans(s, i, j, value_at(l, 0, 0), value_at(l, 1, 0));
-    }
+  nv.pour_chaque(s.n, [&](int i, int j) {
+    if (j >= 0 && j < s.n) voisin_dans(s, i, j, value_at(l, 0, 0), value_at(l, 1, 0));
+  });
   return 0;
 }
 
@@ -122,27 +119,24 @@ int dist_vertex_vertex(Sommets& s, const word* l) {
   if (!voisins(s.o, nv)) return -1;
   float* F = rangees_cree(s.o, 2, FORCE_VERTEX, s.stored, 4);
   if (!F) return -1;
-  for (int i = 0; i < s.n && i < nv.n; i++)
-    for (int m = 0; m < nv.k; m++) {
-      const int j = static_cast<int>(nv.v[i * nv.k + m]) - 1;
-      if (j < 0) break;
-      const long k = static_cast<long>(s.n - 1) * i + j;
-      if (j >= s.n || 2 * k + 1 >= elements(l)) continue;
-      const float d1 = value_at(l, 2 * k, 0), d2 = value_at(l, 2 * k + 1, 0);
-      if (d1 < 0) continue;
-      float* a = s.P + i * s.d;
-      float* b = s.P + j * s.d;
-      float u[3] = {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
-      const float D = std::sqrt(mat::scalaire(u, u));
-      if (D <= 0 || (D >= d1 && D <= d2)) continue;
-      const float g = (D < d1 ? d1 : d2) - D;
-      for (int c = 0; c < 3; c++) {
-        const float off = 0.5f * g * u[c] / D;
-        a[c] += off;
-        b[c] -= off;
-        F[i * 4 + c] += g * u[c] / D;
-      }
+  nv.pour_chaque(s.n, [&](int i, int j) {
+    const long k = static_cast<long>(s.n - 1) * i + j;
+    if (j < 0 || j >= s.n || 2 * k + 1 >= elements(l)) return;
+    const float d1 = value_at(l, 2 * k, 0), d2 = value_at(l, 2 * k + 1, 0);
+    if (d1 < 0) return;
+    float* a = s.P + i * s.d;
+    float* b = s.P + j * s.d;
+    float u[3] = {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
+    const float D = std::sqrt(mat::scalaire(u, u));
+    if (D <= 0 || (D >= d1 && D <= d2)) return;
+    const float g = (D < d1 ? d1 : d2) - D;
+    for (int c = 0; c < 3; c++) {
+      const float off = 0.5f * g * u[c] / D;
+      a[c] += off;
+      b[c] -= off;
+      F[i * 4 + c] += g * u[c] / D;
     }
+  });
   return 0;
 }
 
