@@ -138,7 +138,7 @@ int graphic_command(word* record, const word* value, const word* limit) {
 const word* record_operand(const word* p, word* dest, int* status) {
   (void)status;
   switch (p[1]) {
-    case R_STRING:
+    case T_CHAR:
     case C_TYPE_FUNC: {
       const char* s = reinterpret_cast<const char*>(p + 4);
       size_t len = static_cast<size_t>(p[3]);
@@ -150,7 +150,7 @@ const word* record_operand(const word* p, word* dest, int* status) {
       }
       return put_text(dest, s, len) ? p + p[0] : nullptr;
     }
-    case R_VECTOR:
+    case T_FLOAT:
       if (!room(dest, p[0])) return nullptr;
       memcpy(dest, p, static_cast<size_t>(p[0]) * sizeof(word));
       dest[1] = T_FLOAT;

@@ -181,7 +181,7 @@ int binary_group(word* dest, const word*& q, word closer, int* status) {
 
 // The float of a number token or of a variable holding one float.
 bool scalar_token(const word* t, float* f) {
-  if (t[0] == C_NUMBER) {
+  if (t[0] == T_FLOAT) {
     *f = wf(t[1]);
     return true;
   }
@@ -238,7 +238,7 @@ const word* eval_group(const word* p, word* dest, bool lvalue, int* status) {
   word opener = p[1];
   const word* q = p + 2;
   // The scalar shapes open with a number or a variable.
-  if (opener == '(' && (q[0] == C_NUMBER || is_variable_token(q))) {
+  if (opener == '(' && (q[0] == T_FLOAT || is_variable_token(q))) {
     float r;
     if (const word* next = scalar_assignment(p, dest)) return next;
     if (const word* next = scalar_binary(p, &r)) {
@@ -283,7 +283,7 @@ const word* operand(const word* p, word* dest, bool lvalue, int* status) {
     return q;
   }
   switch (p[0]) {
-    case C_NUMBER:
+    case T_FLOAT:
       if (!room(dest, 5)) return nullptr;
       put_float(dest, wf(p[1]));
       return p + 2;
