@@ -13,6 +13,7 @@
 #include "kernel/console.h"
 #include "kernel/interrupt.h"
 #include "kernel/kernel.h"
+#include "kernel/message_names.h"
 #include "kernel/screen.h"
 #include "kernel/startup.h"
 #include "language/console_runner.h"
@@ -51,7 +52,7 @@ void orvela_main(int argc, char** argv) {
   texte_de_lancement();
   for (;;) {
     try {
-      lire_executer(1, 0, k.eval_stack, 0);
+      lire_executer(1, MES_PROMPT, k.eval_stack, 0);
     } catch (const Abandon&) {
       // Back at the recovery point: the line was abandoned.
     }

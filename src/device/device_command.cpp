@@ -57,11 +57,10 @@ int moyenne(word* s, word* st, const word* lim) {
     for (int i = 0; i < 3 && i < elements(st); i++) somme[i] += getf(st, i);
     lus++;
   }
-  if (lus == 0) return set_result_nil(s);
-  return val_3(s, lim, static_cast<float>(somme[0] / lus), static_cast<float>(somme[1] / lus),
-               static_cast<float>(somme[2] / lus)) < 0
-             ? (err_dim_ev("DEVICE_b()"), -12)
-             : 0;
+  if (lus == 0) return build_nil(s);
+  const float moyenne[3] = {static_cast<float>(somme[0] / lus), static_cast<float>(somme[1] / lus),
+                            static_cast<float>(somme[2] / lus)};
+  return build_floats(s, lim, 3, moyenne);
 }
 
 // `validate`, `coe`, `tran` over the numbers of the command: each of
@@ -93,12 +92,8 @@ int reglage_liste(word* s, const Numeros& nums, const word* lim) {
       const float* f = champ(*p, demande);
       lu[k++] = f ? *f : static_cast<float>(p->Valeur);
     }
-  if (k == 0) return set_result_nil(s);
-  if (val_floats(s, lim, k, lu) < 0) {
-    err_dim_ev("DEVICE_b()");
-    return -12;
-  }
-  return 0;
+  if (k == 0) return build_nil(s);
+  return build_floats(s, lim, k, lu);
 }
 
 // `image(id)`: the values read, one grey pixel each, row by row, alpha 255.
@@ -154,7 +149,7 @@ int lire_ecrire(word* s, const word* ob, int n, Periph& p, word* st, const word*
     if (k->ecrire(p, n, ob) < 0) return -1;
     // `wait(t)` on a write to shared memory: t seconds for the peer.
     if (p.Type == DEV_MEM && has_word(s, KW_wait)) attendre_ms(static_cast<long long>(p.Attente * 1000));
-    return set_result_nil(s);
+    return build_nil(s);
   }
   int format = p.Format;
   if (has_word(s, KW_float)) format = T_FLOAT;
@@ -172,7 +167,7 @@ int device(word* s, const word* ob, word* st, const word* lim) {
   if (has_word(s, KW_period)) return transmettre(s, KW_period, st, lim);
   if (has_word(s, KW_clean)) {
     for (int n = 1; n <= NB_PERIPH; n++) fermer_device(n);
-    return set_result_nil(s);
+    return build_nil(s);
   }
   Numeros nums;
   lire_numeros(s, nums);
@@ -181,7 +176,7 @@ int device(word* s, const word* ob, word* st, const word* lim) {
   if (n == 0) {
     if (has_word(s, KW_edit) || has_word(s, KW_end)) {
       for (int k = 1; k <= NB_PERIPH; k++) has_word(s, KW_edit) ? voir_device(k) : fermer_device(k);
-      return set_result_nil(s);
+      return build_nil(s);
     }
     return moyenne(s, st, lim);
   }
@@ -192,7 +187,7 @@ int device(word* s, const word* ob, word* st, const word* lim) {
   }
   if (has_word(s, KW_end) && nums.count > 1) {
     for (int i = 0; i < nums.count; i++) fermer_device(entier(nums.n[i]));
-    return set_result_nil(s);
+    return build_nil(s);
   }
   Periph* p = periph_ouvert(n);
   if (!p) {
@@ -201,11 +196,11 @@ int device(word* s, const word* ob, word* st, const word* lim) {
   }
   if (has_word(s, KW_end)) {
     fermer_device(n);
-    return set_result_nil(s);
+    return build_nil(s);
   }
   if (has_word(s, KW_edit)) {
     voir_device(n);
-    return set_result_nil(s);
+    return build_nil(s);
   }
   return lire_ecrire(s, ob, n, *p, st, lim);
 }

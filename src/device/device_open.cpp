@@ -53,7 +53,7 @@ void reglages(word* s, Periph& p) {
 
 int INI_DEVICE(word* s, const word* lim) {
   float num = 0;
-  if (floats_of(command_argument(s), &num, 1) < 1) return set_result_nil(s);
+  if (floats_of(command_argument(s), &num, 1) < 1) return build_nil(s);
   const int n = entier(num);
   Periph* p = periph(n);
   if (!p) {
@@ -96,5 +96,5 @@ int INI_DEVICE(word* s, const word* lim) {
   p->Valider = 1;
   voir_message(0, MES_RULE);
   voir_device(n);
-  return set_result_nil(s);
+  return build_nil(s);
 }

@@ -25,9 +25,9 @@ float float_de(const unsigned char* b, bool inverse) {
 }  // namespace
 
 int resultat_octets(Lecture& l, const Periph& p, const unsigned char* b, int n) {
-  if (n <= 0) return val_nil(l.v, l.lim);
-  if (l.format != T_FLOAT) return val_char_n(l.v, l.lim, reinterpret_cast<const char*>(b), static_cast<size_t>(n));
-  if (val_floats_room(l.v, l.lim, n) < 0) return -12;
+  if (n <= 0) return build_nil(l.v, l.lim);
+  if (l.format != T_FLOAT) return build_text(l.v, l.lim, reinterpret_cast<const char*>(b), static_cast<size_t>(n));
+  if (!build_zeros(l.v, l.lim, n)) return -12;
   for (int i = 0; i < n; i++) setf(l.v, i, mappe(p, b[i]));
   return 0;
 }
@@ -35,15 +35,15 @@ int resultat_octets(Lecture& l, const Periph& p, const unsigned char* b, int n) 
 int resultat_mots(Lecture& l, const Periph& p, const unsigned char* b, int n) {
   if (l.format != T_FLOAT) return resultat_octets(l, p, b, n);
   const int k = n / 4;
-  if (k == 0) return val_nil(l.v, l.lim);
-  if (val_floats_room(l.v, l.lim, k) < 0) return -12;
+  if (k == 0) return build_nil(l.v, l.lim);
+  if (!build_zeros(l.v, l.lim, k)) return -12;
   for (int i = 0; i < k; i++) setf(l.v, i, mappe(p, float_de(b + 4 * i, p.Inverse != 0)));
   return 0;
 }
 
 int resultat_mappe(Lecture& l, const Periph& p, const float* f, int n) {
-  if (n <= 0) return val_nil(l.v, l.lim);
-  if (val_floats_room(l.v, l.lim, n) < 0) return -12;
+  if (n <= 0) return build_nil(l.v, l.lim);
+  if (!build_zeros(l.v, l.lim, n)) return -12;
   for (int i = 0; i < n; i++) setf(l.v, i, mappe(p, f[i]));
   return 0;
 }

@@ -49,11 +49,11 @@ int ouvrir_datas(Periph& p, int, word* s, const word*) {
 }
 
 int lire_datas(Periph& p, Lecture& l) {
-  if (p.Lignes <= 0) return val_nil(l.v, l.lim);
+  if (p.Lignes <= 0) return build_nil(l.v, l.lim);
   const int rangs = l.n > 0 ? l.n : p.Dim;
   const long n = static_cast<long>(rangs) * p.Colonnes;
   if (rangs <= 0 || l.lim - l.v < 4 + n) return -12;
-  val_floats_room(l.v, l.lim, static_cast<int>(n));
+  build_zeros(l.v, l.lim, static_cast<int>(n));
   l.v[3] = p.Colonnes;
   l.v[2] = rangs;
   int r = ((p.Ligne - 1) % p.Lignes + p.Lignes) % p.Lignes;

@@ -37,7 +37,7 @@ int lire_fichier(Periph& p, Lecture& l) {
   if (!f) {
     err_pas_trouve(path.c_str());
     voir_message(0, MES_ILLEGAL);
-    return val_nil(l.v, l.lim);
+    return build_nil(l.v, l.lim);
   }
   // The bytes or floats go straight into the value's data, as many as it
   // has room for; its header closes it after.
@@ -47,10 +47,10 @@ int lire_fichier(Periph& p, Lecture& l) {
   char* dest = reinterpret_cast<char*>(l.v + 4);
   const size_t lu = os_read(f, dest, static_cast<size_t>(n) * (flottants ? 4 : 1));
   os_close(f);
-  if (!flottants) return lu ? val_char_en_place(l.v, l.lim, lu) : val_nil(l.v, l.lim);
+  if (!flottants) return lu ? build_text_in_place(l.v, l.lim, lu) : build_nil(l.v, l.lim);
   const int k = static_cast<int>(lu / 4);
-  if (k == 0) return val_nil(l.v, l.lim);
-  val_floats_room(l.v, l.lim, k);
+  if (k == 0) return build_nil(l.v, l.lim);
+  build_head(l.v, 4 + k, T_FLOAT, k);  // the floats read stand in place
   for (int i = 0; i < k; i++) setf(l.v, i, mappe(p, getf(l.v, i)));
   return 0;
 }

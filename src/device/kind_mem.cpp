@@ -75,26 +75,26 @@ int lire_memoire(Periph& p, Lecture& l) {
     while (!pris(p)) {
       if (clock_ms() >= fin || interruption_demandee()) {
         voir_message(0, MES_TIME_OUT);
-        return val_nil(l.v, l.lim);
+        return build_nil(l.v, l.lim);
       }
       sleep_ms(1);
     }
-    if (!attendre_ms(static_cast<long long>(p.Attente * 1000))) return val_nil(l.v, l.lim);
+    if (!attendre_ms(static_cast<long long>(p.Attente * 1000))) return build_nil(l.v, l.lim);
   }
   const int taille = copie_bloc_vue(p);
   if (taille < 0) {
     voir_message(0, MES_BADLY_FORMATTED_FILE);
-    return val_nil(l.v, l.lim);
+    return build_nil(l.v, l.lim);
   }
-  if (taille == 0) return val_nil(l.v, l.lim);
+  if (taille == 0) return build_nil(l.v, l.lim);
   // What another process wrote is taken for its numbers or its text only,
   // each number mapped; its header is not trusted further.
   const word* b = p.Bloc.data();
-  if (tag(b) == T_CHAR) return val_char_n(l.v, l.lim, text(b), static_cast<size_t>(text_bytes(b)));
-  if (tag(b) != T_FLOAT && tag(b) != T_LONG) return val_nil(l.v, l.lim);
+  if (tag(b) == T_CHAR) return build_text(l.v, l.lim, text(b), static_cast<size_t>(text_bytes(b)));
+  if (tag(b) != T_FLOAT && tag(b) != T_LONG) return build_nil(l.v, l.lim);
   int n = elements(b);
   if (l.n > 0 && l.n < n) n = l.n;
-  if (val_floats_room(l.v, l.lim, n) < 0) return -12;
+  if (!build_zeros(l.v, l.lim, n)) return -12;
   for (int i = 0; i < n; i++) setf(l.v, i, mappe(p, value_at(b, i)));
   return 0;
 }

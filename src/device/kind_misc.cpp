@@ -23,7 +23,7 @@ int lire_souris(Periph& p, Lecture& l) {
   const float hauteur = w.Dimy > 0 ? static_cast<float>(w.Dimy) : 1.0f;
   const float f[3] = {mappe(p, 2 * mx / largeur - 1), mappe(p, 2 * my / hauteur - 1), 0};
   p.Module = f[0];
-  return val_floats(l.v, l.lim, 3, f);
+  return build_floats(l.v, l.lim, 3, f);
 }
 
 // "AUD": live audio is the sound subsystem's; without its capture a read
@@ -43,7 +43,7 @@ int lire_audio(Periph& p, Lecture& l) {
   const DeviceAudioHooks& h = devices().audio;
   if (!h.lire || h.lire(v) < 0) {
     err_son();
-    return val_nil(l.v, l.lim);
+    return build_nil(l.v, l.lim);
   }
   p.Module = v[0];
   return resultat_mappe(l, p, v, 3);
@@ -63,7 +63,7 @@ int lire_horloge(Periph&, Lecture& l) {
   float f[10];
   for (int i = 0; i < 6; i++) f[i] = static_cast<float>(d[i]);
   for (int i = 0; i < 4; i++) f[6 + i] = static_cast<float>(now - devices().Timers[i]);
-  return val_floats(l.v, l.lim, 10, f);
+  return build_floats(l.v, l.lim, 10, f);
 }
 
 int ecrire_horloge(Periph&, int, const word* v) {
@@ -87,7 +87,7 @@ int ouvrir_interruption(Periph& p, int, word*, const word*) {
 
 int lire_interruption(Periph& p, Lecture& l) {
   const float t = static_cast<float>(seconds_since_start() - p.Ouverture);
-  return val_floats(l.v, l.lim, 1, &t);
+  return build_floats(l.v, l.lim, 1, &t);
 }
 
 // "MID": the last MIDI message's three bytes, NIL while none has come.
@@ -105,7 +105,7 @@ int ouvrir_midi(Periph& p, int, word*, const word*) {
 
 int lire_midi(Periph& p, Lecture& l) {
   if (midi_poll(p.Midi, p.Midi_message)) p.Midi_recu = 1;
-  if (!p.Midi_recu) return val_nil(l.v, l.lim);
+  if (!p.Midi_recu) return build_nil(l.v, l.lim);
   const float f[3] = {static_cast<float>(p.Midi_message[0]), static_cast<float>(p.Midi_message[1]),
                       static_cast<float>(p.Midi_message[2])};
   return resultat_mappe(l, p, f, 3);

@@ -31,7 +31,7 @@ int lire_serie(Periph& p, Lecture& l) {
   const long lu = serial_read(p.Sock, octets, static_cast<size_t>(n));
   if (lu < 0) {
     VOIR_CHAR("ERROR OUVERTURE COM%s\a\n", p.Nom.c_str());
-    return val_nil(l.v, l.lim);
+    return build_nil(l.v, l.lim);
   }
   if (l.debug) {
     voir_int("%d octets lus: ", static_cast<int>(lu));

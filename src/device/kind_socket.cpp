@@ -134,11 +134,11 @@ int lire_socket(Periph& p, Lecture& l) {
   }
   if (lu == 0 && flux) {
     voir_int("Closed connection %d\n", l.numero);
-    return val_nil(l.v, l.lim);
+    return build_nil(l.v, l.lim);
   }
   if (lu < 0) {
     if (net_error() != NET_WOULD_BLOCK && net_error() != NET_INTERRUPTED) voir_int("recv() failed with error %d\n", net_error());
-    return val_nil(l.v, l.lim);
+    return build_nil(l.v, l.lim);
   }
   octets[lu] = '\0';
   if (l.debug) VOIR_CHAR(" recv %s\n", reinterpret_cast<const char*>(octets));

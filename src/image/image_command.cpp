@@ -197,7 +197,7 @@ int IMAGE_1(word* s, const word* ob, word* st, const word* lim) {
       return -1;
     }
   }
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 int DIM_IMAGE(word* s, const word* ob, word* st, const word* lim) {
@@ -216,5 +216,5 @@ int DIM_IMAGE(word* s, const word* ob, word* st, const word* lim) {
     return 0;
   });
   if (r < 0) return -1;
-  return set_result_floats(s, lim, f, 2);
+  return build_floats(s, lim, f, 2);
 }

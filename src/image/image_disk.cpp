@@ -115,5 +115,5 @@ int DISK_IMAGE(word* s, const word* ob, word* st, const word* lim) {
     return -1;
   }
   if (pour_chaque_image(sel, "DISK_IMAGE()", [&](Objet* o) { return DISK_IMAGE_1(o, d); }) < 0) return -1;
-  return set_result_nil(s);
+  return build_nil(s);
 }

@@ -71,5 +71,5 @@ int INTERPOL_b(word* s, const word* ob, word* st, const word* lim) {
       TRACE_FAIL("INTERPOL_IMAGE_1()");
       return -1;
     }
-  return set_result_nil(s);
+  return build_nil(s);
 }

@@ -127,7 +127,7 @@ int NEAR_IMAGE(word* s, const word* ob, word* st, const word* lim) {
     if (number && garde(o, KW_number, num.data(), 2) < 0) return -1;
     return vie(o, r);
   });
-  return res < 0 ? -1 : set_result_nil(s);
+  return res < 0 ? -1 : build_nil(s);
 }
 
 int NEAR_IMAGE_EG(word* s, const word* ob, word* st, const word* lim) {
@@ -153,5 +153,5 @@ int NEAR_IMAGE_EG(word* s, const word* ob, word* st, const word* lim) {
     return 0;
   });
   if (r < 0) return -1;
-  return ob ? set_result(s, ob, lim) : set_result_floats(s, lim, f, 1);
+  return ob ? set_result(s, ob, lim) : build_floats(s, lim, f, 1);
 }

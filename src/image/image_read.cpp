@@ -11,6 +11,7 @@
 #include "kernel/interrupt.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
+#include "kernel/values.h"
 #include "language/args.h"
 #include "render/picture.h"
 #include "render/window.h"
@@ -100,11 +101,11 @@ int READ_IMAGE_b(word* s, const word*, word*, const word*) {
   const int nids = arg_floats(s, KW_image, ids_f, 2);
   int ids[2] = {coord(ids_f[0]), coord(ids_f[1])};
   const char* given = value_text(arg_of(s, KW_name));
-  if (given && given[0] == '!') return set_result_nil(s);
+  if (given && given[0] == '!') return build_nil(s);
   const bool bands = has_word(s, KW_line);
   const int current = coord(arg_float(s, KW_line, 0)), count = coord(arg_float(s, KW_line, 0, 1));
   if (bands && !given && nids > 0)  // the next band of the kept raw file
-    return READ_IMAGE_RAW_LINE("", ids, nids, -1, 0) < 0 ? -1 : set_result_nil(s);
+    return READ_IMAGE_RAW_LINE("", ids, nids, -1, 0) < 0 ? -1 : build_nil(s);
   if (!given) return usage();
   std::string name;
   if (!nom_fichier_image(s, bands ? current : 0, name)) return -1;
@@ -117,7 +118,7 @@ int READ_IMAGE_b(word* s, const word*, word*, const word*) {
   }
   if (bands && f->decode == READ_IMAGE_RAW) {
     if (nids < 1 || count < 1) return usage();
-    return READ_IMAGE_RAW_LINE(name, ids, nids, current, count) < 0 ? -1 : set_result_nil(s);
+    return READ_IMAGE_RAW_LINE(name, ids, nids, current, count) < 0 ? -1 : build_nil(s);
   }
   Bytes bytes;
   std::string path;
@@ -137,12 +138,12 @@ int READ_IMAGE_b(word* s, const word*, word*, const word*) {
   }
   if (nids < 1) {
     dans_fenetre(s, d);
-    return set_result_nil(s);
+    return build_nil(s);
   }
   Objet* o_img = image_ou_cree(ids[0], nullptr);
   if (!o_img || pose_image(o_img, d) < 0) {
     TRACE_FAIL("READ_IMAGE()");
     return -1;
   }
-  return set_result_nil(s);
+  return build_nil(s);
 }

@@ -165,5 +165,5 @@ int SMOOTH_b(word* s, const word* ob, word* st, const word* lim) {
     TRACE_FAIL("SMOOTH_b()");
     return -1;
   }
-  return set_result_nil(s);
+  return build_nil(s);
 }

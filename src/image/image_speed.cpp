@@ -87,5 +87,5 @@ int GENERATE_SPEED_IMAGE(word* s, const word* ob, word* st, const word* lim) {
     Objet* o2 = image_operande(ids2, std::min(i++, nb_images(ids2) - 1));
     return o2 ? difference(o, o2, c) : -1;
   });
-  return r < 0 ? -1 : set_result_nil(s);
+  return r < 0 ? -1 : build_nil(s);
 }

@@ -9,6 +9,7 @@
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
+#include "kernel/values.h"
 #include "language/args.h"
 #include "render/picture.h"
 #include "scene/graphic.h"
@@ -114,13 +115,13 @@ int WRITE_IMAGE_b(word* s, const word* ob, word* st, const word* lim) {
   ImageData held, work;
   ImageView p;
   if (!source(s, held, p)) return -1;
-  if (!p.px || p.w <= 0 || p.h <= 0) return set_result_nil(s);  // no window: nothing to picture
+  if (!p.px || p.w <= 0 || p.h <= 0) return build_nil(s);  // no window: nothing to picture
   if (!transforme(s, p, work)) return -1;
   if (has_word(s, KW_line) && f->encode == WRITE_IMAGE_RAW) {
     float band[2];
     if (arg_floats(s, KW_line, band, 2) < 2) return usage_line();
     const int r = WRITE_IMAGE_RAW_LINE(name, p, coord(arg_float(s, KW_line, 0)), coord(arg_float(s, KW_line, 0, 1)));
-    return r < 0 ? -1 : set_result_nil(s);
+    return r < 0 ? -1 : build_nil(s);
   }
   const Bytes bytes = f->encode(p, options_format(s));
   if (!bytes.empty() && f->encode == jpg_bytes && !etapes_jpg(p, bytes)) return -1;
@@ -128,5 +129,5 @@ int WRITE_IMAGE_b(word* s, const word* ob, word* st, const word* lim) {
     TRACE_FAIL("WRITE_IMAGE()");
     return -1;
   }
-  return set_result_nil(s);
+  return build_nil(s);
 }

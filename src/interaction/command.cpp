@@ -33,6 +33,7 @@
 #include "language/args.h"
 #include "render/window.h"
 #include "scene/graphic.h"
+#include "language/eval.h"
 
 namespace {
 
@@ -65,13 +66,13 @@ int commande_propre(word* s, const word* ob, word* st, const word* lim) {
 
 int lire_ou_ecrire(word* s, const word* lim, int code, int& variable) {
   const word* v = arg_of(s, code);
-  if (!v) return set_result_float(s, lim, static_cast<float>(variable));
+  if (!v) return build_float(s, lim, static_cast<float>(variable));
   variable = arg_int(s, code, variable);
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 int periode(word* s, const word* lim) {
-  if (has_word(s, KW_speed)) return set_result_float(s, lim, loop().Images_par_seconde);
+  if (has_word(s, KW_speed)) return build_float(s, lim, loop().Images_par_seconde);
   InteractionState& L = loop();
   const int r = lire_ou_ecrire(s, lim, KW_period, L.Periode_image);
   if (L.Periode_image < 0) L.Periode_image = 0;
@@ -81,7 +82,7 @@ int periode(word* s, const word* lim) {
 int periode_ecran(word* s, const word* lim) {
   InteractionState& L = loop();
   const word* f = arg_of(s, KW_func);
-  if (!arg_of(s, KW_screen) && !f) return set_result_float(s, lim, static_cast<float>(L.periode));
+  if (!arg_of(s, KW_screen) && !f) return build_float(s, lim, static_cast<float>(L.periode));
   // The functions are found first: a name of nothing changes nothing.
   word h[2] = {0, 0};
   char name[256];
@@ -97,7 +98,7 @@ int periode_ecran(word* s, const word* lim) {
     L.fonction_periode = h[0];
     L.fonction_apres = h[1];
   }
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 int bouton(word* s, const word* lim) {
@@ -105,7 +106,7 @@ int bouton(word* s, const word* lim) {
   const char* t = value_text(arg_of(s, KW_message));
   if (!t) {
     std::vector<float> n{static_cast<float>(L.boutons.size())};
-    return set_result_floats(s, lim, n);
+    return build_floats(s, lim, n);
   }
   if (static_cast<int>(L.boutons.size()) >= NB_BOUTONS) {
     voir_mot(KW_message);
@@ -120,7 +121,7 @@ int bouton(word* s, const word* lim) {
   b.y = at[1];
   arg_floats(s, KW_col, b.col, 3);
   L.boutons.push_back(b);
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 int liste_lancement(word* s) {
@@ -129,11 +130,11 @@ int liste_lancement(word* s) {
   if (!t) {
     std::string all;
     for (const std::string& f : L.lance) all += (all.empty() ? "" : " ") + f;
-    return set_result_text(s, all);
+    return build_text_or_nil(s, eval_limit(), all);
   }
   L.lance = split_words(t);
   L.lance_pos = 0;
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 int garde_generate(word* s) {
@@ -141,7 +142,7 @@ int garde_generate(word* s) {
   word* second = next_item(first_item(s));
   if (item_count(s) < 3) {
     L.generate.clear();
-    return set_result_nil(s);
+    return build_nil(s);
   }
   const int rest = s[0] - 4 - first_item(s)[0];
   if (4 + rest > GENERATE_MAX) {
@@ -157,7 +158,7 @@ int garde_generate(word* s) {
   L.generate[2] = s[2] - 1;
   L.generate[3] = s[3];
   std::memcpy(L.generate.data() + 4, first_item(s) + first_item(s)[0], static_cast<size_t>(rest) * sizeof(word));
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 }  // namespace
@@ -187,14 +188,14 @@ int fin_de(word* s, const word* lim) {
     L.Panneau_continue = 0;
   }
   (void)lim;
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 int journal(word* s) {
   InteractionState& L = loop();
   L.log_mode = arg_int(s, KW_error, 1);
   stamp_debut();
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 // The state of the loop, one line a value.
@@ -206,7 +207,7 @@ int etat(word* s) {
   voir_int("Periode_image %d\n", L.Periode_image);
   voir_int("Gel_interaction %d\n", L.Gel_interaction);
   for (int i = 0; i < NB_SLOTS; i++) voir_int2("P_fonc%d %d\n", i, L.P_fonc[i] ? 1 : 0);
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 }  // namespace
@@ -214,7 +215,7 @@ int etat(word* s) {
 int INTERACTION_b(word* s, const word* ob, word* st, const word* lim) {
   if (!gl_on()) {
     voir_message(1, MESG_GRAPHIC_OFF);
-    return set_result_nil(s);
+    return build_nil(s);
   }
   InteractionState& L = loop();
   word* item = first_item(s);
@@ -227,7 +228,7 @@ int INTERACTION_b(word* s, const word* ob, word* st, const word* lim) {
       case KW_error: return journal(s);
       case KW_STOP:
         fin_interaction("STOP interaction");
-        return set_result_nil(s);
+        return build_nil(s);
       case KW_func: return INTERACTION_FUNC(s, lim);
       case KW_generate: return garde_generate(s);
       case KW_period: return periode(s, lim);
@@ -247,12 +248,12 @@ int INTERACTION_b(word* s, const word* ob, word* st, const word* lim) {
         const char* t = value_text(item_value(item));
         if (t) L.texte_menu += (L.texte_menu.empty() ? "" : "|") + std::string(t);
         if (t && kernel().Mode_idle == KW_interaction) generer_menu_interaction();
-        return set_result_nil(s);
+        return build_nil(s);
       }
       default: break;
     }
   }
-  if (kernel().Mode_idle == KW_interaction && !L.voir) return set_result_nil(s);
+  if (kernel().Mode_idle == KW_interaction && !L.voir) return build_nil(s);
   if (init_interaction(s, 0) < 0) return -1;
-  return set_result_nil(s);
+  return build_nil(s);
 }

@@ -22,6 +22,7 @@
 #include "language/args.h"
 #include "render/frame.h"
 #include "render/window.h"
+#include "language/eval.h"
 
 namespace {
 
@@ -82,7 +83,7 @@ int saisie(word* s) {
   arg_floats(s, KW_rectangle, b.fond, 3);
   arg_floats(s, KW_frame, b.cadre, 3);
   arg_floats(s, KW_col, b.col, 3);
-  return set_result_text(s, GET_ASCII(b));
+  return build_text_or_nil(s, eval_limit(), GET_ASCII(b));
 }
 
 }  // namespace
@@ -192,19 +193,19 @@ int exec_INTERACTION() {
 
 int INTERACTION_ASCII(word* s, const word* lim) {
   InteractionState& L = loop();
-  if (has_word(s, KW_abs)) return set_result_float(s, lim, static_cast<float>(L.derniere_touche));
+  if (has_word(s, KW_abs)) return build_float(s, lim, static_cast<float>(L.derniere_touche));
   if (has_word(s, KW_format)) {
     const char* t = value_text(arg_of(s, KW_format));
-    if (!t) return set_result_text(s, std::string(1, L.Car_prompt));
+    if (!t) return build_text_or_nil(s, lim, std::string(1, L.Car_prompt));
     L.Car_prompt = t[0] ? t[0] : '<';
     efface_ligne();
-    return set_result_nil(s);
+    return build_nil(s);
   }
   if (has_word(s, KW_poi)) return saisie(s);
-  if (const char* name = value_text(arg_of(s, KW_write))) return enregistre(name) < 0 ? -1 : set_result_nil(s);
-  if (const char* name = value_text(arg_of(s, KW_read))) return relit(name) < 0 ? -1 : set_result_nil(s);
+  if (const char* name = value_text(arg_of(s, KW_write))) return enregistre(name) < 0 ? -1 : build_nil(s);
+  if (const char* name = value_text(arg_of(s, KW_read))) return relit(name) < 0 ? -1 : build_nil(s);
   const char* car = value_text(arg_of(s, KW_ascii));
-  if (!car) return set_result_text(s, L.Ligne_validee);
+  if (!car) return build_text_or_nil(s, lim, L.Ligne_validee);
   if (!car[0] || car[1]) {
     err_syntaxe(MES_COMMAND_USAGE, KW_ascii, "(\"c\") func(\"f\")\n");
     return -1;
@@ -224,9 +225,9 @@ int INTERACTION_ASCII(word* s, const word* lim) {
     // The binding of that character goes.
     for (size_t i = 0; i < L.liaisons.size(); i++)
       if (L.liaisons[i].car == b.car) L.liaisons.erase(L.liaisons.begin() + static_cast<long>(i));
-    return set_result_nil(s);
+    return build_nil(s);
   }
   if (Liaison* old = liaison(b.car)) *old = b;
   else L.liaisons.push_back(b);
-  return set_result_nil(s);
+  return build_nil(s);
 }

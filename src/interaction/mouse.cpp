@@ -291,10 +291,10 @@ int mouvement_manuel(word* s, const word* lim) {
   for (int code : {KW_above, KW_behind, KW_below, KW_front})
     if (has_word(s, code)) {
       preset_oeil(code);
-      return set_result_nil(s);
+      return build_nil(s);
     }
   if (has_word(s, KW_coe)) {
-    if (!arg_of(s, KW_coe)) return set_result_float(s, lim, L.coe);
+    if (!arg_of(s, KW_coe)) return build_float(s, lim, L.coe);
     arg_floats(s, KW_coe, &L.coe, 1);
   }
   if (has_word(s, KW_col)) arg_floats(s, KW_col, L.limite_col, 3);
@@ -316,7 +316,7 @@ int mouvement_manuel(word* s, const word* lim) {
   } else {
     t = value_text(v);
   }
-  if (!t) return set_result_nil(s);
+  if (!t) return build_nil(s);
   struct Motion {
     const char* name;
     int mode;
@@ -375,7 +375,7 @@ int mouvement_manuel(word* s, const word* lim) {
       }
     }
   }
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 void EXEC_DESIGNE() {

@@ -55,7 +55,7 @@ std::string titre() {
 int INTERACTION_MOUSE(word* block, const word* lim) {
   InteractionState& L = loop();
   if (block) {
-    if (has_word(block, KW_validate)) return set_result_float(block, lim, static_cast<float>(L.Panneau_continue));
+    if (has_word(block, KW_validate)) return build_float(block, lim, static_cast<float>(L.Panneau_continue));
     L.Panneau_continue = 1;
     L.panneau_mode = arg_int(block, KW_mouse, 1);
     float at[2] = {L.panneau_x, L.panneau_y};
@@ -67,7 +67,7 @@ int INTERACTION_MOUSE(word* block, const word* lim) {
     arg_floats(block, KW_rectangle, L.panneau_fond, 3);
     arg_floats(block, KW_frame, L.panneau_cadre, 3);
     L.hit_continue = 0;
-    return set_result_nil(block);
+    return build_nil(block);
   }
   dessine_panneau();
   int r = 0;

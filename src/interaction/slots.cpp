@@ -92,7 +92,7 @@ int INTERACTION_FUNC(word* s, const word* lim) {
   const word* v = arg_of(s, KW_func);
   if (!v) {
     L.Raz_fonc = 1;
-    return set_result_nil(s);
+    return build_nil(s);
   }
   int number = 0, slot = -1;
   char name[LONG_MOT];
@@ -115,8 +115,8 @@ int INTERACTION_FUNC(word* s, const word* lim) {
   if (slot < 0) {
     for (int k = 1; k <= 5 && slot < 0; k++)
       if (!fonction(L.P_fonc[k])) slot = k;
-    if (slot < 0) return set_result_nil(s);
+    if (slot < 0) return build_nil(s);
   }
   L.P_fonc[slot] = h;
-  return set_result_nil(s);
+  return build_nil(s);
 }

@@ -33,21 +33,21 @@ int get_ind(const word* v, int i, int* number, char* name, int name_size) {
   switch (v[1]) {
     case T_FLOAT: {
       const int count = elements(v);
-      if (i < 0 || i >= count) return hors_limite(i, 61);
+      if (i < 0 || i >= count) return hors_limite(i, MES_ILLEGAL_INDEX);
       *number = entier(getf(v, i));
       return 0;
     }
     case T_CHAR:
-      return mot_i(text(v), i, name, name_size) < 0 ? hors_limite(i, 61) : 1;
+      return mot_i(text(v), i, name, name_size) < 0 ? hors_limite(i, MES_ILLEGAL_INDEX) : 1;
     case T_HYBRIDE: {
       const word* sub = sous_bloc(v, i);
-      if (!sub) return hors_limite(i, 61);
+      if (!sub) return hors_limite(i, MES_ILLEGAL_INDEX);
       if (sub[1] == T_CHAR) {
         copie_texte(sub, name, name_size);
         return 1;
       }
       if (sub[1] != T_FLOAT) break;
-      if (sub[0] < 5) return hors_limite(i, 61);
+      if (sub[0] < 5) return hors_limite(i, MES_ILLEGAL_INDEX);
       *number = entier(getf(sub, 0));
       return 0;
     }
@@ -62,7 +62,7 @@ int get_ind(const word* v, int i, int* number, char* name, int name_size) {
 static int point_entree(const word* v, int i, int* dimp, const word** point) {
   long at = 4;
   for (int k = 1;; k++, at += v[at]) {
-    if (at >= v[0] || v[at] < 1 || at + v[at] > v[0]) return hors_limite(i, 66);
+    if (at >= v[0] || v[at] < 1 || at + v[at] > v[0]) return hors_limite(i, MES_ILLEGAL);
     if (k == i) break;
   }
   *dimp = v[at] - 1;
@@ -73,7 +73,7 @@ static int point_entree(const word* v, int i, int* dimp, const word** point) {
 static int point_slot(const word* v, int i, int* dimp, const word** point) {
   const long stride = -static_cast<long>(v[3]);
   const long at = 4 + (i - 1) * stride;
-  if (at + stride > v[0]) return hors_limite(i, 66);
+  if (at + stride > v[0]) return hors_limite(i, MES_ILLEGAL);
   *dimp = v[at] > 0 ? static_cast<int>(std::min<long>(v[at], stride) - 1) : 0;
   *point = v + at + 1;
   return 0;
@@ -82,18 +82,18 @@ static int point_slot(const word* v, int i, int* dimp, const word** point) {
 int get_point(const word* v, int i, int* kind, int* dimp, const word** point) {
   if (v[1] == T_HYBRIDE) {
     const word* sub = sous_bloc(v, i - 1);
-    if (!sub) return hors_limite(i, 66);
+    if (!sub) return hors_limite(i, MES_ILLEGAL);
     *kind = sub[1];
     *dimp = sub[0] - 4;
     *point = sub + 4;
     return 0;
   }
-  if (i < 1 || i > v[2] || v[1] == T_SHORT) return hors_limite(i, 66);
+  if (i < 1 || i > v[2] || v[1] == T_SHORT) return hors_limite(i, MES_ILLEGAL);
   *kind = v[1];
   if (v[3] == 0) return point_entree(v, i, dimp, point);
   if (v[3] < 0) return point_slot(v, i, dimp, point);
   const long at = 4 + static_cast<long>(i - 1) * v[3];
-  if (at + v[3] > v[0]) return hors_limite(i, 66);
+  if (at + v[3] > v[0]) return hors_limite(i, MES_ILLEGAL);
   *dimp = v[3];
   *point = v + at;
   return 0;
@@ -142,7 +142,7 @@ static int ajoute_floats(bloc dst, const word* lim, int kind, int n, const word*
 int val_concat_point(bloc dst, const word* lim, const word* v, int i) {
   if (v[1] == T_HYBRIDE) {
     const word* sub = sous_bloc(v, i - 1);
-    return sub ? ajoute_points(dst, lim, sub) : hors_limite(i, 66);
+    return sub ? ajoute_points(dst, lim, sub) : hors_limite(i, MES_ILLEGAL);
   }
   int kind = 0, dimp = 0;
   const word* p = nullptr;

@@ -9,6 +9,7 @@
 #include "kernel/objet.h"
 #include "kernel/report.h"
 #include "kernel/slots.h"
+#include "kernel/values.h"
 
 /* Release */
 
@@ -142,7 +143,7 @@ static int dup_contenu_propriete(bloc p) {
 static bloc dup_token(const word* p) {
   if (p[0] == T_NIL) {
     bloc b = alloue_bloc(4);
-    if (b) b[1] = T_NIL, b[2] = 0, b[3] = 1;
+    if (b) build_nil(b);
     return b;
   }
   if (p[0] == T_INDIRECT) {

@@ -1,5 +1,6 @@
 #include "kernel/chains.h"
 
+#include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/object_store.h"
 
@@ -13,35 +14,26 @@ constexpr int GRAPHIC_KINDS[] = {KW_audio, KW_brush,  KW_device, KW_field,  KW_f
 constexpr int INTERPRETER_KINDS[] = {KW_message, KW_func, KIND_EXTERN, KW_directory, KW_history, KW_puls};
 constexpr int NB_GRAPHIC = sizeof GRAPHIC_KINDS / sizeof *GRAPHIC_KINDS;
 constexpr int NB_INTERPRETER = sizeof INTERPRETER_KINDS / sizeof *INTERPRETER_KINDS;
+static_assert(NB_GRAPHIC == NB_GRAPHIC_CHAINS && NB_INTERPRETER == NB_INTERPRETER_CHAINS);
 
-struct Chains {
-  Objet graphic[NB_GRAPHIC];
-  Objet interpreter[NB_INTERPRETER];
-  Objet generic;
-  Objet temporaries;
-  bool ready = false;
-};
-
-Chains& chains() {
-  static Chains c;
-  if (!c.ready) {
-    c.ready = true;
-    for (Objet& h : c.graphic) chaine_ini(&h);
-    for (Objet& h : c.interpreter) chaine_ini(&h);
-    chaine_ini(&c.generic);
-    chaine_ini(&c.temporaries);
-    // Lookups in the global chains read the list of their records.
-    for (Objet& h : c.graphic) h.members = new std::vector<Objet::Member>;
-    for (Objet& h : c.interpreter) h.members = new std::vector<Objet::Member>;
-    c.generic.members = new std::vector<Objet::Member>;
-  }
-  return c;
-}
+ChainHeads& chains() { return kernel().chains; }
 
 }  // namespace
 
+// The heads live as long as the process: their lists are never freed, as
+// records may still be unlinked from them while it ends.
+ChainHeads::ChainHeads() {
+  for (Objet& h : graphic) chaine_ini(&h);
+  for (Objet& h : interpreter) chaine_ini(&h);
+  chaine_ini(&generic);
+  chaine_ini(&temporaries);
+  for (Objet& h : graphic) h.members = new std::vector<Objet::Member>;
+  for (Objet& h : interpreter) h.members = new std::vector<Objet::Member>;
+  generic.members = new std::vector<Objet::Member>;
+}
+
 Objet* chaine_de(int classe, int code) {
-  Chains& c = chains();
+  ChainHeads& c = chains();
   if (code == KW_message) return &c.interpreter[0];
   if (classe == 1)
     for (int i = 0; i < NB_GRAPHIC; i++)

@@ -6,13 +6,28 @@
 
 constexpr int KIND_EXTERN = -41;  // the chain of external variables
 
+constexpr int NB_GRAPHIC_CHAINS = 22;
+constexpr int NB_INTERPRETER_CHAINS = 6;
+
+// The heads, one a chain, kept in the kernel's state. Lookups in the
+// global chains read each head's list of records, made with the heads.
+struct ChainHeads {
+  Objet graphic[NB_GRAPHIC_CHAINS];
+  Objet interpreter[NB_INTERPRETER_CHAINS];
+  Objet generic;
+  Objet temporaries;
+  ChainHeads();
+  ChainHeads(const ChainHeads&) = delete;
+  ChainHeads& operator=(const ChainHeads&) = delete;
+};
+
 // Head by class and keyword code; the generic chain for codes without one.
 Objet* chaine_de(int classe, int code);
 // The same with the class taken from the code (code / 200).
 Objet* chaine_classe(int code);
 Objet* chaine_generique();
 Objet* chaine_temporaires();
-// Initialises every head (start-up).
+// Makes the heads (start-up): the first use of the kernel's state.
 void chaines_ini();
 
 // The first record of the chain that `match` accepts, in chain order:

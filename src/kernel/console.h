@@ -36,8 +36,8 @@ ConsoleState& console();
 // failure, otherwise the result of the interpreted line.
 int lire_executer(int interactive, int message, word* eval_stack, int stop_after_one);
 
-// Prints the prompt: message `message`, or the summary of stacked commands
-// followed by message 0.
+// Prints the prompt: message `message`, or for MES_PROMPT the summary of
+// stacked commands followed by that message.
 void print_prompt(int message);
 // Asks a question (`text` if given, then message `num` of vocabulary
 // `voc`) and reads the answer line; false at the end of input.

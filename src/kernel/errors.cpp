@@ -30,31 +30,31 @@ void named(const char* name, int num, const char* early) {
 
 }  // namespace
 
-void err_debordement(const char* n) { named(n, 2, "OVERFLOW\a\n"); }
-void err_parenthese(const char* n) { named(n, 3, "PARENTHESIS ERROR ()\a\n"); }
-void err_assignation(const char* n) { named(n, 6, "ILLEGAL ASSIGNMENT\a\n"); }
-void err_abandon(const char* n) { named(n, 8, "ABANDONNEMENT\n"); }
-void err_manque(const char* n) { named(n, 9, "MISSING\a\n"); }
-void err_fatale(const char* n) { named(n, 10, "FATAL ERROR\a\n"); }
-void err_warning(const char* n) { named(n, 11, nullptr); }
-void err_dim_ev(const char* n) { named(n, 12, nullptr); }
-void err_incoherent(const char* n) { named(n, 14, "INCOHERENT\a\n"); }
-void err_tronque(const char* n) { named(n, 15, nullptr); }
-void err_operateur(const char* n) { named(n, 32, "OPERATOR ERROR\a\n"); }
-void err_bloc(const char* n) { named(n, 34, "BLOC ERROR\a\n"); }
-void err_crochet(const char* n) { named(n, 51, "HOOK ERROR []\a\n"); }
-void err_nom(const char* n) { named(n, 60, "illegal name"); }
-void err_commentaire(const char* n) { named(n, 64, "COMMENT ERROR\a\n"); }
-void err_illegal(const char* n) { named(n, 66, "illegal\a\n"); }
-void err_disque(const char* n) { named(n, 67, "DISK FULL\a\n"); }
-void err_accolade(const char* n) { named(n, 74, "BRACKET ERROR {}\a\n"); }
-void err_compilation(const char* n) { named(n, 107, "COMPILE ERROR\a\n"); }
-void err_execution(const char* n) { named(n, 108, "EXECUTION ERROR\a\n"); }
-void err_link(const char* n) { named(n, 113, "LINK ERROR\a\n"); }
-void err_lecture(const char* n) { named(n, 36, nullptr); }
-void err_ecriture(const char* n) { named(n, 37, nullptr); }
-void err_existe(const char* n) { named(n, 38, "EXISTS, WRITE (0,1) ?\a"); }
-void err_pas_trouve(const char* n) { named(n, 28, "NOT FOUND\a\n"); }
+void err_debordement(const char* n) { named(n, MES_OVERFLOW, "OVERFLOW\a\n"); }
+void err_parenthese(const char* n) { named(n, MES_PARENTHESIS_ERROR, "PARENTHESIS ERROR ()\a\n"); }
+void err_assignation(const char* n) { named(n, MES_ILLEGAL_ASSIGNMENT, "ILLEGAL ASSIGNMENT\a\n"); }
+void err_abandon(const char* n) { named(n, MES_ABANDONMENT, "ABANDONNEMENT\n"); }
+void err_manque(const char* n) { named(n, MES_MISSING, "MISSING\a\n"); }
+void err_fatale(const char* n) { named(n, MES_FATAL_ERROR, "FATAL ERROR\a\n"); }
+void err_warning(const char* n) { named(n, MES_WARNING, nullptr); }
+void err_dim_ev(const char* n) { named(n, MES_OVERFLOW_DIM_EV, nullptr); }
+void err_incoherent(const char* n) { named(n, MES_INCOHERENT, "INCOHERENT\a\n"); }
+void err_tronque(const char* n) { named(n, MES_TRUNCATED_DATA, nullptr); }
+void err_operateur(const char* n) { named(n, MES_OPERATOR_ERROR, "OPERATOR ERROR\a\n"); }
+void err_bloc(const char* n) { named(n, MES_BLOCK_ERROR, "BLOC ERROR\a\n"); }
+void err_crochet(const char* n) { named(n, MES_HOOK_ERROR, "HOOK ERROR []\a\n"); }
+void err_nom(const char* n) { named(n, MES_ILLEGAL_NAME, "illegal name"); }
+void err_commentaire(const char* n) { named(n, MES_ERROR_COMMENT, "COMMENT ERROR\a\n"); }
+void err_illegal(const char* n) { named(n, MES_ILLEGAL, "illegal\a\n"); }
+void err_disque(const char* n) { named(n, MES_DISK_FULL, "DISK FULL\a\n"); }
+void err_accolade(const char* n) { named(n, MES_BRACKET_ERROR, "BRACKET ERROR {}\a\n"); }
+void err_compilation(const char* n) { named(n, MES_COMPILATION_ERROR, "COMPILE ERROR\a\n"); }
+void err_execution(const char* n) { named(n, MES_EXECUTION_ERROR, "EXECUTION ERROR\a\n"); }
+void err_link(const char* n) { named(n, MES_LINK_ERROR, "LINK ERROR\a\n"); }
+void err_lecture(const char* n) { named(n, MES_READ_ERROR, nullptr); }
+void err_ecriture(const char* n) { named(n, MES_WRITE_ERROR, nullptr); }
+void err_existe(const char* n) { named(n, MES_EXISTS_WRITE, "EXISTS, WRITE (0,1) ?\a"); }
+void err_pas_trouve(const char* n) { named(n, MES_NOT_FOUND, "NOT FOUND\a\n"); }
 
 void err_malloc(const char* n, double bytes) {
   name_of(n);

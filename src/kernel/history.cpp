@@ -9,6 +9,7 @@
 #include "kernel/object_store.h"
 #include "kernel/objet.h"
 #include "kernel/vocab.h"
+#include "kernel/values.h"
 
 namespace {
 
@@ -74,9 +75,7 @@ int history_record(const std::string& line) {
   if (!nb) return -1;
   if (h->local) memcpy(nb, h->local, static_cast<size_t>(old_size) * 4);
   else {
-    nb[1] = T_CHAR;
-    nb[2] = 0;
-    nb[3] = 0;
+    build_head(nb, old_size + add, T_CHAR, 0, 0);
   }
   nb[0] = old_size + add;
   nb[2] += 1;

@@ -10,6 +10,7 @@
 #include "kernel/screen.h"
 #include "kernel/startup.h"
 #include "kernel/vocab.h"
+#include "kernel/values.h"
 
 namespace {
 
@@ -43,19 +44,14 @@ bloc permanent_normals(int second_key) {
   const int words = 4 + 4 + 4 + 3;  // header, two keys, FLOAT header, one point
   bloc p = alloue_bloc(-words);
   if (!p) return nullptr;
-  p[1] = T_SEGMENTS;
-  p[2] = 8;
-  p[3] = 2;
+  build_head(p, p[0], T_SEGMENTS, 8, 2);
   p[4] = KW_normal / 200;
   p[5] = KW_normal;
   p[6] = second_key / 200;
   p[7] = second_key;
   word* v = p + 8;
-  v[0] = 7;
-  v[1] = T_FLOAT;
-  v[2] = 1;
-  v[3] = 3;
-  v[4] = v[5] = v[6] = fw(0.0f);
+  const float origin[] = {0.0f, 0.0f, 0.0f};
+  build_floats(v, nullptr, 3, origin, 3);
   return p;
 }
 

@@ -19,7 +19,7 @@ void interrupt_dialogue() {
   if (int signal = terminate_pending()) end_on_signal(signal);
   interrupt_clear();
   std::string answer;
-  bool got = ask(0, 71, answer);
+  bool got = ask(0, MES_CONTINUE_QUESTION, answer);
   while (!answer.empty() && answer.back() == '\r') answer.pop_back();
   char c = got && !answer.empty() ? answer.back() : '0';
   interrupt_clear();
@@ -31,7 +31,7 @@ void interrupt_dialogue() {
     case '2':
       voir_message(0, MES_DEBUG_PROMPT);
       flush_out();
-      lire_executer(1, 0, kernel().eval_stack, 0);
+      lire_executer(1, MES_PROMPT, kernel().eval_stack, 0);
       abandon_state();
       throw Abandon{};
     case 'b':

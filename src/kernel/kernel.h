@@ -3,11 +3,13 @@
 #include <string>
 #include <vector>
 
+#include "kernel/chains.h"
 #include "kernel/word.h"
 
 struct Objet;
 
-struct KernelState {
+// What start-up sets from the options and files, and a test may put back.
+struct KernelSettings {
   // Console state: 0 in early start-up (fixed texts), 1 with message
   // tables, 2 with debug on.
   int etat_console = 0;
@@ -58,4 +60,14 @@ struct KernelState {
   int line_width = 72, page_height = 21;
 };
 
+// The kernel's state: its settings and the heads of the object chains.
+// Every linked record points back at its head, so the heads are made once
+// in place and never copied or replaced.
+struct KernelState : KernelSettings {
+  ChainHeads chains;
+};
+
 KernelState& kernel();
+// Puts the settings back as start-up found them; the chains and the
+// records linked in them stay.
+void kernel_reset();

@@ -8,6 +8,7 @@
 #include "kernel/handles.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
+#include "kernel/values.h"
 
 static int taille(const word* b) { return b[0] < 0 ? -b[0] : b[0]; }
 
@@ -113,9 +114,7 @@ bloc local_ini(Objet* o) {
     TRACE_FAIL("local_ini()");
     return nullptr;
   }
-  list[1] = T_PROPRIETES;
-  list[2] = 0;
-  list[3] = 1;
+  build_head(list, list[0], T_PROPRIETES, 0);
   o->local = list;
   return list;
 }
@@ -157,9 +156,7 @@ bloc installe_propriete(Objet* o, bloc old, int ind, int size) {
 /* Keys */
 
 void propr_key_k(bloc p, int n, const int* codes) {
-  p[1] = T_SEGMENTS;
-  p[2] = 2 * n + 4;
-  p[3] = n;
+  build_head(p, p[0], T_SEGMENTS, 2 * n + 4, n);
   for (int k = 0; k < n; k++) {
     p[4 + 2 * k] = codes[k] / KW_PER_VOC;
     p[5 + 2 * k] = codes[k];
@@ -183,10 +180,7 @@ void propr_key_3(bloc p, int c1, int c2, int c3) {
 
 // A zeroed FLOAT of np points of dimp words.
 static void float_zero(bloc v, int np, int dimp) {
-  v[0] = 4 + np * dimp;
-  v[1] = T_FLOAT;
-  v[2] = np;
-  v[3] = dimp;
+  build_head(v, 4 + np * dimp, T_FLOAT, np, dimp);
   std::fill(v + 4, v + v[0], 0);
 }
 

@@ -9,6 +9,7 @@
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
+#include "kernel/values.h"
 
 static bool plat(const word* b) { return b[1] == T_FLOAT || b[1] == T_LONG; }
 
@@ -75,10 +76,7 @@ static int grow_hybride(Objet* o, bloc p, int ind, const word* added) {
   bloc at = q + end;
   sub = first;
   for (int i = 0; i < count; i++, at += at[0], sub += sub[0]) {
-    at[0] = sub[0];
-    at[1] = T_LONG;
-    at[2] = 1;
-    at[3] = sub[0] - 4;
+    build_head(at, sub[0], T_LONG, 1, sub[0] - 4);
     copie_convertie(at + 4, sub + 4, sub[0] - 4, sub[1], T_LONG);
   }
   bloc v = propr_val(q);

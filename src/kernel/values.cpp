@@ -8,64 +8,40 @@
 
 constexpr int LIMITE = -12;
 
-static bool depasse(const word* at, long words, const word* lim) {
-  return lim && at + words > lim;
+static bool depasse(const word* at, long words, const word* lim) { return !build_fits(at, words, lim); }
+
+int build_overflow() {
+  err_dim_ev(nullptr);
+  return LIMITE;
 }
 
-// Writes the size; past the limit nothing more is written.
-static int taille_valeur(bloc v, const word* lim, int size) {
-  if (!v) return LIMITE;
-  v[0] = size;
-  return depasse(v, size, lim) ? LIMITE : 0;
-}
-
-static void en_tete(bloc v, word tag, word np, word dimp) {
-  v[1] = tag;
-  v[2] = np;
-  v[3] = dimp;
-}
-
-int val_floats_room(bloc v, const word* lim, int n) {
-  if (taille_valeur(v, lim, 4 + n) < 0) return LIMITE;
-  en_tete(v, T_FLOAT, n, 1);
+int build_floats(bloc at, const word* lim, int n, const float* f, int dimp) {
+  if (n < 0) n = 0;
+  if (!build_fits(at, 4L + n, lim)) return build_overflow();
+  const int width = dimp > 1 ? dimp : 1;
+  build_head(at, 4 + n, T_FLOAT, n / width, width);
+  for (int i = 0; i < n; i++) setf(at, i, f[i]);
   return 0;
 }
 
-int val_floats(bloc v, const word* lim, int n, const float* f) {
-  if (val_floats_room(v, lim, n) < 0) return LIMITE;
-  for (int i = 0; i < n; i++) setf(v, i, f[i]);
-  return 0;
+int build_floats(bloc at, const word* lim, const std::vector<float>& f, int dimp) {
+  return build_floats(at, lim, static_cast<int>(f.size()), f.data(), dimp);
 }
 
-int val_0(bloc v, const word* lim) { return val_floats(v, lim, 0, nullptr); }
-int val_1(bloc v, const word* lim, float a) { return val_floats(v, lim, 1, &a); }
-int val_2(bloc v, const word* lim, float a, float b) {
-  const float f[] = {a, b};
-  return val_floats(v, lim, 2, f);
-}
-int val_3(bloc v, const word* lim, float a, float b, float c) {
-  const float f[] = {a, b, c};
-  return val_floats(v, lim, 3, f);
-}
-int val_4(bloc v, const word* lim, float a, float b, float c, float d) {
-  const float f[] = {a, b, c, d};
-  return val_floats(v, lim, 4, f);
-}
-int val_5(bloc v, const word* lim, float a, float b, float c, float d, float e) {
-  const float f[] = {a, b, c, d, e};
-  return val_floats(v, lim, 5, f);
-}
-int val_6(bloc v, const word* lim, float a, float b, float c, float d, float e, float f) {
-  const float t[] = {a, b, c, d, e, f};
-  return val_floats(v, lim, 6, t);
+int build_floats_or_nil(bloc at, const word* lim, const std::vector<float>& f, int dimp) {
+  return f.empty() ? build_nil(at, lim) : build_floats(at, lim, f, dimp);
 }
 
-int val_nil(bloc v, const word* lim) {
-  if (!v) return 0;
-  if (depasse(v, 4, lim)) return -1;
-  v[0] = 4;
-  en_tete(v, T_NIL, 0, 1);
-  return 0;
+bloc build_zeros(bloc at, const word* lim, int n, int dimp) {
+  if (n < 0) n = 0;
+  if (!build_fits(at, 4L + n, lim)) {
+    build_overflow();
+    return nullptr;
+  }
+  const int width = dimp > 1 ? dimp : 1;
+  build_head(at, 4 + n, T_FLOAT, n / width, width);
+  std::memset(at + 4, 0, static_cast<size_t>(n) * sizeof(word));
+  return at;
 }
 
 // Words of a NUL-ended text padded to a word.
@@ -79,23 +55,29 @@ static void ecrit_texte(bloc v, const char* text, size_t len) {
   reinterpret_cast<char*>(v + 4)[len] = '\0';
 }
 
-int val_char_en_place(bloc v, const word* lim, size_t len) {
-  if (taille_valeur(v, lim, 4 + mots_texte(len)) < 0) return LIMITE;
-  en_tete(v, T_CHAR, mots_texte(len), 1);
-  char* t = reinterpret_cast<char*>(v + 4);
-  for (size_t i = len; i < static_cast<size_t>(mots_texte(len)) * sizeof(word); i++) t[i] = '\0';
+int build_text(bloc at, const word* lim, const char* s, size_t len) {
+  const int n = mots_texte(len);
+  if (!build_fits(at, 4L + n, lim)) return build_overflow();
+  build_head(at, 4 + n, T_CHAR, n);
+  ecrit_texte(at, s, len);
   return 0;
 }
 
-int val_char(bloc v, const word* lim, const char* text) {
-  if (!text) text = "";
-  return val_char_n(v, lim, text, std::strlen(text));
+int build_text(bloc at, const word* lim, const char* s) {
+  if (!s) s = "";
+  return build_text(at, lim, s, std::strlen(s));
 }
 
-int val_char_n(bloc v, const word* lim, const char* text, size_t len) {
-  if (taille_valeur(v, lim, 4 + mots_texte(len)) < 0) return LIMITE;
-  en_tete(v, T_CHAR, mots_texte(len), 1);
-  ecrit_texte(v, text, len);
+int build_text_or_nil(bloc at, const word* lim, const std::string& s) {
+  return s.empty() ? build_nil(at, lim) : build_text(at, lim, s.data(), s.size());
+}
+
+int build_text_in_place(bloc at, const word* lim, size_t len) {
+  const int n = mots_texte(len);
+  if (!build_fits(at, 4L + n, lim)) return build_overflow();
+  build_head(at, 4 + n, T_CHAR, n);
+  char* t = reinterpret_cast<char*>(at + 4);
+  std::memset(t + len, 0, static_cast<size_t>(n) * sizeof(word) - len);
   return 0;
 }
 
@@ -110,8 +92,7 @@ void recompte_char(bloc v) {
 
 static int liste_ini(bloc s, const word* lim) {
   if (depasse(s, 4, lim)) return LIMITE;
-  s[0] = 4;
-  en_tete(s, T_SEGMENTS, 0, 0);
+  build_head(s, 4, T_SEGMENTS, 0, 0);
   return 0;
 }
 
@@ -132,7 +113,7 @@ static bloc seg_ouvre(bloc s, const word* lim, int code, int value_words) {
 static int seg_floats(bloc s, const word* lim, int code, int n, const float* f) {
   bloc v = seg_ouvre(s, lim, code, 4 + n);
   if (!v) return LIMITE;
-  val_floats(v, nullptr, n, f);
+  build_floats(v, nullptr, n, f);
   return 0;
 }
 
@@ -147,8 +128,7 @@ static int seg_char(bloc s, const word* lim, int code, const char* text) {
   const size_t len = std::strlen(text);
   bloc v = seg_ouvre(s, lim, code, 4 + mots_texte(len));
   if (!v) return LIMITE;
-  v[0] = 4 + mots_texte(len);
-  en_tete(v, T_CHAR, static_cast<word>(len), 1);
+  build_head(v, 4 + mots_texte(len), T_CHAR, static_cast<word>(len));
   ecrit_texte(v, text, len);
   return 0;
 }
@@ -158,8 +138,7 @@ static int seg_flat(bloc s, const word* lim, int code, const word* val) {
   bloc v = seg_ouvre(s, lim, code, 4 + words);
   if (!v) return LIMITE;
   std::memcpy(v + 4, val + 4, static_cast<size_t>(words) * sizeof(word));
-  v[0] = 4 + words;
-  en_tete(v, T_FLOAT, words, 1);
+  build_head(v, 4 + words, T_FLOAT, words);
   return 0;
 }
 

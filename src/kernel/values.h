@@ -1,34 +1,66 @@
-// Value constructors and command-segment builders. They write into a
-// given place (the evaluation area, a command list) under a limit; a
-// null limit means no check.
+// Value builders and command-segment builders. They write into a given
+// place (the evaluation area, a command list) under a limit.
 #pragma once
 #include <cstddef>
+#include <string>
+#include <vector>
 
 #include "kernel/word.h"
 
-// FLOAT values with dimp 1. Past the limit they return -12 and leave
-// only the size word written; otherwise 0.
-int val_floats(bloc v, const word* lim, int n, const float* f);
-// The header of a FLOAT of n elements, whose data the caller writes
-// next (setf); 0 or -12.
-int val_floats_room(bloc v, const word* lim, int n);
-int val_0(bloc v, const word* lim);
-int val_1(bloc v, const word* lim, float a);
-int val_2(bloc v, const word* lim, float a, float b);
-int val_3(bloc v, const word* lim, float a, float b, float c);
-int val_4(bloc v, const word* lim, float a, float b, float c, float d);
-int val_5(bloc v, const word* lim, float a, float b, float c, float d, float e);
-int val_6(bloc v, const word* lim, float a, float b, float c, float d, float e, float f);
+// The value builders: every result, operand and stored value is written
+// through these. Each writes one whole value at `at`, ending at or before
+// `limit`; a null limit means the caller has made the room.
+//
+// The one failure rule: a value that would pass `limit` is not written at
+// all; message 12 is reported and the builder returns -12. Otherwise 0.
+//
+//   build_nil(at, limit)                       NIL
+//   build_float(at, limit, f)                  FLOAT of one element
+//   build_floats(at, limit, n, f, dimp)        FLOAT of the n floats of `f`,
+//                                              n/dimp points of dimp (dimp 1 by default)
+//   build_floats(at, limit, vector, dimp)      the same from a vector
+//   build_floats_or_nil(at, limit, vector, dimp)  NIL when the vector is empty
+//   build_text(at, limit, s, len)              CHAR of len bytes; np counts its
+//   build_text(at, limit, s)                   words (len/4 + 1), NUL padded
+//   build_text_or_nil(at, limit, string)       NIL when the text is empty
+//   build_text_in_place(at, limit, len)        CHAR whose len bytes already
+//                                              stand in its data: header, NUL, padding
+//   build_zeros(at, limit, n, dimp)            FLOAT of n zeros: returns `at`
+//                                              for the caller to fill, or null
+//   build_head(at, size, tag, np, dimp)        the four header words alone, no
+//                                              check: for a value whose data is
+//                                              already in place in checked room
+inline void build_head(bloc at, word size, word tag, word np, word dimp = 1) {
+  at[0] = size;
+  at[1] = tag;
+  at[2] = np;
+  at[3] = dimp;
+}
+// Reports message 12 and returns -12: the failure of every builder.
+[[gnu::cold]] int build_overflow();
+inline bool build_fits(const word* at, long words, const word* limit) {
+  return !limit || limit - at >= words;
+}
+inline int build_nil(bloc at, const word* limit = nullptr) {
+  if (!build_fits(at, 4, limit)) return build_overflow();
+  build_head(at, 4, T_NIL, 0);
+  return 0;
+}
+inline int build_float(bloc at, const word* limit, float f) {
+  if (!build_fits(at, 5, limit)) return build_overflow();
+  build_head(at, 5, T_FLOAT, 1);
+  at[4] = fw(f);
+  return 0;
+}
+int build_floats(bloc at, const word* limit, int n, const float* f, int dimp = 1);
+int build_floats(bloc at, const word* limit, const std::vector<float>& f, int dimp = 1);
+int build_floats_or_nil(bloc at, const word* limit, const std::vector<float>& f, int dimp = 1);
+int build_text(bloc at, const word* limit, const char* s, size_t len);
+int build_text(bloc at, const word* limit, const char* s);
+int build_text_or_nil(bloc at, const word* limit, const std::string& s);
+int build_text_in_place(bloc at, const word* limit, size_t len);
+bloc build_zeros(bloc at, const word* limit, int n, int dimp = 1);
 
-// Empty NIL: 0, -1 past the limit, 0 for a null place.
-int val_nil(bloc v, const word* lim);
-// CHAR with np the word count of the text (length/4 + 1). 0 or -12.
-int val_char(bloc v, const word* lim, const char* text);
-// CHAR of the first len bytes of `text`, which need not end in a NUL.
-int val_char_n(bloc v, const word* lim, const char* text, size_t len);
-// Closes a CHAR whose first len bytes already stand in its data: the
-// header, the NUL and the padding. 0 or -12.
-int val_char_en_place(bloc v, const word* lim, size_t len);
 // A CHAR as a list of names: np becomes the count of blanks plus 1.
 void recompte_char(bloc v);
 

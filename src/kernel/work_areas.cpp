@@ -5,6 +5,7 @@
 #include "kernel/bloc.h"
 #include "kernel/kernel.h"
 #include "kernel/report.h"
+#include "kernel/values.h"
 
 namespace {
 
@@ -38,10 +39,7 @@ int allocate_work_areas() {
   k.command_stack = alloue_bloc(k.Dim_emp);
   if (!k.command_stack) return allocation_failure("Dim_com = %d: ", k.Dim_emp);
   word* s = k.command_stack;
-  s[0] = 4;
-  s[1] = T_SEGMENTS;
-  s[2] = 0;
-  s[3] = 0;
+  build_head(s, 4, T_SEGMENTS, 0, 0);
   k.command_insert = s + 4;
   k.command_limit = s + k.Dim_emp;
   return 0;

@@ -8,6 +8,7 @@
 #include "kernel/kernel.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
+#include "kernel/values.h"
 #include "language/code.h"
 #include "language/eval.h"
 #include "language/eval_internal.h"
@@ -128,7 +129,7 @@ int assign_to(word* left, const word* value) {
     }
     if (tag(value) == T_FLOAT && elements(value) == 0) {
       word nil[4];
-      put_nil(nil);
+      build_nil(nil);
       return store(v, nil);
     }
     return store(v, value);

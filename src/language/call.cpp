@@ -172,7 +172,7 @@ void restore_variables() {
 int copy_into(Objet* v, const word* value) {
   if (!value || tag(value) == T_NIL) {
     word nil[4];
-    put_nil(nil);
+    build_nil(nil);
     return put_value(v, nil, 4);
   }
   return put_value(v, value, size(value));
@@ -301,7 +301,7 @@ int evaluer_fonction(Objet* f, word* dest, word* args, int count, word* after) {
   float value;
   int quick = pure_call(f, args, count, &value);
   if (quick > 0) {
-    put_float(dest, value);
+    build_float(dest, nullptr, value);
     E.quiet = false;  // as after the `return` that ends the general run
     return 0;
   }
@@ -382,7 +382,7 @@ int run_function_object(Objet* f, word* dest, const float* arg) {
   if (lang().link_state != 1 && lier_tout() < 0) return -1;
   if (!room(dest, 8)) return -1;
   if (!arg) return evaluer_fonction(f, dest, dest, 0, dest);
-  put_float(dest, *arg);
+  build_float(dest, nullptr, *arg);
   return evaluer_fonction(f, dest, dest, 1, dest + item_words(dest));
 }
 
@@ -419,10 +419,7 @@ int run_function_apart(Objet* f, const float* arg) {
 int run_function_vector(Objet* f, const float* arg, int n, float* out, int nout) {
   return sur_zone_a_part([&](word* z) {
     if (lang().link_state != 1 && lier_tout() < 0) return -1;
-    z[0] = 4 + n;
-    z[1] = T_FLOAT;
-    z[2] = 1;
-    z[3] = n;
+    build_head(z, 4 + n, T_FLOAT, 1, n);
     for (int i = 0; i < n; i++) z[4 + i] = fw(arg[i]);
     const int r = evaluer_fonction(f, z, z, 1, z + z[0]);
     for (int i = 0; i < nout; i++)

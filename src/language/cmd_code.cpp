@@ -77,8 +77,7 @@ int compile_message(word* record, const char* source, const word* limit) {
       return -1;
     }
   }
-  (void)limit;
-  return put_text(record, out.data(), out.size()) ? 0 : -12;
+  return build_text(record, limit, out.data(), out.size());
 }
 
 void separator() { voir_texte("===========================\n"); }
@@ -112,35 +111,35 @@ int COMPILE_a(word* record, const word* limit) {
   if (const char* msg = arg_text(record, KW_message)) return compile_message(record, msg, limit);
   if (const char* names = arg_text(record, KW_func)) {
     each_named(names, [](Objet* f) { return a_compile(f); });
-    return set_result_nil(record);
+    return build_nil(record);
   }
   float level = 0;
   if (floats_of(command_argument(record), &level, 1)) {
     lang().listing = entier(level);
-    return set_result_nil(record);
+    return build_nil(record);
   }
   if (Yes(KW_compile) < 1) {
     err_compile_off(nullptr);
     return -1;
   }
   compiler_tout();
-  return set_result_nil(record);
+  return build_nil(record);
 }
 
 int LINK_a(word* record, const word* limit) {
   (void)limit;
   if (const char* names = arg_text(record, KW_func)) {
     int r = each_named(names, [](Objet* f) { return lier_fonction(f); });
-    set_result_nil(record);
+    build_nil(record);
     return r;
   }
   float level = 0;
   if (floats_of(command_argument(record), &level, 1)) {
     lang().listing_link = entier(level);
-    return set_result_nil(record);
+    return build_nil(record);
   }
   int r = lier_tout();
-  set_result_nil(record);
+  build_nil(record);
   return r;
 }
 
@@ -181,7 +180,7 @@ int DEBUG_a(word* record, const word* limit) {
   }
   if (any) separator();
   else voir_etat(KW_debug, Yes(KW_debug));
-  return set_result_nil(record);
+  return build_nil(record);
 }
 
 ExecSchedule& exec_schedule() { return lang().exec; }
@@ -239,10 +238,10 @@ int schedule(word* record, const char* names, const word* limit) {
     Objet* f = get_fonction(names);
     for (const ScheduledFunction& e : s.entries)
       if (f && e.function == objet_handle(f)) {
-        word v[6] = {6, T_FLOAT, 2, 1, fw(e.period), fw(e.next)};
-        return set_result(record, v, limit);
+        const float v[] = {e.period, e.next};
+        return build_floats(record, limit, 2, v);
       }
-    return set_result_nil(record);
+    return build_nil(record);
   }
   float first = 0;
   if (!floats_of(period, &first, 1)) {
@@ -279,7 +278,7 @@ int schedule(word* record, const char* names, const word* limit) {
   s.counter = 0;
   s.position = 0;
   s.on = 1;
-  return set_result_nil(record);
+  return build_nil(record);
 }
 
 }  // namespace
@@ -292,26 +291,26 @@ int executer_a(word* record, const word* limit) {
       return -1;
     }
     int r = start_task(text(arg));
-    set_result_nil(record);
+    build_nil(record);
     return r;
   }
   word* second = next_item(first_item(record));
   if (second[2] == KW_exec) {
     const word* v = item_value(second);
     int r = v && tag(v) == T_CHAR ? EXEC_EXEC(text(v)) : -1;
-    set_result_nil(record);
+    build_nil(record);
     return r;
   }
   if (second[2] == KW_message) {
     int r = EXECUTER_MESSAGE(item_value(second));
-    set_result_nil(record);
+    build_nil(record);
     return r;
   }
   if (second[2] == KW_func) {
     const char* names = arg_text(record, KW_func);
     if (names) return schedule(record, names, limit);
     int r = lang().run_schedule ? lang().run_schedule() : 0;
-    set_result_nil(record);
+    build_nil(record);
     return r;
   }
   voir_message(0, MES_ILLEGAL);

@@ -67,25 +67,25 @@ int print_status(const word* v) {
 
 int ABA_a(word* record, const word* limit) {
   const word* v = command_argument(record);
-  return v ? set_result(record, v, limit) : set_result_nil(record);
+  return v ? set_result(record, v, limit) : build_nil(record);
 }
 
 int DECLARED_a(word* record, const word* limit) {
   (void)limit;
-  return set_result_nil(record);
+  return build_nil(record);
 }
 
 int PRINT_a(word* record, const word* limit) {
   (void)limit;
   const word* v = command_argument(record);
   if (v && print_value(v) < 0) return -1;
-  return set_result_nil(record);
+  return build_nil(record);
 }
 
 int RETURN_a(word* record, const word* limit) {
   const word* v = command_argument(record);
   if (!v) {
-    set_result_nil(record);
+    build_nil(record);
     return EVAL_RETURN;
   }
   if (set_result(record, v, limit) < 0) return -1;
@@ -95,7 +95,7 @@ int RETURN_a(word* record, const word* limit) {
 int GO_a(word* record, const word* limit) {
   (void)limit;
   eval_state().go = 1;
-  return set_result_nil(record);
+  return build_nil(record);
 }
 
 int YES_NO_a(word* record, const word* limit) {
@@ -107,8 +107,8 @@ int YES_NO_a(word* record, const word* limit) {
   item = next_item(item);
   for (int i = 1; i < item_count(record); i++, item = next_item(item))
     if (set_sem(item[2], value) < 0) r = -1;
-  if (item_count(record) == 1) return set_result_float(record, limit, static_cast<float>(value));
-  set_result_nil(record);
+  if (item_count(record) == 1) return build_float(record, limit, static_cast<float>(value));
+  build_nil(record);
   return r;
 }
 
@@ -136,7 +136,7 @@ int INI_a(word* record, const word* limit) {
         break;
     }
   }
-  return set_result_nil(record);
+  return build_nil(record);
 }
 
 int a_status(word* record, const word* limit) {
@@ -148,10 +148,7 @@ int a_status(word* record, const word* limit) {
       err_dim_ev(nullptr);
       return -12;
     }
-    record[0] = 4 + NB_CODES;
-    record[1] = T_LONG;
-    record[2] = NB_CODES;
-    record[3] = 1;
+    build_head(record, 4 + NB_CODES, T_LONG, NB_CODES);
     for (int i = 0; i < NB_CODES; i++) record[4 + i] = voc.sem[i];
     return 0;
   }
@@ -159,19 +156,19 @@ int a_status(word* record, const word* limit) {
   if (second && second[2] != KW_var) {
     const word* v = item_value(second);
     if (v && tag(v) == T_FLOAT && elements(v) > 0) voc.sem[second[2]] = entier(getf(v, 0));
-    return set_result_float(record, limit, static_cast<float>(voc.sem[second[2]]));
+    return build_float(record, limit, static_cast<float>(voc.sem[second[2]]));
   }
   if (second) arg = item_value(second);
-  if (!arg) return set_result_float(record, limit, 0.0f);
-  return set_result_float(record, limit, static_cast<float>(print_status(arg)));
+  if (!arg) return build_float(record, limit, 0.0f);
+  return build_float(record, limit, static_cast<float>(print_status(arg)));
 }
 
 int SYSTEM_a(word* record, const word* limit) {
   const word* arg = command_argument(record);
-  if (!arg) return set_result_float(record, limit, static_cast<float>(lang().system_value));
+  if (!arg) return build_float(record, limit, static_cast<float>(lang().system_value));
   if (tag(arg) == T_FLOAT && elements(arg) > 0) {
     lang().system_value = entier(getf(arg, 0));
-    return set_result_nil(record);
+    return build_nil(record);
   }
   if (tag(arg) != T_CHAR) {
     voir_message(0, MES_ILLEGAL);
@@ -181,7 +178,7 @@ int SYSTEM_a(word* record, const word* limit) {
   if (*cmd == '|') cmd++;
   flush_out();
   int status = run_shell(cmd);
-  return set_result_float(record, limit, static_cast<float>(status));
+  return build_float(record, limit, static_cast<float>(status));
 }
 
 int BYE_a(word* record, const word* limit) {
@@ -190,15 +187,15 @@ int BYE_a(word* record, const word* limit) {
   const word* arg = command_argument(record);
   if (arg && tag(arg) == T_CHAR) {
     b.question = text(arg);
-    return set_result_nil(record);
+    return build_nil(record);
   }
   word* func = find_item(record, KW_func);
   if (func && item_value(func) && tag(item_value(func)) == T_CHAR) {
     b.function = text(item_value(func));
-    return set_result_nil(record);
+    return build_nil(record);
   }
   bye(find_item(record, KW_abs) != nullptr);
-  return set_result_nil(record);
+  return build_nil(record);
 }
 
 // `calloc` and `malloc`: the value their items describe, zeroed: a

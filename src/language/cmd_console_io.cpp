@@ -30,15 +30,15 @@ int INPUT_a(word* record, const word* limit) {
   if (const char* prompt = value_text(command_argument(record))) voir_texte(prompt);
   flush_out();
   std::string line;
-  if (!in_getline(line)) return set_result_nil(record);
+  if (!in_getline(line)) return build_nil(record);
   std::vector<std::string> words = split_words(line.c_str());
   std::vector<float> f;
   for (const std::string& w : words) {
-    if (!is_number(w)) return set_result_text(record, line);
+    if (!is_number(w)) return build_text_or_nil(record, limit, line);
     f.push_back(std::strtof(w.c_str(), nullptr));
   }
-  if (f.empty()) return set_result_nil(record);
-  return set_result_floats(record, limit, f);
+  if (f.empty()) return build_nil(record);
+  return build_floats(record, limit, f);
 }
 
 // `ring`: one bell; `ring(n)` n bells; `ring(n,ms)` n bells ms apart; a
@@ -50,7 +50,7 @@ int RING_a(word* record, const word* limit) {
   std::vector<float> v;
   if (value_text(arg)) {
     voir_message(0, MES_SOUND_OFF);
-    return set_result_nil(record);
+    return build_nil(record);
   }
   if (arg) v = floats_of(arg);
   if (arg && v.empty()) {
@@ -60,7 +60,7 @@ int RING_a(word* record, const word* limit) {
   int n = v.empty() ? 1 : entier(v[0]);
   int delay = v.size() > 1 ? entier(v[1]) : 0;
   ring_bells(n, delay);
-  return set_result_nil(record);
+  return build_nil(record);
 }
 
 // `alias("name=replacement")` adds a line to the alias table (used by the
@@ -71,7 +71,7 @@ int ALIAS_a(word* record, const word* limit) {
   const word* arg = command_argument(record);
   if (!arg) {
     if (L.alias_exists) voir_texte(L.alias_text.c_str());
-    return set_result_nil(record);
+    return build_nil(record);
   }
   const char* s = value_text(arg);
   std::string line = s ? s : "";
@@ -83,7 +83,7 @@ int ALIAS_a(word* record, const word* limit) {
   if (!L.alias_text.empty() && L.alias_text.back() != '\n') L.alias_text += '\n';
   L.alias_text = line + "\n" + L.alias_text;  // the newest line wins
   L.alias_exists = true;
-  return set_result_nil(record);
+  return build_nil(record);
 }
 
 std::vector<std::pair<std::string, int>>& stop_table() { return lang().stopping_points; }
@@ -98,7 +98,7 @@ int STOP_a(word* record, const word* limit) {
       VOIR_CHAR("%s,", name.c_str());
       voir_int("%d\n", line);
     }
-    return set_result_nil(record);
+    return build_nil(record);
   }
   const word* name_part = tag(arg) == T_HYBRIDE && np(arg) > 0 ? arg + 4 : arg;
   const word* line_part = name_part != arg && np(arg) > 1 ? name_part + item_words(name_part) : nullptr;
@@ -109,9 +109,9 @@ int STOP_a(word* record, const word* limit) {
     return -1;
   }
   for (const auto& p : lang().stopping_points)
-    if (p.first == name && p.second == line) return set_result_nil(record);
+    if (p.first == name && p.second == line) return build_nil(record);
   lang().stopping_points.emplace_back(name, line);
-  return set_result_nil(record);
+  return build_nil(record);
 }
 
 // `clean("text")`: the text without its leading and trailing blanks. The
@@ -123,7 +123,7 @@ int CLEAN_a(word* record, const word* limit) {
   if (!s) return 1;
   std::string t = s;
   size_t a = t.find_first_not_of(" \t\n\r");
-  if (a == std::string::npos) return set_result_nil(record);
+  if (a == std::string::npos) return build_nil(record);
   size_t b = t.find_last_not_of(" \t\n\r");
-  return set_result_text(record, t.substr(a, b - a + 1));
+  return build_text_or_nil(record, limit, t.substr(a, b - a + 1));
 }

@@ -41,12 +41,12 @@ int READ_a(word* record, const word* limit) {
     }
     int n = read_functions_file(file);
     if (n < 0) return -1;
-    return set_result_float(record, limit, static_cast<float>(n));
+    return build_float(record, limit, static_cast<float>(n));
   }
   if (find_item(record, KW_generate) && find_item(record, KW_message)) {
     const char* names = arg_text(record, KW_message);
     int r = read_generate_message(names, TRANSLATE_FROM_FILE);
-    set_result_nil(record);
+    build_nil(record);
     return r;
   }
   return 1;
@@ -61,7 +61,7 @@ int WRITE_a(word* record, const word* limit) {
     return -1;
   }
   int r = write_functions_file(names_of(arg_text(record, KW_func)), file);
-  set_result_nil(record);
+  build_nil(record);
   return r;
 }
 

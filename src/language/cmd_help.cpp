@@ -160,5 +160,5 @@ int HELP_a(word* record, const word* limit) {
   }
   if (shown == 0 && find_item(record, KW_help)) list_keywords();
   else if (shown == 0) print_keyword_help(KW_demo);
-  return set_result_nil(record);
+  return build_nil(record);
 }

@@ -28,7 +28,7 @@ int HISTORY_a(word* record, const word* limit) {
   const word* arg = command_argument(record);
   if (!arg) {
     list_history();
-    return set_result_nil(record);
+    return build_nil(record);
   }
   int n = entier(value_at(arg, 0, 0));
   if (n < 1 || n > history_count()) {

@@ -73,5 +73,5 @@ int LIST_a(word* record, const word* limit) {
   else if (find_item(record, KW_func)) list_functions(full);
   else if (find_item(record, KW_var)) list_variables(full);
   else return 1;  // objects, or a usage report: the object store's list
-  return set_result_nil(record);
+  return build_nil(record);
 }

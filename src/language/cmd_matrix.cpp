@@ -55,15 +55,15 @@ int usage() {
 int MATRIX_a(word* record, const word* limit) {
   Floats v;
   const word* arg = command_argument(record);
-  if (!arg) return set_result_floats(record, limit, identity(), 4);
+  if (!arg) return build_floats(record, limit, identity(), 4);
   v = floats_of(arg);
   if (v.size() < 16) return usage();
-  if (find_item(record, KW_product)) return v.size() == 32 ? set_result_floats(record, limit, product(v), 4) : usage();
+  if (find_item(record, KW_product)) return v.size() == 32 ? build_floats(record, limit, product(v), 4) : usage();
   if (find_item(record, KW_vector)) {
     if ((v.size() - 16) % 3 != 0) return usage();
-    return v.size() == 16 ? set_result_nil(record) : set_result_floats(record, limit, apply(v), 3);
+    return v.size() == 16 ? build_nil(record) : build_floats(record, limit, apply(v), 3);
   }
   if (v.size() != 16) return usage();
-  if (find_item(record, KW_transp)) return set_result_floats(record, limit, transpose(v), 4);
-  return set_result_floats(record, limit, v, 4);
+  if (find_item(record, KW_transp)) return build_floats(record, limit, transpose(v), 4);
+  return build_floats(record, limit, v, 4);
 }

@@ -32,7 +32,7 @@ int sorted_result(word* record, const word* limit, const std::vector<T>& v, bool
   if (positions) {
     std::vector<float> f;
     for (size_t i : idx) f.push_back(static_cast<float>(i));
-    return set_result_floats(record, limit, f);
+    return build_floats(record, limit, f);
   }
   return write(record, limit, v, idx);
 }
@@ -40,13 +40,13 @@ int sorted_result(word* record, const word* limit, const std::vector<T>& v, bool
 int write_floats(word* record, const word* limit, const std::vector<float>& v, const std::vector<size_t>& idx) {
   std::vector<float> f;
   for (size_t i : idx) f.push_back(v[i]);
-  return set_result_floats(record, limit, f);
+  return build_floats(record, limit, f);
 }
 
-int write_words(word* record, const word*, const std::vector<std::string>& v, const std::vector<size_t>& idx) {
+int write_words(word* record, const word* limit, const std::vector<std::string>& v, const std::vector<size_t>& idx) {
   std::string s;
   for (size_t i : idx) s += (s.empty() ? "" : " ") + v[i];
-  return set_result_text(record, s);
+  return build_text_or_nil(record, limit, s);
 }
 
 }  // namespace
@@ -55,7 +55,7 @@ int SORT_a(word* record, const word* limit) {
   const word* arg = command_argument(record);
   bool descending = find_item(record, KW_inv) != nullptr;
   bool positions = find_item(record, KW_number) != nullptr;
-  if (!arg || tag(arg) == T_NIL) return set_result_nil(record);
+  if (!arg || tag(arg) == T_NIL) return build_nil(record);
   if (tag(arg) == T_FLOAT) return sorted_result(record, limit, floats_of(arg), descending, positions, write_floats);
   if (const char* s = value_text(arg))
     return sorted_result(record, limit, split_words(s), descending, positions, write_words);

@@ -19,7 +19,7 @@ int TIME_a(word* record, const word* limit) {
   std::vector<float> v;
   word* item = find_item(record, KW_time);
   const word* arg = item ? item_value(item) : command_argument(record);
-  if (!arg) return set_result_float(record, limit, static_cast<float>(now));
+  if (!arg) return build_float(record, limit, static_cast<float>(now));
   v = floats_of(arg);
   if (v.empty() || (v[0] != 0.0f && v[0] != 1.0f)) {
     err_syntaxe(MES_COMMAND_USAGE, KW_time, "(0: start, 1: read)\n");
@@ -27,20 +27,20 @@ int TIME_a(word* record, const word* limit) {
   }
   if (v[0] == 0.0f) {
     lang().chrono_start = now;
-    return set_result_float(record, limit, 0.0f);
+    return build_float(record, limit, 0.0f);
   }
-  return set_result_float(record, limit, static_cast<float>(now - lang().chrono_start));
+  return build_float(record, limit, static_cast<float>(now - lang().chrono_start));
 }
 
 int TIME_DIST_a(word* record, const word* limit) {
   const double now = seconds_since_start();
   std::vector<float> v;
   const word* arg = command_argument(record);
-  if (!arg) return set_result_float(record, limit, static_cast<float>(now));
+  if (!arg) return build_float(record, limit, static_cast<float>(now));
   v = floats_of(arg);
   if (v.empty()) {
     err_syntaxe(MES_COMMAND_USAGE, KW_dist, "(t) time\n");
     return -1;
   }
-  return set_result_float(record, limit, static_cast<float>(now - v[0]));
+  return build_float(record, limit, static_cast<float>(now - v[0]));
 }

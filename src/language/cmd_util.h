@@ -1,5 +1,5 @@
-// Small helpers shared by the command handlers: writing a FLOAT result
-// in place of the record, and a few more. Arguments are read by args.h.
+// Small helpers shared by the command handlers. Arguments are read by
+// args.h, results written by the builders of kernel/values.h.
 #pragma once
 #include <string>
 #include <vector>
@@ -8,11 +8,6 @@
 #include "language/args.h"
 #include "language/commands.h"
 
-// Writes a FLOAT of `np` elements of width `width` in place of the
-// record; -12 after message 12 when it does not fit.
-int set_result_floats(word* record, const word* limit, const std::vector<float>& f, int width = 1);
-// Writes a CHAR; an empty text gives NIL.
-int set_result_text(word* record, const std::string& s);
 // "keyword name NOT FOUND" for a name that names nothing.
 void not_found(int code, const char* name);
 // Blank, tab or comma separated words of a text.

@@ -30,24 +30,24 @@ int type_code(const word* v) {
 // is no number). `number(v)` of any other value: its element count.
 int NUMBER_a(word* record, const word* limit) {
   const word* v = command_argument(record);
-  if (!v) return set_result_float(record, limit, 0.0f);
+  if (!v) return build_float(record, limit, 0.0f);
   if (const char* s = value_text(v)) {
     std::vector<float> f;
     for (const std::string& w : split_words(s)) f.push_back(std::strtof(w.c_str(), nullptr));
-    if (f.empty()) return set_result_nil(record);
-    return set_result_floats(record, limit, f);
+    if (f.empty()) return build_nil(record);
+    return build_floats(record, limit, f);
   }
-  if (tag(v) == T_HYBRIDE || tag(v) == T_NIL) return set_result_float(record, limit, static_cast<float>(np(v)));
-  return set_result_float(record, limit, static_cast<float>(elements(v)));
+  if (tag(v) == T_HYBRIDE || tag(v) == T_NIL) return build_float(record, limit, static_cast<float>(np(v)));
+  return build_float(record, limit, static_cast<float>(elements(v)));
 }
 
 // `NP(v)`: the np word of the value: points of a FLOAT, parts of a
 // HYBRIDE, characters of a CHAR, 0 for NIL.
 int NP_a(word* record, const word* limit) {
   const word* v = command_argument(record);
-  if (!v || tag(v) == T_NIL) return set_result_float(record, limit, 0.0f);
-  if (const char* s = value_text(v)) return set_result_float(record, limit, static_cast<float>(std::string(s).size()));
-  return set_result_float(record, limit, static_cast<float>(np(v)));
+  if (!v || tag(v) == T_NIL) return build_float(record, limit, 0.0f);
+  if (const char* s = value_text(v)) return build_float(record, limit, static_cast<float>(std::string(s).size()));
+  return build_float(record, limit, static_cast<float>(np(v)));
 }
 
 // `dim(v)`: the element width (dimp) and the size in words of the value.
@@ -57,14 +57,14 @@ int DIM_a(word* record, const word* limit) {
     err_syntaxe(MES_COMMAND_USAGE, KW_dim, "(v)\n");
     return -1;
   }
-  return set_result_floats(record, limit, {static_cast<float>(dimp(v)), static_cast<float>(size(v))});
+  return build_floats(record, limit, {static_cast<float>(dimp(v)), static_cast<float>(size(v))});
 }
 
 // `type(v)`: 0 NIL, 1 CHAR, 2 LONG, 3 FLOAT, 4 HYBRIDE, printing nothing.
 int TYPE_a(word* record, const word* limit) {
   if (has_other_vocabulary(record)) return 1;
   const word* v = arg_of(record, KW_type);
-  return set_result_float(record, limit, v ? static_cast<float>(type_code(v)) : 0.0f);
+  return build_float(record, limit, v ? static_cast<float>(type_code(v)) : 0.0f);
 }
 
 // `limit(v) dim(min,max)`: each element held between the two bounds
@@ -84,7 +84,7 @@ int LIMIT_a(word* record, const word* limit) {
   float hi = bounds.size() > 1 ? bounds[1] : bounds[0];
   if (lo > hi) std::swap(lo, hi);
   for (float& x : v) x = x < lo ? lo : x > hi ? hi : x;
-  return set_result_floats(record, limit, v);
+  return build_floats(record, limit, v);
 }
 
 // `CG(x1,y1,z1, ...)`: the mean point of the points of 3 elements of v,
@@ -92,7 +92,7 @@ int LIMIT_a(word* record, const word* limit) {
 int CG_a(word* record, const word* limit) {
   std::vector<float> v;
   const word* arg = command_argument(record);
-  if (arg && tag(arg) == T_NIL) return set_result_nil(record);
+  if (arg && tag(arg) == T_NIL) return build_nil(record);
   v = floats_of(arg);
   if (v.size() < 3) {
     voir_mot(KW_CG);
@@ -103,5 +103,5 @@ int CG_a(word* record, const word* limit) {
   std::vector<float> c(3, 0.0f);
   for (size_t i = 0; i < v.size(); i++) c[i % 3] += v[i];
   for (float& x : c) x /= static_cast<float>(points);
-  return set_result_floats(record, limit, c, 3);
+  return build_floats(record, limit, c, 3);
 }

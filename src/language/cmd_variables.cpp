@@ -38,14 +38,13 @@ int name_list(word* record, const Objet* head, int kind, const word* limit) {
       names += ' ';
       n++;
     }
-  (void)limit;
-  if (!put_text(record, names.data(), names.size())) return -12;
+  if (build_text(record, limit, names.data(), names.size()) < 0) return -12;
   record[2] = n;
   return 0;
 }
 
 int copy_value(word* record, const Objet* v, const word* limit) {
-  if (!v->local) return set_result_nil(record);
+  if (!v->local) return build_nil(record);
   return set_result(record, v->local, limit);
 }
 
@@ -66,7 +65,7 @@ int VAR_a(word* record, const word* limit) {
       not_found(KW_func, fname ? fname : "");
       return -1;
     }
-    if (!wanted) return f->locals ? name_list(record, f->locals, C_STATIC, limit) : set_result_nil(record);
+    if (!wanted) return f->locals ? name_list(record, f->locals, C_STATIC, limit) : build_nil(record);
     Objet* v = var_find(f->locals, 0, wanted);
     if (!v) {
       not_found(KW_var, wanted);
@@ -136,7 +135,7 @@ int remove_stop(word* record, const word* item) {
       voir_int(",%d\n", line);
       break;
     }
-  return set_result_nil(record);
+  return build_nil(record);
 }
 
 }  // namespace
@@ -148,7 +147,7 @@ int REM_a(word* record, const word* limit) {
   if (item_count(record) == 1 && arg && strcmp(arg, "define") == 0) {
     vider_noms_definis();
     symb_free(&lang().macros_globales);
-    return set_result_nil(record);
+    return build_nil(record);
   }
   if (item_count(record) < 2) return 1;
   word* second = next_item(first);
@@ -158,10 +157,10 @@ int REM_a(word* record, const word* limit) {
       if (const char* list = text_arg(second)) remove_variables(list);
       else
         while (extern_table()->next) rem_objet(extern_table()->next);
-      return set_result_nil(record);
+      return build_nil(record);
     case KW_func:
       if (const char* list = text_arg(second)) remove_functions(list);
-      return set_result_nil(record);
+      return build_nil(record);
     case KW_STOP:
       return remove_stop(record, second);
     default:
@@ -173,19 +172,18 @@ int NAME_a(word* record, const word* limit) {
   if (find_item(record, KW_func)) {
     Objet* f = lang().running_function;
     const char* n = f && f->name ? f->name : "main";
-    return put_text(record, n, strlen(n)) ? 0 : -12;
+    return build_text(record, limit, n);
   }
   const char* s = text_arg(first_item(record));
-  if (!s) return set_result_nil(record);
+  if (!s) return build_nil(record);
   // The root of a file name: the last extension cut, then trailing
   // digits and points.
   std::string root = s;
   size_t dot = root.rfind('.');
   if (dot != std::string::npos) root.resize(dot);
   while (!root.empty() && (isdigit(static_cast<unsigned char>(root.back())) || root.back() == '.')) root.pop_back();
-  if (root.empty()) return set_result_nil(record);
-  (void)limit;
-  return put_text(record, root.data(), root.size()) ? 0 : -12;
+  if (root.empty()) return build_nil(record);
+  return build_text(record, limit, root.data(), root.size());
 }
 
 int DUP_a(word* record, const word* limit) {
@@ -207,5 +205,5 @@ int DUP_a(word* record, const word* limit) {
   const char* src = source_of(f);
   std::string copy = std::string(to) + (src + strcspn(src, "("));
   if (!define_function(copy.c_str())) return -1;
-  return set_result_nil(record);
+  return build_nil(record);
 }

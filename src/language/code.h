@@ -10,7 +10,7 @@
 
 enum CodeTag : word {
   C_OPER = -1001,      // operator or bracket; value: code below
-  C_NUMBER = -1002,    // float bits
+  // A number is the two-word token [T_FLOAT, float bits].
   C_COMMAND = -1003,   // keyword code
   C_TYPE_FUNC = -1004, // call through a formal declared `func`
   C_END = -1009,       // end of a console text
@@ -41,10 +41,10 @@ enum CodeTag : word {
   T_REF_BRACE = -1017,  // reference made by {...}
 };
 
-// Tags of records.
+// Tags of records. A string is a record tagged T_CHAR (1, byte length,
+// bytes) and a vector one tagged T_FLOAT (count, 1, floats), the tags of
+// the values they become (kernel/word.h).
 enum RecordTag : word {
-  R_STRING = -1000,     // 1, byte length, bytes
-  R_VECTOR = -1002,     // count, 1, floats
   // Calls: [5, tag, target, argument count, symbol ordinal]. The target
   // is the ordinal before linking, the function's handle once linked, and
   // the ordinal again for a function to be fetched from disk; the ordinal

@@ -72,10 +72,7 @@ const word* quick_return(const word* p, word* dest, int* status) {
 const word* command_chain(const word* p, word* dest, bool lvalue, int* status, int first_code) {
   if (first_code < 0 && starts_return(p)) return quick_return(p, dest, status);
   if (!room(dest, 4)) return nullptr;
-  dest[0] = 4;
-  dest[1] = T_SEGMENTS;
-  dest[2] = 0;
-  dest[3] = 0;
+  build_head(dest, 4, T_SEGMENTS, 0, 0);
   const word* q = p;
   for (int code = first_code; code >= 0 || keyword_token(q); code = -1) {
     if (code < 0) {
@@ -138,7 +135,7 @@ int graphic_command(word* record, const word* value, const word* limit) {
 const word* record_operand(const word* p, word* dest, int* status) {
   (void)status;
   switch (p[1]) {
-    case R_STRING:
+    case T_CHAR:
     case C_TYPE_FUNC: {
       const char* s = reinterpret_cast<const char*>(p + 4);
       size_t len = static_cast<size_t>(p[3]);
@@ -148,9 +145,9 @@ const word* record_operand(const word* p, word* dest, int* status) {
         s = translated.c_str();
         len = translated.size();
       }
-      return put_text(dest, s, len) ? p + p[0] : nullptr;
+      return build_text(dest, eval_limit(), s, len) == 0 ? p + p[0] : nullptr;
     }
-    case R_VECTOR:
+    case T_FLOAT:
       if (!room(dest, p[0])) return nullptr;
       memcpy(dest, p, static_cast<size_t>(p[0]) * sizeof(word));
       dest[1] = T_FLOAT;
@@ -167,7 +164,7 @@ const word* record_operand(const word* p, word* dest, int* status) {
       return call_function(p, dest, status);
     case R_ORIGIN:
       if (!room(dest, 4)) return nullptr;
-      put_nil(dest);
+      build_nil(dest);
       return p + p[0];
     default:
       voir_message(0, MES_OPERATOR_ERROR);
@@ -185,7 +182,7 @@ int resolve_other(word* at, int* status) {
     Objet* v = variable_of(at);
     if (v && !v->local) {
       err_non_initialise(nullptr, v->name);
-      put_nil(at);
+      build_nil(at);
       return 0;
     }
   }

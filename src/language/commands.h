@@ -1,6 +1,7 @@
 // Command records: [size, -1039, item count, 0, items...], an item being
 // [size, class, keyword code, argument value if size > 3].
 #pragma once
+#include "kernel/values.h"
 #include "kernel/word.h"
 
 // Runs an interpreter command in place: 0 done, 1 pass to EVALUER_1,
@@ -23,7 +24,5 @@ bool has_other_vocabulary(const word* record);
 // The item of that code in the record, or null.
 word* find_item(word* record, int code);
 // Writes a value in place of the record (never past `limit`); -12 when
-// it does not fit.
+// it does not fit. Built results go through kernel/values.h.
 int set_result(word* record, const word* value, const word* limit);
-int set_result_nil(word* record);
-int set_result_float(word* record, const word* limit, float f);

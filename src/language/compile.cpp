@@ -11,6 +11,7 @@
 #include "kernel/object_store.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
+#include "kernel/values.h"
 #include "language/compile_internal.h"
 #include "language/compile_phases.h"
 #include "language/lang_state.h"
@@ -62,10 +63,7 @@ bloc final_code(const Tokens& tokens, const Symboles& sym) {
   int table_words = sym.used + 1;
   bloc b = alloue_bloc(code_words + 1 + table_words);
   if (!b) return nullptr;
-  b[0] = code_words;
-  b[1] = T_COMPILED;
-  b[2] = count_variables(sym);
-  b[3] = 0;
+  build_head(b, code_words, T_COMPILED, count_variables(sym), 0);
   memcpy(b + CODE_HEAD, tokens.data(), tokens.size() * sizeof(word));
   b[code_words] = table_words;
   if (sym.table) memcpy(b + code_words + 1, sym.table, static_cast<size_t>(table_words) * sizeof(word));

@@ -133,7 +133,7 @@ int Arguments::command(size_t at, size_t to, size_t* next) {
     size_t end = operand < to ? operand_end(operand, to) : operand;
     if (!one_operand) end = run_end(operand, to, false);
     emit_oper(out, '(');
-    emit2(out, C_NUMBER, fw(0.0f));
+    emit2(out, T_FLOAT, fw(0.0f));
     if (range(j, end) < 0) return -1;
     emit_oper(out, ')');
     *next = end;

@@ -288,15 +288,12 @@ int Walker::declare_static(const char* w, Objet* table, int kind) {
     if (count < 0) count = 0;
     value = alloue_bloc(4 + count);
     if (!value) return -1;
-    value[1] = T_FLOAT;
-    value[2] = count;
-    value[3] = 1;
-    for (int i = 0; i < count; i++) value[4 + i] = fw(0.0f);
+    build_zeros(value, nullptr, count);
   }
   if (!value) {
     value = alloue_bloc(4);
     if (!value) return -1;
-    val_nil(value, nullptr);
+    build_nil(value);
   }
   libere_valeur(v->local);
   libere_valeur(v->code);

@@ -82,7 +82,7 @@ int Walker::number() {
     p = sauter_mot(s);
     if (p == s) p++;
   }
-  emit(C_NUMBER, fw(v));
+  emit(T_FLOAT, fw(v));
   return 0;
 }
 
@@ -97,7 +97,7 @@ int Walker::string() {
   p = s + 1;
   if (translation_state() == 2 && Yes(KW_generate) >= 0) body = translate_text(body.c_str(), 0, body.size() * 10 + 1000);
   // A string given to a function that takes functions names one.
-  word tag_word = last_call_takes_name ? static_cast<word>(C_TYPE_FUNC) : static_cast<word>(R_STRING);
+  word tag_word = last_call_takes_name ? static_cast<word>(C_TYPE_FUNC) : static_cast<word>(T_CHAR);
   int words = static_cast<int>(body.size() / 4 + 5);
   Tokens r(static_cast<size_t>(words), 0);
   r[0] = words;
@@ -122,7 +122,7 @@ int Walker::quoted() {
     values.push_back(fw(static_cast<float>(static_cast<unsigned char>(ch))));
   }
   p = *s == '\'' ? s + 1 : s;
-  Tokens r{static_cast<word>(4 + values.size()), R_VECTOR, static_cast<word>(values.size()), 1};
+  Tokens r{static_cast<word>(4 + values.size()), T_FLOAT, static_cast<word>(values.size()), 1};
   r.insert(r.end(), values.begin(), values.end());
   emit_record(r);
   return 0;
@@ -201,7 +201,7 @@ int Walker::oper() {
   switch (ch) {
     case '~': emit(C_OPER, O_TILDE); return 0;
     case '-':
-      if (operand_expected()) emit(C_NUMBER, fw(0.0f));
+      if (operand_expected()) emit(T_FLOAT, fw(0.0f));
       emit(C_OPER, '-');
       return 0;
     case ',':

@@ -26,7 +26,7 @@ void debug_line(int line, word* area) {
   E.go = 0;
   // Lines typed here run with the stopped function's variables; `GO`
   // goes on with the function.
-  while (!E.go) lire_executer(-1, 79, area, 0);
+  while (!E.go) lire_executer(-1, MES_DEBUG_PROMPT, area, 0);
   E.go = go;
   E.line = saved_line;
   console().stop = 0;

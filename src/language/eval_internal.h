@@ -7,12 +7,6 @@
 #include "kernel/word.h"
 #include "language/code.h"
 
-// Writing values at a place already checked for room.
-void put_float(word* at, float f);
-void put_nil(word* at);
-// A CHAR value of `len` bytes at `at`; false after message 12 when it
-// does not fit below the evaluation limit.
-bool put_text(word* at, const char* s, size_t len);
 
 // One operand at `p` pushed at `dest`; the cursor after it, or null.
 // With `lvalue`, a command is built but not run, and a group made of one

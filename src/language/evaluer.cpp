@@ -8,6 +8,7 @@
 #include "kernel/report.h"
 #include "kernel/resources.h"
 #include "kernel/vocab.h"
+#include "kernel/values.h"
 #include "language/code.h"
 #include "language/eval.h"
 #include "language/eval_internal.h"
@@ -21,33 +22,6 @@ bool room(const word* at, long words) {
   return false;
 }
 
-void put_float(word* at, float f) {
-  at[0] = 5;
-  at[1] = T_FLOAT;
-  at[2] = 1;
-  at[3] = 1;
-  at[4] = fw(f);
-}
-
-void put_nil(word* at) {
-  at[0] = 4;
-  at[1] = T_NIL;
-  at[2] = 0;
-  at[3] = 1;
-}
-
-bool put_text(word* at, const char* s, size_t len) {
-  int words = static_cast<int>(len / 4 + 5);
-  if (!room(at, words)) return false;
-  at[0] = words;
-  at[1] = T_CHAR;
-  at[2] = words - 4;
-  at[3] = 1;
-  at[words - 1] = 0;
-  memcpy(text(at), s, len);
-  text(at)[len] = 0;
-  return true;
-}
 
 namespace {
 
@@ -68,7 +42,7 @@ bool vector_logic(word* dest, word op, word* scratch) {
   if (!v || tag(v) != T_FLOAT || np(v) * dimp(v) < 2) return false;
   float a = getf(v, 0), b = getf(v, 1);
   float r = op == O_AND ? (a > 0 && b > 0 ? 1.0f : 0.0f) : (a == 0 && b == 0 ? 0.0f : 1.0f);
-  put_float(dest, r);
+  build_float(dest, nullptr, r);
   return true;
 }
 
@@ -78,7 +52,7 @@ bool scalar_fast(const word* a, word op, const word* b, word* dest) {
   if (a[0] != 5 || b[0] != 5 || a[1] != T_FLOAT || b[1] != T_FLOAT || a[2] != 1 || b[2] != 1) return false;
   float r;
   if (!scalar_op(op, wf(a[4]), wf(b[4]), &r)) return false;
-  put_float(dest, r);
+  build_float(dest, nullptr, r);
   return true;
 }
 
@@ -181,7 +155,7 @@ int binary_group(word* dest, const word*& q, word closer, int* status) {
 
 // The float of a number token or of a variable holding one float.
 bool scalar_token(const word* t, float* f) {
-  if (t[0] == C_NUMBER) {
+  if (t[0] == T_FLOAT) {
     *f = wf(t[1]);
     return true;
   }
@@ -219,7 +193,7 @@ const word* scalar_assignment(const word* p, word* dest) {
   if (!q || q[0] != C_OPER || q[1] != ')') return nullptr;
   v->local[4] = fw(r);
   if (!room(dest, 5)) return nullptr;
-  put_float(dest, r);
+  build_float(dest, nullptr, r);
   eval_state().quiet = true;
   return q + 2;
 }
@@ -238,19 +212,19 @@ const word* eval_group(const word* p, word* dest, bool lvalue, int* status) {
   word opener = p[1];
   const word* q = p + 2;
   // The scalar shapes open with a number or a variable.
-  if (opener == '(' && (q[0] == C_NUMBER || is_variable_token(q))) {
+  if (opener == '(' && (q[0] == T_FLOAT || is_variable_token(q))) {
     float r;
     if (const word* next = scalar_assignment(p, dest)) return next;
     if (const word* next = scalar_binary(p, &r)) {
       if (!room(dest, 5)) return nullptr;
-      put_float(dest, r);
+      build_float(dest, nullptr, r);
       return next;
     }
   }
   word closer = closer_of(opener);
   if (at_closer(q, closer)) {
     if (!room(dest, 4)) return nullptr;
-    put_nil(dest);
+    build_nil(dest);
     return opener == '(' ? q + 2 : segment_mark(q + 2, dest, opener);
   }
   if (prefix_operator(q)) {
@@ -283,22 +257,22 @@ const word* operand(const word* p, word* dest, bool lvalue, int* status) {
     return q;
   }
   switch (p[0]) {
-    case C_NUMBER:
+    case T_FLOAT:
       if (!room(dest, 5)) return nullptr;
-      put_float(dest, wf(p[1]));
+      build_float(dest, nullptr, wf(p[1]));
       return p + 2;
     case C_PI:
       if (!room(dest, 5)) return nullptr;
-      put_float(dest, 3.14159274f);
+      build_float(dest, nullptr, 3.14159274f);
       return p + 2;
     case C_NIL:
       if (!room(dest, 4)) return nullptr;
-      put_nil(dest);
+      build_nil(dest);
       return p + 2;
     case C_NL:
       voir_texte("\n");
       if (!room(dest, 4)) return nullptr;
-      put_nil(dest);
+      build_nil(dest);
       return p + 2;
     case C_AUTO: case C_STATIC: case C_EXTERN: case C_GLOBAL: case C_FORMEL:
       if (p[2] == C_OPER && (p[3] == '[' || p[3] == '{')) return variable_operand(p, dest, lvalue, status);
@@ -315,7 +289,7 @@ const word* operand(const word* p, word* dest, bool lvalue, int* status) {
       return command_operand(p, dest, lvalue, status);
     case C_END: case C_JUMP: case 0:
       if (!room(dest, 4)) return nullptr;
-      put_nil(dest);
+      build_nil(dest);
       return p;
     default:
       break;

@@ -113,26 +113,6 @@ int set_result(word* record, const word* value, const word* limit) {
   return 0;
 }
 
-int set_result_nil(word* record) {
-  record[0] = 4;
-  record[1] = T_NIL;
-  record[2] = 0;
-  record[3] = 1;
-  return 0;
-}
-
-int set_result_float(word* record, const word* limit, float f) {
-  if (record + 5 > limit) {
-    err_dim_ev(nullptr);
-    return -12;
-  }
-  record[0] = 5;
-  record[1] = T_FLOAT;
-  record[2] = 1;
-  record[3] = 1;
-  record[4] = fw(f);
-  return 0;
-}
 
 int EVALUER_0(word* record, const word* limit) {
   if (record[0] <= 0 || tag(record) != T_SEGMENTS) {
@@ -140,7 +120,7 @@ int EVALUER_0(word* record, const word* limit) {
     voir_message(0, MES_WARNING);
     return 0;
   }
-  if (item_count(record) < 1) return set_result_nil(record);
+  if (item_count(record) < 1) return build_nil(record);
   word* item = first_item(record);
   const Dispatch& d = dispatch();
   // The first word of another vocabulary hands the record on, unless a

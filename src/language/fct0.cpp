@@ -68,10 +68,10 @@ int walk(Fct0Call& c) {
     if (i == 1) c.second = item;
     switch (item[2]) {
       case KW_char:
-        if (item[0] == 3) return set_result_float(c.record, c.limit, static_cast<float>(T_CHAR));
+        if (item[0] == 3) return build_float(c.record, c.limit, static_cast<float>(T_CHAR));
         break;
       case KW_float:
-        if (item[0] == 3) return set_result_float(c.record, c.limit, static_cast<float>(T_FLOAT));
+        if (item[0] == 3) return build_float(c.record, c.limit, static_cast<float>(T_FLOAT));
         break;
       case KW_error: c.error = true; break;
       case KW_time: c.time = true; break;
@@ -116,7 +116,7 @@ int fct0(word* record, const word* limit) {
       TRACE_FAIL("fct0()");
       return -1;
     }
-    if (c.n == 0) return set_result_nil(record);
+    if (c.n == 0) return build_nil(record);
   }
   r = e->worker(c);
   if (r != 0) {
@@ -129,44 +129,7 @@ int fct0(word* record, const word* limit) {
 
 // ---- results ------------------------------------------------------------
 
-word* float_result(Fct0Call& c, int n) {
-  if (c.out + 4 + n > c.limit) {
-    err_dim_ev(nullptr);
-    return nullptr;
-  }
-  word* b = c.out;
-  b[0] = 4 + n;
-  b[1] = T_FLOAT;
-  b[2] = n;
-  b[3] = 1;
-  memset(b + 4, 0, static_cast<size_t>(n) * sizeof(word));
-  return b;
-}
-
-int nil_result(Fct0Call& c) {
-  if (c.out + 4 > c.limit) {
-    err_dim_ev(nullptr);
-    return -12;
-  }
-  set_result_nil(c.out);
-  return 0;
-}
-
-int text_result(Fct0Call& c, const char* s, size_t len) {
-  TextOut t = text_begin(c);
-  text_add(t, s, len);
-  return text_end(t);
-}
-
-int copy_result(Fct0Call& c, const word* value) {
-  int n = size(value);
-  if (c.out + n > c.limit) {
-    err_dim_ev(nullptr);
-    return -12;
-  }
-  memmove(c.out, value, static_cast<size_t>(n) * sizeof(word));
-  return 0;
-}
+int copy_result(Fct0Call& c, const word* value) { return set_result(c.out, value, c.limit); }
 
 int wrong_kind(Fct0Call& c) {
   voir_mot(c.first[2]);
@@ -198,17 +161,11 @@ bool text_add(TextOut& t, const char* s, size_t n) {
 }
 
 int text_end(TextOut& t) {
-  if (t.full) {
-    err_dim_ev(nullptr);
-    return -12;
-  }
+  if (t.full) return build_overflow();
   size_t len = static_cast<size_t>(t.p - text(t.block));
   int words = static_cast<int>(len / 4 + 5);
   memset(t.p, 0, static_cast<size_t>(words - 4) * 4 - len);
-  t.block[0] = words;
-  t.block[1] = T_CHAR;
-  t.block[2] = words - 4;
-  t.block[3] = 1;
+  build_head(t.block, words, T_CHAR, words - 4);
   return 0;
 }
 
@@ -236,7 +193,7 @@ int MIN_MAX_a(word* record, const word* limit) {
     const word* v = item_value(item);
     if (v && tag(v) == T_FLOAT && elements(v) > longest) longest = elements(v);
   }
-  if (longest == 0) return set_result_nil(record);
+  if (longest == 0) return build_nil(record);
   word* out = record + record[0];
   if (out + 4 + 2 * longest > limit) {
     err_dim_ev(nullptr);
@@ -255,10 +212,7 @@ int MIN_MAX_a(word* record, const word* limit) {
   }
   if (code == KW_average)
     for (int k = 0; k < longest; k++) out[4 + k] = fw(wf(out[4 + k]) / static_cast<float>(counts[k]));
-  out[0] = 4 + longest;
-  out[1] = T_FLOAT;
-  out[2] = longest;
-  out[3] = 1;
+  build_head(out, 4 + longest, T_FLOAT, longest);
   memmove(record, out, static_cast<size_t>(out[0]) * sizeof(word));
   return 0;
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "kernel/entier.h"
+#include "kernel/values.h"
 #include "kernel/word.h"
 #include "language/handlers.h"
 
@@ -65,10 +66,6 @@ using Fct0Worker = int (*)(Fct0Call& c);
 // The first item's argument evaluated, or null.
 const word* fct0_argument(Fct0Call& c);
 
-// A FLOAT result of n zeroed elements at c.out; null after message 12.
-word* float_result(Fct0Call& c, int n);
-int nil_result(Fct0Call& c);
-int text_result(Fct0Call& c, const char* s, size_t len);
 // Copies `value` as the result.
 int copy_result(Fct0Call& c, const word* value);
 // The keyword followed by "ILLEGAL": an argument of the wrong kind.

@@ -62,7 +62,7 @@ int read_rest(Fct0Call& c, OsFile* f) {
       if (os_read(f, &extra, 1) == 1) t.full = true;
     }
   }
-  if (got == 0 && !t.full) return nil_result(c);
+  if (got == 0 && !t.full) return build_nil(c.out, c.limit);
   return text_end(t);
 }
 
@@ -122,7 +122,7 @@ int FOPEN_a(Fct0Call& c) {
     return -1;
   }
   slots()[num] = f;
-  word* r = float_result(c, 1);
+  word* r = build_zeros(c.out, c.limit, 1);
   if (!r) return -12;
   setf(r, 0, static_cast<float>(num));
   return 0;
@@ -133,7 +133,7 @@ int FCLOSE_a(Fct0Call& c) {
   const word* v = fct0_argument(c);
   if (!v) {
     fct0_close_files();
-    return nil_result(c);
+    return build_nil(c.out, c.limit);
   }
   int num = slot_number(v);
   OpenFile* f = open_slot(num);
@@ -141,7 +141,7 @@ int FCLOSE_a(Fct0Call& c) {
     voir_int("fclose %d\n", num);
     return -1;
   }
-  return close_slot(*f) ? nil_result(c) : -1;
+  return close_slot(*f) ? build_nil(c.out, c.limit) : -1;
 }
 
 // `fread(num)`: the rest of an open file; `fread("name")`: a whole file.
@@ -183,7 +183,7 @@ int FWRITE_a(Fct0Call& c) {
     f->reported = true;
     return -1;
   }
-  word* r = float_result(c, 1);
+  word* r = build_zeros(c.out, c.limit, 1);
   if (!r) return -12;
   setf(r, 0, static_cast<float>(written));
   return 0;
@@ -198,7 +198,7 @@ int fct0_getline(Fct0Call& c) {
   bool word_only = c.first[2] == KW_getword;
   int ch = os_getc(f);
   while (ch == 9 || ch == 10 || ch == ' ') ch = os_getc(f);
-  if (ch < 0) return nil_result(c);
+  if (ch < 0) return build_nil(c.out, c.limit);
   TextOut t = text_begin(c);
   while (ch > 0 && ch != '\n' && !(word_only && (ch == '\t' || ch == ' '))) {
     if (!text_put(t, static_cast<char>(ch))) break;

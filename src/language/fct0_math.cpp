@@ -46,7 +46,7 @@ const word* floats(Fct0Call& c) {
 float at(const word* v, int n, int i) { return i < n ? getf(v, i) : 0.0f; }
 
 int one_float(Fct0Call& c, float f) {
-  word* r = float_result(c, 1);
+  word* r = build_zeros(c.out, c.limit, 1);
   if (!r) return -12;
   setf(r, 0, f);
   return 0;
@@ -60,7 +60,7 @@ int fct0_map(Fct0Call& c) {
   double (*f)(double) = nullptr;
   for (const Map& m : MAPS)
     if (m.code == c.first[2]) f = m.f;
-  word* r = float_result(c, c.n);
+  word* r = build_zeros(c.out, c.limit, c.n);
   if (!r || !f) return -12;
   for (int i = 0; i < c.n; i++) setf(r, i, static_cast<float>(f(getf(v, i))));
   return 0;
@@ -70,14 +70,14 @@ int fct0_map(Fct0Call& c) {
 // computation; the elements are left at zero so that nothing is unset.
 int fct0_shaped(Fct0Call& c) {
   if (!floats(c)) return -1;
-  return float_result(c, c.n) ? 0 : -12;
+  return build_zeros(c.out, c.limit, c.n) ? 0 : -12;
 }
 
 int fct0_abs(Fct0Call& c) {
   if (tag(c.v) == T_CHAR) return copy_result(c, c.v);
   const word* v = floats(c);
   if (!v) return -1;
-  word* r = float_result(c, c.n);
+  word* r = build_zeros(c.out, c.limit, c.n);
   if (!r) return -12;
   for (int i = 0; i < c.n; i++) setf(r, i, std::fabs(getf(v, i)));
   return 0;
@@ -86,7 +86,7 @@ int fct0_abs(Fct0Call& c) {
 int fct0_sqrt(Fct0Call& c) {
   const word* v = floats(c);
   if (!v) return -1;
-  word* r = float_result(c, c.n);
+  word* r = build_zeros(c.out, c.limit, c.n);
   if (!r) return -12;
   for (int i = 0; i < c.n; i++) {
     float x = getf(v, i);
@@ -102,7 +102,7 @@ int fct0_sqrt(Fct0Call& c) {
 int fct0_log(Fct0Call& c) {
   const word* v = floats(c);
   if (!v) return -1;
-  word* r = float_result(c, c.n);
+  word* r = build_zeros(c.out, c.limit, c.n);
   if (!r) return -12;
   for (int i = 0; i < c.n; i++) {
     float x = getf(v, i);
@@ -146,7 +146,7 @@ int fct0_extreme(Fct0Call& c) {
       if (max ? b > best : b < best) best = b;
     }
     char one = static_cast<char>(best);
-    return text_result(c, &one, 1);
+    return build_text(c.out, c.limit, &one, 1);
   }
   const word* v = floats(c);
   if (!v) return -1;
@@ -196,7 +196,7 @@ int fct0_module(Fct0Call& c) {
   const word* v = floats(c);
   if (!v) return -1;
   int groups = (c.n - 1) / 3 + 1;
-  word* r = float_result(c, groups);
+  word* r = build_zeros(c.out, c.limit, groups);
   if (!r) return -12;
   for (int g = 0; g < groups; g++) {
     double x = at(v, c.n, 3 * g), y = at(v, c.n, 3 * g + 1), z = at(v, c.n, 3 * g + 2);
@@ -211,7 +211,7 @@ int fct0_unit(Fct0Call& c) {
   double squares = 0;
   for (int i = 0; i < c.n; i++) squares += static_cast<double>(getf(v, i)) * getf(v, i);
   double length = squares < 0.0000001 ? 1.0 : std::sqrt(squares);
-  word* r = float_result(c, c.n);
+  word* r = build_zeros(c.out, c.limit, c.n);
   if (!r) return -12;
   for (int i = 0; i < c.n; i++) setf(r, i, static_cast<float>(getf(v, i) / length));
   return 0;
@@ -225,7 +225,7 @@ int fct0_vector(Fct0Call& c) {
     a[i] = at(v, c.n, i);
     b[i] = at(v, c.n, 3 + i);
   }
-  word* r = float_result(c, 3);
+  word* r = build_zeros(c.out, c.limit, 3);
   if (!r) return -12;
   setf(r, 0, a[1] * b[2] - a[2] * b[1]);
   setf(r, 1, a[2] * b[0] - a[0] * b[2]);
@@ -253,7 +253,7 @@ int matrix_product(Fct0Call& c, const word* v, const int s[4]) {
     err_incoherent(nullptr);
     return -1;
   }
-  word* r = float_result(c, y1 * x2);
+  word* r = build_zeros(c.out, c.limit, y1 * x2);
   if (!r) return -12;
   const int b0 = x1 * y1;
   for (int i = 0; i < y1; i++)
@@ -287,7 +287,7 @@ int fct0_arc(Fct0Call& c) {
   }
   double radius = getf(c.v, 0), a = getf(c.v, 1), da = getf(c.v, 2);
   int points = entier(getf(c.v, 3));
-  word* r = float_result(c, 3 * points);
+  word* r = build_zeros(c.out, c.limit, 3 * points);
   if (!r) return -12;
   const double rad = 3.14159265358979323846 / 180.0;
   for (int k = 0; k < points; k++) {
@@ -336,7 +336,7 @@ int inverse_matrix(Fct0Call& c) {
     err_incoherent(nullptr);
     return -1;
   }
-  word* r = float_result(c, 16);
+  word* r = build_zeros(c.out, c.limit, 16);
   if (!r) return -12;
   r[2] = 4;
   r[3] = 4;
@@ -364,7 +364,7 @@ int fct0_inv(Fct0Call& c) {
     group = entier(getf(c.second + 3, 0));
   if (group < 1) group = 1;
   int groups = c.n / group;
-  word* r = float_result(c, groups * group);
+  word* r = build_zeros(c.out, c.limit, groups * group);
   if (!r) return -12;
   for (int g = 0; g < groups; g++)
     for (int k = 0; k < group; k++) setf(r, g * group + k, getf(v, (groups - 1 - g) * group + k));

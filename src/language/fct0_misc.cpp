@@ -28,7 +28,7 @@ namespace {
 
 const char* text_argument(Fct0Call& c) { return value_text(fct0_argument(c)); }
 
-int add_string(Fct0Call& c, const std::string& s) { return text_result(c, s.data(), s.size()); }
+int add_string(Fct0Call& c, const std::string& s) { return build_text(c.out, c.limit, s.data(), s.size()); }
 
 }  // namespace
 
@@ -67,8 +67,8 @@ int fct0_directory(Fct0Call& c) {
   for (const Folder& f : FOLDERS)
     if (strcmp(s, f.key) == 0) return add_string(c, kernel().*f.field);
   const char* slash = strrchr(s, '/');
-  if (!slash) return text_result(c, "./", 2);
-  return text_result(c, s, static_cast<size_t>(slash - s + 1));
+  if (!slash) return build_text(c.out, c.limit, "./", 2);
+  return build_text(c.out, c.limit, s, static_cast<size_t>(slash - s + 1));
 }
 
 // ---- error and precision -------------------------------------------------
@@ -87,7 +87,7 @@ int keyword_name(Fct0Call& c, int code) {
   const char* name = vocab().name[code];
   if (!name) name = "";
   size_t len = strcspn(name, " \t,");
-  return text_result(c, name, len);
+  return build_text(c.out, c.limit, name, len);
 }
 
 }  // namespace
@@ -102,17 +102,17 @@ int fct0_error(Fct0Call& c) {
   const word* v = fct0_argument(c);
   if (!v || (tag(v) != T_FLOAT && tag(v) != T_CHAR) || value_length(v) == 0) {
     if (!code_in_range(code)) return -1;
-    return code == 0 ? nil_result(c) : keyword_name(c, code);
+    return code == 0 ? build_nil(c.out, c.limit) : keyword_name(c, code);
   }
   if (tag(v) == T_FLOAT) {
     int k = entier(getf(v, 0));
     if (!code_in_range(k)) return -1;
     code = k;
-    return nil_result(c);
+    return build_nil(c.out, c.limit);
   }
   int voc = 0, k = 0;
   if (cherche_mot(text(v), &voc, &k) == 0) code = k;
-  return nil_result(c);
+  return build_nil(c.out, c.limit);
 }
 
 // ---- func ------------------------------------------------------------------
@@ -145,7 +145,7 @@ int names_in_error(Fct0Call& c) {
   std::vector<std::string>& names = fct0_state().Tab_noms_err;
   if (arg_of(c.record, KW_error)) {
     names.clear();
-    return nil_result(c);
+    return build_nil(c.out, c.limit);
   }
   TextOut t = text_begin(c);
   for (size_t i = 0; i < names.size(); i++) {
@@ -160,7 +160,7 @@ int list_compiled(Fct0Call& c, Objet* f) {
   if (!f->code && a_compile(f) < 0) return -1;
   voir_texte("COMPILE\n");
   if (f->code) lister_code(f->code + CODE_HEAD, f->code + f->code[0] + 1, 1, false);
-  return nil_result(c);
+  return build_nil(c.out, c.limit);
 }
 
 }  // namespace
@@ -180,7 +180,7 @@ int fct0_func(Fct0Call& c) {
   }
   if (c.second && c.second[2] == KW_compile) return list_compiled(c, f);
   const char* s = source_of(f);
-  return text_result(c, s, strlen(s));
+  return build_text(c.out, c.limit, s, strlen(s));
 }
 
 // ---- grep --------------------------------------------------------------------
@@ -245,7 +245,7 @@ int fct0_grep(Fct0Call& c) {
   if (!needle || !*needle) return wrong_kind(c);
   const word* files = c.second && c.second[2] == KW_fread ? item_value(c.second) : nullptr;
   int total = files && tag(files) == T_CHAR ? grep_files(needle, text(files)) : grep_functions(needle);
-  word* r = float_result(c, 1);
+  word* r = build_zeros(c.out, c.limit, 1);
   if (!r) return -12;
   setf(r, 0, static_cast<float>(total));
   return 0;
@@ -285,9 +285,9 @@ int fct0_wait(Fct0Call& c) {
   if (c.n == 1) {
     float t = getf(c.v, 0);
     if (t > 0 && !kernel().tim.empty()) spin_until(clock_ms() + entier(t));
-    return nil_result(c);
+    return build_nil(c.out, c.limit);
   }
-  word* r = float_result(c, 1);
+  word* r = build_zeros(c.out, c.limit, 1);
   if (!r) return -12;
   setf(r, 0, pace(getf(c.v, 0), getf(c.v, 1)));
   return 0;

@@ -43,7 +43,7 @@ int fct0_random(Fct0Call& c) {
   if (tag(c.v) != T_FLOAT) return wrong_kind(c);
   const int code = c.first[2];
   if (code == KW_rand || code == KW_randf) {
-    word* r = float_result(c, c.n);
+    word* r = build_zeros(c.out, c.limit, c.n);
     if (!r) return -12;
     for (int i = 0; i < c.n; i++) {
       float x = getf(c.v, i);
@@ -58,7 +58,7 @@ int fct0_random(Fct0Call& c) {
     voir_texte("\n");
     return -1;
   }
-  word* r = float_result(c, pairs);
+  word* r = build_zeros(c.out, c.limit, pairs);
   if (!r) return -12;
   for (int i = 0; i < pairs; i++) {
     float a = getf(c.v, 2 * i), b = getf(c.v, 2 * i + 1);

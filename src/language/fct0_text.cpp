@@ -28,7 +28,7 @@ bool push(Fct0Call& c, word* r, float f) {
 }
 
 // An empty FLOAT at c.out, grown by push.
-word* open_floats(Fct0Call& c) { return float_result(c, 0); }
+word* open_floats(Fct0Call& c) { return build_zeros(c.out, c.limit, 0); }
 
 }  // namespace
 
@@ -36,7 +36,7 @@ word* open_floats(Fct0Call& c) { return float_result(c, 0); }
 
 int fct0_ascii(Fct0Call& c) {
   if (tag(c.v) == T_CHAR) {
-    word* r = float_result(c, c.n);
+    word* r = build_zeros(c.out, c.limit, c.n);
     if (!r) return -12;
     for (int i = 0; i < c.n; i++) setf(r, i, static_cast<unsigned char>(text(c.v)[i]));
     return 0;
@@ -70,7 +70,7 @@ int fct0_ato(Fct0Call& c) {
   int words = 1;
   for (int i = 0; i < c.n; i++)
     if (separator(s[i]) && (i == 0 || !separator(s[i - 1]))) words++;
-  word* r = float_result(c, words);
+  word* r = build_zeros(c.out, c.limit, words);
   if (!r) return -12;
   const char* p = s;
   for (int w = 0; w < words; w++) {
@@ -175,7 +175,7 @@ bool format_and_values(const word* v, const word** fmt, const word** values) {
 // between the elements there.
 int fct0_string(Fct0Call& c) {
   bool floating = c.first[2] == KW_stringf;
-  if (tag(c.v) == T_CHAR) return nil_result(c);
+  if (tag(c.v) == T_CHAR) return build_nil(c.out, c.limit);
   const word* fmt = nullptr;
   const word* values = c.v;
   if (tag(c.v) != T_FLOAT && !format_and_values(c.v, &fmt, &values)) return wrong_kind(c);
@@ -276,7 +276,7 @@ int format_text(Fct0Call& c) {
 // "b": each number as its 32 binary digits, lowest first.
 int to_bits(Fct0Call& c, const word* v) {
   int n = value_length(v);
-  word* r = float_result(c, 32 * n);
+  word* r = build_zeros(c.out, c.limit, 32 * n);
   if (!r) return -12;
   for (int i = 0; i < n; i++) {
     unsigned bits = static_cast<unsigned>(entier(getf(v, i)));
@@ -290,7 +290,7 @@ int to_bits(Fct0Call& c, const word* v) {
 int from_bits(Fct0Call& c, const word* v) {
   int n = value_length(v);
   int numbers = (n + 31) / 32;
-  word* r = float_result(c, numbers);
+  word* r = build_zeros(c.out, c.limit, numbers);
   if (!r) return -12;
   for (int i = 0; i < numbers; i++) {
     unsigned bits = 0;
@@ -304,7 +304,7 @@ int from_bits(Fct0Call& c, const word* v) {
 // "f": the fractional part of each number, with its sign.
 int fractions(Fct0Call& c, const word* v) {
   int n = value_length(v);
-  word* r = float_result(c, n);
+  word* r = build_zeros(c.out, c.limit, n);
   if (!r) return -12;
   for (int i = 0; i < n; i++) {
     float x = getf(v, i);
@@ -316,8 +316,8 @@ int fractions(Fct0Call& c, const word* v) {
 // "m": the smallest and the largest number.
 int bounds(Fct0Call& c, const word* v) {
   int n = value_length(v);
-  if (n == 0) return nil_result(c);
-  word* r = float_result(c, 2);
+  if (n == 0) return build_nil(c.out, c.limit);
+  word* r = build_zeros(c.out, c.limit, 2);
   if (!r) return -12;
   float lo = getf(v, 0), hi = lo;
   for (int i = 1; i < n; i++) {
@@ -370,7 +370,7 @@ int inclu_floats(Fct0Call& c) {
   float x = getf(c.v, 0);
   for (int i = 1; i < c.n; i++)
     if (getf(c.v, i) == x && !push(c, r, static_cast<float>(i - 1))) return -12;
-  return r[2] == 0 ? nil_result(c) : 0;
+  return r[2] == 0 ? build_nil(c.out, c.limit) : 0;
 }
 
 // "needle haystack": every position of the needle, overlaps included.
@@ -393,7 +393,7 @@ int fct0_inclu(Fct0Call& c) {
   if (tag(c.v) != T_CHAR) return wrong_kind(c);
   const char* blank = strchr(text(c.v), ' ');
   if (blank) return inclu_text(c, blank);
-  word* r = float_result(c, 1);
+  word* r = build_zeros(c.out, c.limit, 1);
   if (!r) return -12;
   setf(r, 0, static_cast<float>(INCLU_NAME(text(c.v))));
   return 0;

@@ -53,11 +53,7 @@ bloc source_value(const char* source) {
   size_t words = strlen(source) / 4 + 5;
   bloc value = alloue_bloc(static_cast<int>(words));
   if (!value) return nullptr;
-  memset(value + 1, 0, (words - 1) * 4);
-  value[1] = T_CHAR;
-  value[2] = static_cast<int>(words) - 4;
-  value[3] = 1;
-  strcpy(text(value), source);
+  build_text(value, nullptr, source);
   return value;
 }
 

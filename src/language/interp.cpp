@@ -11,6 +11,7 @@
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
+#include "kernel/values.h"
 #include "language/code.h"
 #include "language/compile.h"
 #include "language/debugger.h"
@@ -76,7 +77,7 @@ const word* Run::condition(const word* r) {
   const word* test = r + r[TEST_CONDITION];
   int c = scalar_group(test, &scalar) ? scalar != 0.0f : evaluer_cond(test, base, &next);
   if (c < 0) return nullptr;
-  put_nil(base);
+  build_nil(base);
   return r + (c ? r[TEST_TRUE] : r[TEST_FALSE]);
 }
 
@@ -110,7 +111,7 @@ const word* Run::for_start(const word* r) {
   rec[FOR_VARIABLE] = objet_handle(var);
   rec[FOR_END_VALUE] = fw(end);
   rec[FOR_STEP_VALUE] = fw(step);
-  put_nil(base);
+  build_nil(base);
   return for_turn(r, true);
 }
 
@@ -162,7 +163,7 @@ const word* Run::do_switch(const word* r) {
     if (!evaluer_expr(r + entry[1], scratch, &st)) return nullptr;
     if (same_value(v, value_of(scratch, scratch + item_words(scratch)))) target = r - entry[0];
   }
-  put_nil(base);
+  build_nil(base);
   return target;
 }
 
@@ -204,7 +205,7 @@ namespace {
 int run_code(const word* code, word* base, word** result) {
   EvalState& E = eval_state();
   Run run(code, base);
-  put_nil(base);
+  build_nil(base);
   if (result) *result = base;
   const word* p = code + CODE_HEAD;
   for (;;) {
@@ -255,7 +256,7 @@ int run_code(const word* code, word* base, word** result) {
     // runs; otherwise the run ends after the post-mortem.
     if (Yes(KW_error) <= 0 && start[0] == C_OPER && start[1] == '(') {
       p = skip_operand(start);
-      put_nil(base);
+      build_nil(base);
       if (p) continue;
     }
     post_mortem(E.line);

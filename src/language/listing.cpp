@@ -113,9 +113,9 @@ void control(const word* r, bool linked) {
 
 void record(const word* r, const word* table, int level, bool linked) {
   switch (r[1]) {
-    case R_STRING: VOIR_CHAR("\"%s\" ", reinterpret_cast<const char*>(r + 4)); return;
+    case T_CHAR: VOIR_CHAR("\"%s\" ", reinterpret_cast<const char*>(r + 4)); return;
     case C_TYPE_FUNC: VOIR_CHAR("TYPE_FUNC_\"%s\" ", reinterpret_cast<const char*>(r + 4)); return;
-    case R_VECTOR:
+    case T_FLOAT:
       voir_texte("'");
       for (int i = 0; i < r[2]; i++) voir_float(i ? ",%g" : "%g", wf(r[4 + i]));
       voir_texte("' ");
@@ -139,7 +139,7 @@ void token(const word* t, const word* stream, const word* table, int level, bool
       else voir_car(t[1]);
       return;
     }
-    case C_NUMBER: voir_float("%f ", wf(t[1])); return;
+    case T_FLOAT: voir_float("%f ", wf(t[1])); return;
     case C_COMMAND: voir_mot(t[1]); return;
     case C_LINE: voir_int("\n line %d\n", t[1]); return;
     case C_LABEL: voir_int("ETIQUETTE %d:", t[1]); return;

@@ -87,7 +87,7 @@ static int eval_mixed(const word* left, word op, const word* right, word* dest,
   if (op != O_EQ && op != O_NE) return ops_illegal(value_kind(left) != T_FLOAT ? left : right);
   if (!fits(dest, 5, limit)) return ops_overflow();
   const bool equal = same_value(left, right);
-  put_head(dest, 5, T_FLOAT, 1);
+  build_head(dest, 5, T_FLOAT, 1);
   dest[4] = fw(equal == (op == O_EQ) ? 1.f : 0.f);
   return 0;
 }
@@ -110,12 +110,12 @@ int eval_binary(const word* left, word op, const word* right, word* dest, const 
 int eval_not(const word* v, word* dest, const word* limit) {
   if (value_kind(v) != T_FLOAT) {
     if (!fits(dest, 4, limit)) return ops_overflow();
-    put_head(dest, 4, T_NIL, 0);
+    build_head(dest, 4, T_NIL, 0);
     return 0;
   }
   const int n = elements(v);
   if (!fits(dest, 4 + n, limit)) return ops_overflow();
-  put_head(dest, 4 + n, T_FLOAT, n);
+  build_head(dest, 4 + n, T_FLOAT, n);
   for (int i = 0; i < n; i++) dest[4 + i] = fw(wf(v[4 + i]) == 0.f ? 1.f : 0.f);
   return 0;
 }

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "kernel/entier.h"
+#include "kernel/values.h"
 #include "kernel/word.h"
 
 // Kind of an operand: its tag, T_NIL for the two-word NIL token, 0 for
@@ -14,7 +15,9 @@ inline word value_kind(const word* v) {
 }
 
 // Failure reports, printed only when `error` is on. Each returns the
-// status to hand back: -12 for the evaluation area, -1 otherwise.
+// status to hand back: -12 for the evaluation area, -1 otherwise. The
+// operators check their room with `fits` and report through these, then
+// write headers with build_head.
 int ops_overflow();
 int ops_fault(int num);
 int ops_illegal(const word* culprit);
@@ -25,13 +28,6 @@ inline bool fits(const word* dest, long words, const word* limit) {
   return limit - dest >= words;
 }
 
-// Writes a header with dimp 1.
-inline void put_head(word* d, word size, word tag, word np) {
-  d[0] = size;
-  d[1] = tag;
-  d[2] = np;
-  d[3] = 1;
-}
 
 int eval_list(const word* left, const word* right, word* dest, const word* limit);
 int eval_vector(const word* left, word op, const word* right, word* dest, const word* limit);

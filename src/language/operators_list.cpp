@@ -17,7 +17,7 @@ int put_floats(word* v, const word* limit, const word* a, const word* b) {
   if (!fits(v, 4 + na + nb, limit)) return ops_overflow();
   if (a != v) std::copy_n(a + 4, na, v + 4);
   if (nb > 0) std::copy_n(b + 4, nb, v + 4 + na);
-  put_head(v, 4 + na + nb, T_FLOAT, na + nb);
+  build_head(v, 4 + na + nb, T_FLOAT, na + nb);
   return 0;
 }
 
@@ -32,19 +32,19 @@ int put_chars(word* v, const word* limit, const word* a, const word* b) {
   if (a != v) std::memcpy(t, text(a), la);
   if (lb > 0) std::memcpy(t + la, text(b), lb);
   std::memset(t + len, 0, words * sizeof(word) - len);
-  put_head(v, 4 + words, T_CHAR, words);
+  build_head(v, 4 + words, T_CHAR, words);
   return 0;
 }
 
-int put_nil(word* v, const word* limit) {
+int nil_value(word* v, const word* limit) {
   if (!fits(v, 4, limit)) return ops_overflow();
-  put_head(v, 4, T_NIL, 0);
+  build_head(v, 4, T_NIL, 0);
   return 0;
 }
 
 // A value copied word for word; the two-word NIL becomes a NIL bloc.
 int put_copy(word* v, const word* limit, const word* a) {
-  if (value_kind(a) == T_NIL) return put_nil(v, limit);
+  if (value_kind(a) == T_NIL) return nil_value(v, limit);
   const int n = item_words(a);
   if (!fits(v, n, limit)) return ops_overflow();
   std::copy_n(a, n, v);
@@ -58,7 +58,7 @@ int put_part(word* v, const word* limit, const word* a, const word* b) {
   switch (value_kind(a)) {
     case T_FLOAT: return put_floats(v, limit, a, b);
     case T_CHAR: return put_chars(v, limit, a, b);
-    case T_NIL: return put_nil(v, limit);
+    case T_NIL: return nil_value(v, limit);
     default: return put_copy(v, limit, a);
   }
 }
@@ -102,7 +102,7 @@ int eval_list(const word* left, const word* right, word* dest, const word* limit
   if (kl == T_NIL) return put_copy(dest, limit, right);
   if (kl == kr && (kl == T_FLOAT || kl == T_CHAR)) return put_part(dest, limit, left, right);
   if (!fits(dest, 4, limit)) return ops_overflow();
-  put_head(dest, 4, T_HYBRIDE, 0);
+  build_head(dest, 4, T_HYBRIDE, 0);
   List l{dest, nullptr, limit};
   if (append_side(l, left) < 0 || append_side(l, right) < 0) return -12;
   return 0;

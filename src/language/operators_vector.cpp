@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "kernel/keywords.h"
+#include "kernel/message_names.h"
 #include "kernel/vocab.h"
 #include "language/code.h"
 #include "language/operators_internal.h"
@@ -236,7 +237,7 @@ bool reduce(word op, Vec a, Vec b) {
 int eval_reduced(word op, Vec a, Vec b, word* dest, const word* limit) {
   const int words = 4 + std::max(a.n, 1);
   if (!fits(dest, words, limit)) return ops_overflow();
-  put_head(dest, words, T_FLOAT, 1);
+  build_head(dest, words, T_FLOAT, 1);
   std::fill(dest + 5, dest + words, 0);
   dest[4] = fw(truth(reduce(op, a, b)));
   return 0;
@@ -249,15 +250,15 @@ int eval_vector(const word* left, word op, const word* right, word* dest, const 
   if (a.n == b.n && reduces(op)) return eval_reduced(op, a, b, dest, limit);
   const int n = std::max(a.n, b.n);
   if (!fits(dest, 4 + n, limit)) return ops_overflow();
-  put_head(dest, 4 + n, T_FLOAT, n);
+  build_head(dest, 4 + n, T_FLOAT, n);
   word* r = dest + 4;
   if (std::min(a.n, b.n) == 0) {  // empty against non-empty: zeros
     std::fill(r, r + n, fw(0.f));
     return 0;
   }
   if (elementwise(op, a, b, r) == FAULT) {  // the result is cleared to an empty vector
-    put_head(dest, 4, T_FLOAT, 0);
-    return ops_fault(56);
+    build_head(dest, 4, T_FLOAT, 0);
+    return ops_fault(MES_DIVISION_BY_ZERO);
   }
   return 0;
 }

@@ -72,7 +72,7 @@ int define(word* record, const char* name, const word* dim) {
   setf(var, END, start + length);
   setf(var, TIME, 0.0f);
   setf(var, OUTPUT, output_at(o, var));
-  return set_result_nil(record);
+  return build_nil(record);
 }
 
 // Returns the current output and steps the pulse.
@@ -85,7 +85,7 @@ int step(word* record, const word* limit, Objet* o) {
   float out = getf(var, OUTPUT);
   setf(var, TIME, getf(var, TIME) + 1.0f);
   setf(var, OUTPUT, output_at(o, var));
-  return set_result_float(record, limit, out);
+  return build_float(record, limit, out);
 }
 
 }  // namespace
@@ -93,7 +93,7 @@ int step(word* record, const word* limit, Objet* o) {
 int PULS_a(word* record, const word* limit) {
   word* item = find_item(record, KW_puls);
   const word* v = item && item_value(item) ? get_evaluation(item_value(item)) : nullptr;
-  if (v && tag(v) == T_FLOAT && value_length(v) >= 2) return set_result_float(record, limit, oscillator(v));
+  if (v && tag(v) == T_FLOAT && value_length(v) >= 2) return build_float(record, limit, oscillator(v));
   if (!v || tag(v) != T_CHAR || !text(v)[0]) {
     voir_mot(KW_puls);
     voir_message(0, MES_ILLEGAL);

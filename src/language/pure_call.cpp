@@ -97,7 +97,7 @@ Outcome item(const word*& p, const Frame& fr, float* r, int depth) {
       }
     return UNFIT;
   }
-  if (p[0] == C_NUMBER || p[0] == C_PI) {
+  if (p[0] == T_FLOAT || p[0] == C_PI) {
     *r = p[0] == C_PI ? 3.14159274f : wf(p[1]);
     p += 2;
     return DONE;

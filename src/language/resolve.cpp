@@ -11,6 +11,7 @@
 #include "kernel/keywords.h"
 #include "kernel/report.h"
 #include "kernel/vocab.h"
+#include "kernel/values.h"
 #include "language/code.h"
 #include "language/eval.h"
 #include "language/eval_internal.h"
@@ -74,7 +75,7 @@ static const word* variable_value(Objet* v) {
   if (!v->local) {
     v->local = alloue_bloc(4);
     if (!v->local) return nullptr;
-    put_nil(v->local);
+    build_nil(v->local);
   }
   return v->local;
 }
@@ -104,10 +105,7 @@ static int collect(const word* ref, word* dest) {
   if (tag(value) == T_FLOAT) {
     int per = brace ? 3 : 1;
     if (!room(dest, 4 + static_cast<long>(count) * per)) return -12;
-    dest[0] = 4 + count * per;
-    dest[1] = T_FLOAT;
-    dest[2] = count * per;
-    dest[3] = 1;
+    build_head(dest, 4 + count * per, T_FLOAT, count * per);
     for (int i = 0; i < count; i++)
       for (int k = 0; k < per; k++) dest[4 + i * per + k] = value[4 + idx[i] * per + k];
     return 0;
@@ -127,10 +125,7 @@ static int collect(const word* ref, word* dest) {
   }
   int words = static_cast<int>(n / 4 + 5);
   memset(out + n, 0, static_cast<size_t>(words - 4) * 4 - n);
-  dest[0] = words;
-  dest[1] = T_CHAR;
-  dest[2] = words - 4;
-  dest[3] = 1;
+  build_head(dest, words, T_CHAR, words - 4);
   return 0;
 }
 
@@ -160,10 +155,7 @@ int generer_segm(const word* value, word* dest) {
   }
   long count = static_cast<long>(steps) + 1;
   if (!room(dest, 4 + count)) return -12;
-  dest[0] = static_cast<word>(4 + count);
-  dest[1] = T_FLOAT;
-  dest[2] = static_cast<word>(count);
-  dest[3] = 1;
+  build_head(dest, static_cast<word>(4 + count), T_FLOAT, static_cast<word>(count));
   float x = a;
   for (long i = 0; i < count; i++, x += c) dest[4 + i] = fw(x);
   return 0;
@@ -260,11 +252,8 @@ static int index_value(word* at, const word* index, bool brace) {
     }
   }
   if (tag(v) == T_FLOAT) {
-    out[0] = 4 + count * per;
-    out[1] = T_FLOAT;
-    out[2] = count * per;
-    out[3] = 1;
-  } else if (!put_text(out, s.data(), s.size())) {
+    build_head(out, 4 + count * per, T_FLOAT, count * per);
+  } else if (build_text(out, eval_limit(), s.data(), s.size()) < 0) {
     return -12;
   }
   memmove(at, out, static_cast<size_t>(size(out)) * sizeof(word));

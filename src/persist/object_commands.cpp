@@ -128,7 +128,7 @@ int WRITE_b(word* s, const word* ob, word* st, const word* lim) {
     limite = &limit;
   }
   if (ecrit_objets(objets(item), file, limite) < 0) return -1;
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 int READ_b(word* s, const word* ob, word* st, const word* lim) {
@@ -149,7 +149,7 @@ int READ_b(word* s, const word* ob, word* st, const word* lim) {
   how.add = find_item(s, KW_add) != nullptr;
   const int count = lire_objets(bytes, how);
   if (count < 0) TRACE_FAIL("READ_OBJ_1()");
-  return set_result_float(s, lim, count < 0 ? -1.0f : count > 0 ? 1.0f : 0.0f);
+  return build_float(s, lim, count < 0 ? -1.0f : count > 0 ? 1.0f : 0.0f);
 }
 
 void install_object_commands() {

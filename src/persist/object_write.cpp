@@ -9,6 +9,7 @@
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
 #include "kernel/report.h"
+#include "kernel/values.h"
 #include "persist/object_file.h"
 #include "scene/volume.h"
 
@@ -64,10 +65,7 @@ void ecrit_nom(Words& out, const char* name) {
   const size_t size = len / 4 + 5;
   const size_t at = out.size();
   out.resize(at + size, 0);
-  out[at] = static_cast<word>(size);
-  out[at + 1] = T_CHAR;
-  out[at + 2] = 1;
-  out[at + 3] = 1;
+  build_head(out.data() + at, static_cast<word>(size), T_CHAR, 1);
   std::memcpy(out.data() + at + 4, name, len);
 }
 

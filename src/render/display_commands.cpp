@@ -23,7 +23,7 @@ int mot_displ(word* s, const word* ob, const word* lim, int kind) {
   if (!ob) {
     std::vector<float> words;
     for (Objet* o : objs) words.push_back(static_cast<float>(mot_displ(o)));
-    return words.empty() ? set_result_nil(s) : set_result_floats(s, lim, words);
+    return words.empty() ? build_nil(s) : build_floats(s, lim, words);
   }
   float n = 0;
   if (floats_of(ob, &n, 1) != 1) {
@@ -31,7 +31,7 @@ int mot_displ(word* s, const word* ob, const word* lim, int kind) {
     return -1;
   }
   for (Objet* o : objs) mot_displ(o) = static_cast<int>(n);
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 }  // namespace
@@ -47,7 +47,7 @@ int DISPL_b(word* s, const word* ob, word* st, const word* lim) {
   // `displ image(1,2)` draws those images now.
   if (has_word(s, KW_image)) {
     DISPLAY_IMAGE(arg_objects(s, KW_image));
-    return set_result_nil(s);
+    return build_nil(s);
   }
   if (DISPLAY_VOL(s) < 0) {
     TRACE_FAIL("DISPLAY_VOL()");
@@ -56,5 +56,5 @@ int DISPL_b(word* s, const word* ob, word* st, const word* lim) {
   picture_scene(s);
   // The visible images lie over the scene, as at each image.
   DISPLAY_IMAGE_VISIBLES();
-  return set_result_nil(s);
+  return build_nil(s);
 }

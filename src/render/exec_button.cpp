@@ -33,7 +33,7 @@ int affichage(word* s) {
 
 int DISPLAY_EXEC(word* s, const word* lim) {
   const char* label = value_text(arg_of(s, KW_exec));
-  if (Yes(KW_menu) <= 0 || !label) return set_result_nil(s);
+  if (Yes(KW_menu) <= 0 || !label) return build_nil(s);
   TextBox box;
   box.text = label;
   box.font = police(arg_of(s, KW_font));
@@ -60,10 +60,10 @@ int DISPLAY_EXEC(word* s, const word* lim) {
     repere_pixels(false);
     glFlush();
   }
-  if (!has_word(s, KW_mouse)) return set_result_nil(s);
+  if (!has_word(s, KW_mouse)) return build_nil(s);
   const float w = largeur_texte(box.font, label), h = hauteur_texte(box.font);
   const WindowState& ws = win();
   const bool inside = ws.mouse_x >= at[0] - 4 && ws.mouse_x <= at[0] + w + 4 && ws.mouse_y >= at[1] - h - 2 &&
                       ws.mouse_y <= at[1] + 6;
-  return set_result_float(s, lim, inside ? 1.0f : 0.0f);
+  return build_float(s, lim, inside ? 1.0f : 0.0f);
 }

@@ -85,7 +85,7 @@ int vers_vol_poi(word* s, int code) {
     if (!ecrit3(v, code, q)) return -1;
     CAL_VIEW(v, 1);
   }
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 }  // namespace
@@ -113,10 +113,7 @@ int SET_VIEW_WRITE(const word* sel, int n, const char* t) {
   v->work[0] = v->work[1] = n;
   const size_t len = std::strlen(t);
   std::vector<word> value(4 + (len + 4) / 4, 0);
-  value[0] = static_cast<word>(value.size());
-  value[1] = T_CHAR;
-  value[2] = static_cast<word>(len + 1);
-  value[3] = 1;
+  build_head(value.data(), static_cast<word>(value.size()), T_CHAR, static_cast<word>(len + 1));
   std::memcpy(value.data() + 4, t, len);
   return set_propr_1(v, KW_write, value.data()) ? 0 : -1;
 }
@@ -129,7 +126,7 @@ int SET_VIEW_b(word* s, const word* ob, word* st, const word* lim) {
   if (ob || !sel) return bloc_0(s, ob, st, lim);
   if (const char* t = value_text(arg_of(s, KW_write))) {
     if (SET_VIEW_WRITE(sel, arg_int(s, KW_dim, 2), t) < 0) return -1;
-    return set_result_nil(s);
+    return build_nil(s);
   }
   for (int i = 0; i < nb_selection(sel); i++) {
     int id = 0;
@@ -144,7 +141,7 @@ int SET_VIEW_b(word* s, const word* ob, word* st, const word* lim) {
     if (float d; arg_floats(s, KW_displ, &d, 1)) v->valid = entier(d);
     CAL_VIEW(v, 1);
   }
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 int AIM_EYE_b(word* s, const word* ob, word* st, const word* lim) {
@@ -166,23 +163,23 @@ int AIM_EYE_b(word* s, const word* ob, word* st, const word* lim) {
     if (n == 0) {
       float r[3] = {0, 0, 0};
       if (!objs.empty()) lit(objs[0], code, r, 3);
-      return set_result_floats(s, lim, {r[0], r[1], r[2]});
+      return build_floats(s, lim, {r[0], r[1], r[2]});
     }
     for (Objet* o : objs) {
       if (!ecrit3(o, code, f)) return -1;
       if (kind == KW_view) CAL_VIEW(o, 1);
       else SET_LIGHT_1(o, code == KW_eye ? KW_eye : 0, nullptr);
     }
-    return set_result_nil(s);
+    return build_nil(s);
   }
   vue_active();
   ViewState& vs = views();
   float* p = code == KW_eye ? vs.P_eye : code == KW_aim ? vs.P_aim : vs.P_axis;
   if (!p) return -1;
-  if (n == 0) return set_result_floats(s, lim, {p[0], p[1], p[2]});
+  if (n == 0) return build_floats(s, lim, {p[0], p[1], p[2]});
   for (int i = 0; i < 3; i++) p[i] = f[i];
   if (code == KW_eye) CAL_VIEW(nullptr, 1);
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 int FOC_ROLL_b(word* s, const word* ob, word* st, const word* lim) {
@@ -204,7 +201,7 @@ int FOC_ROLL_b(word* s, const word* ob, word* st, const word* lim) {
       return -1;
     }
   }
-  return set_result_float(s, lim, *p);
+  return build_float(s, lim, *p);
 }
 
 int PERS_b(word* s, const word* ob, word* st, const word* lim) {
@@ -216,7 +213,7 @@ int PERS_b(word* s, const word* ob, word* st, const word* lim) {
     if (floats_of(ob ? ob : arg_of(s, KW_normal), f, 9) == 9)
       for (int i = 0; i < 9; i++) vs.Param_ortho[i] = entier(f[i]);
     std::vector<float> out(vs.Param_ortho, vs.Param_ortho + 9);
-    return set_result_floats(s, lim, out);
+    return build_floats(s, lim, out);
   }
   if (has_word(s, KW_vol)) {
     std::vector<float> out;
@@ -239,20 +236,20 @@ int PERS_b(word* s, const word* ob, word* st, const word* lim) {
         out.insert(out.end(), r, r + 3);
       }
     }
-    return set_result_floats(s, lim, out);
+    return build_floats(s, lim, out);
   }
   const word* v = ob ? ob : command_argument(s);
   const int n = v ? elements(v) : 0;
-  if (n == 0) return set_result_float(s, lim, static_cast<float>(Yes(KW_pers)));
+  if (n == 0) return build_float(s, lim, static_cast<float>(Yes(KW_pers)));
   std::vector<float> f(static_cast<size_t>(n));
   floats_of(v, f.data(), n);
   if (n < 3) {
     if (set_sem(KW_pers, entier(f[0])) < 0) return -1;
-    return set_result_nil(s);
+    return build_nil(s);
   }
   std::vector<float> out(f.size(), 0.0f);
   for (int i = 0; i + 2 < n; i += 3) projette_point(&f[i], &out[i]);
-  return set_result_floats(s, lim, out);
+  return build_floats(s, lim, out);
 }
 
 int STEREO_b(word* s, const word* ob, word* st, const word* lim) {
@@ -299,7 +296,7 @@ int STEREO_b(word* s, const word* ob, word* st, const word* lim) {
     CAL_VIEW(v, 1);
   }
   set_sem(KW_view, 1);
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 int DEPTH_b(word* s, const word* ob, word* st, const word* lim) {

@@ -95,13 +95,13 @@ void console_step() {
   if (win().repaint && kernel().Mode_idle == 0) repaint_window();
   ConsoleState& con = console();
   if (!con.prompt_shown) {
-    print_prompt(0);
+    print_prompt(MES_PROMPT);
     con.prompt_shown = 1;
   }
   if (!in_wait_line(10)) return;
   con.nonblocking = 1;
   try {
-    lire_executer(1, 0, kernel().eval_stack, 0);
+    lire_executer(1, MES_PROMPT, kernel().eval_stack, 0);
   } catch (const Abandon&) {
   }
   con.nonblocking = 0;

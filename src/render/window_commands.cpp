@@ -107,7 +107,7 @@ int GRAPHIC_b(word* s, const word* ob, word* st, const word* lim) {
     float answer = 0;
     const int r = texte_graphique(t, &answer);
     if (r < 0) return r;
-    return r == 1 ? set_result_float(s, lim, answer) : set_result_nil(s);
+    return r == 1 ? build_float(s, lim, answer) : build_nil(s);
   }
   float f[4];
   const int n = floats_of(v, f, 4);
@@ -123,7 +123,7 @@ int GRAPHIC_b(word* s, const word* ob, word* st, const word* lim) {
   }
   init_ecran(2);
   init_param_ortho();
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 int WIN_b(word* s, const word* ob, word* st, const word* lim) {
@@ -152,7 +152,7 @@ int WIN_b(word* s, const word* ob, word* st, const word* lim) {
   if (!has_word(s, KW_dim) && !placed) {
     const std::vector<float> now = {static_cast<float>(w.Dimx), static_cast<float>(w.Dimy),
                                     static_cast<float>(w.Orx), static_cast<float>(w.Ory)};
-    return set_result_floats(s, lim, now);
+    return build_floats(s, lim, now);
   }
   w.Dimx = entier(d[0]);
   w.Dimy = entier(d[1]);
@@ -161,7 +161,7 @@ int WIN_b(word* s, const word* ob, word* st, const word* lim) {
   w.Ory = entier(p[1]) + w.Dimy_ecran / 2;
   init_ecran(2);
   init_param_ortho();
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 int BACK_b(word* s, const word* ob, word* st, const word* lim) {
@@ -179,7 +179,7 @@ int BACK_b(word* s, const word* ob, word* st, const word* lim) {
     glClearColor(b[0], b[1], b[2], 1);
     glFlush();
   }
-  return set_result_floats(s, lim, {b[0], b[1], b[2]});
+  return build_floats(s, lim, {b[0], b[1], b[2]});
 }
 
 int SCREEN_b(word* s, const word* ob, word* st, const word* lim) {
@@ -202,7 +202,7 @@ int SCREEN_b(word* s, const word* ob, word* st, const word* lim) {
     picture_cleared(c);
   }
   (void)lim;
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 bool zbuffer_alloue(int n) {
@@ -226,7 +226,7 @@ int ZBUF_b(word* s, const word* ob, word* st, const word* lim) {
   (void)st;
   WindowState& w = win();
   float f = 0;
-  if (floats_of(ob ? ob : arg_of(s, KW_zbuf), &f, 1) == 0) return set_result_float(s, lim, static_cast<float>(w.zbuf_mode));
+  if (floats_of(ob ? ob : arg_of(s, KW_zbuf), &f, 1) == 0) return build_float(s, lim, static_cast<float>(w.zbuf_mode));
   const int n = entier(f);
   if (n < 0) {
     voir_int("%d ", n);
@@ -238,5 +238,5 @@ int ZBUF_b(word* s, const word* ob, word* st, const word* lim) {
   else if (n == 1) voir_texte("zbuffer 16 bits\n");
   else if (n == 2) voir_texte("zbuffer 32 bits\n");
   else voir_int("zbuffer = %d shorts\n", n);
-  return set_result_nil(s);
+  return build_nil(s);
 }

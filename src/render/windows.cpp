@@ -85,14 +85,14 @@ int SOUS_FENETRE(word* s, const word* lim, const char* name) {
       voir_message(0, MES_UNKNOWN);
       return -1;
     }
-    if (!gl_on()) return set_result_nil(s);
+    if (!gl_on()) return build_nil(s);
     if (focus_asked) focus(o);
     if (below_asked) {
       glutSetWindow(o->work[WW_NUMBER]);
       glutPushWindow();
       glutSetWindow(objet_fenetre_principale()->work[WW_FOCUS]);
     }
-    return set_result_nil(s);
+    return build_nil(s);
   }
   float d[2] = {o ? static_cast<float>(o->work[WW_W]) : ws.Dimx / 2.0f,
                 o ? static_cast<float>(o->work[WW_H]) : ws.Dimy / 2.0f};
@@ -102,7 +102,7 @@ int SOUS_FENETRE(word* s, const word* lim, const char* name) {
   if (o && !sized && !placed) {
     const std::vector<float> now = {static_cast<float>(o->work[WW_W]), static_cast<float>(o->work[WW_H]),
                                     static_cast<float>(o->work[WW_X]), static_cast<float>(o->work[WW_Y])};
-    return set_result_floats(s, lim, now);
+    return build_floats(s, lim, now);
   }
   // The X server takes sides of 1 to 32767 pixels.
   if (!(d[0] >= 1 && d[1] >= 1 && d[0] <= 32767 && d[1] <= 32767)) return usage();
@@ -113,7 +113,7 @@ int SOUS_FENETRE(word* s, const word* lim, const char* name) {
     if (!o) return -1;
   }
   note_taille(o, w, h, x, y);
-  if (!gl_on()) return set_result_nil(s);
+  if (!gl_on()) return build_nil(s);
   Objet* main = objet_fenetre_principale();
   if (!o->work[WW_NUMBER]) {
     cree(o);
@@ -123,7 +123,7 @@ int SOUS_FENETRE(word* s, const word* lim, const char* name) {
     glutReshapeWindow(w, h);
   }
   glutSetWindow(main ? main->work[WW_FOCUS] : ws.window);
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 void fenetres_refaites() {

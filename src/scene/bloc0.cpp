@@ -72,19 +72,16 @@ int propriete_objet(Objet* o, const Cles& k, const word* ob, word* st, const wor
 }  // namespace
 
 int resultat(word* s, const word* v, const word* lim) {
-  if (!v) return set_result_nil(s);
+  if (!v) return build_nil(s);
   return set_result(s, v, lim);
 }
 
 int bloc_0(word* s, const word* ob, word* st, const word* lim) {
-  if (st && val_nil(st, lim) < 0) {
-    err_dim_ev("bloc_0()");
-    return -12;
-  }
+  if (st && build_nil(st, lim) < 0) return -12;
   if (item_count(s) == 1 && first_item(s)[2] == KW_matrix) return MATRIX_a(s, lim);
   Selection sel;
   if (lire_selection(s, sel, mot_objet) != WalkEnd::Objects || item_count(s) < 2)
-    return ob ? 0 : set_result_nil(s);
+    return ob ? 0 : build_nil(s);
   Pret<int> codes(scene().cles);
   const Cles k = cles_de(s, sel, codes.v);
   const int r = pour_chaque_objet(sel, [&](Objet* o) { return propriete_objet(o, k, ob, st, lim, s); });

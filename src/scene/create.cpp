@@ -42,7 +42,7 @@ int cree(word* s) {
       return -1;
     }
   }
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 }  // namespace

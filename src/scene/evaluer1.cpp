@@ -138,7 +138,7 @@ int valeur_transparence(word* s, const word* ob, const word* lim) {
   const word* v = ob ? ob : item_value(first_item(s));
   if (!illum || count < 5) return bloc_0(s, ob, s + s[0], lim);
   if (v && tag(v) == T_FLOAT && np(v) > 0) illum[4] = getf(v, 0);
-  return ob ? 0 : set_result_float(s, lim, illum[4]);
+  return ob ? 0 : build_float(s, lim, illum[4]);
 }
 
 // The words whose dispatch depends on the command's shape.
@@ -148,9 +148,9 @@ int special(word* s, int code, const word* ob, word* st, const word* lim, bool* 
   switch (code) {
     case KW_aba:
       if (!stacked_object()) abandon_state();
-      return set_result_nil(s);
+      return build_nil(s);
     case KW_help:
-      return set_result_nil(s);  // the interaction help is off
+      return build_nil(s);  // the interaction help is off
     case KW_sort:
       if (n < 2) return SORT_a(s, lim);
       break;
@@ -229,7 +229,7 @@ int evaluer_1(word* s, const word* ob, word* st, const word* lim) {
     if (r < 0) TRACE_FAIL("EVALUER_1()");
     return r;
   }
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 // The first free word above the command, and above the right side of an

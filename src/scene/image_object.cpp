@@ -7,6 +7,7 @@
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
+#include "kernel/values.h"
 #include "scene/lookup.h"
 
 namespace {
@@ -53,9 +54,7 @@ bloc bloc_image(int nx, int ny, int nz) {
   }
   bloc b = alloue_bloc(static_cast<int>(4 + n));
   if (!b) return nullptr;
-  b[1] = T_IMAGE;
-  b[2] = static_cast<word>(n);
-  b[3] = 4;
+  build_head(b, b[0], T_IMAGE, static_cast<word>(n), 4);
   std::memset(b + 4, 0, static_cast<size_t>(n) * 4);
   return b;
 }

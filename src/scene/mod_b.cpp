@@ -213,13 +213,13 @@ int MOD_b(word* s, const word* ob, word* st, const word* lim) {
     voir_texte("transf(par)obj(id)\a\n");
     return -1;
   }
-  if (!facteurs_souris(s, c.t.factor)) return set_result_nil(s);
+  if (!facteurs_souris(s, c.t.factor)) return build_nil(s);
   for (Objet* o : c.objets)
     if (transforme(o, c) < 0) {
       TRACE_FAIL("MOD_b()");
       return -1;
     }
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 // `alea` alone reads the seed of the table, `alea(n)` sets it.
@@ -230,5 +230,5 @@ int ALEA_b(word* s, const word* ob, word* st, const word* lim) {
   const int size = random_table_size();
   if (!v.empty()) graine_alea() = size > 0 ? ((entier(v[0]) % size) + size) % size : 0;
   if (ob) return 0;
-  return set_result_float(s, lim, static_cast<float>(graine_alea()));
+  return build_float(s, lim, static_cast<float>(graine_alea()));
 }

@@ -22,6 +22,7 @@
 #include "scene/selection.h"
 #include "scene/user_types.h"
 #include "scene/volume.h"
+#include "language/eval.h"
 
 namespace {
 
@@ -96,7 +97,7 @@ int duplique_sommets(word* s, const Selection& sel, Objet* source) {
     if (!set_propr_1(o, KW_poi, poi)) return -1;
     invalide_caches(o);
   }
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 /* Clean-up */
@@ -137,7 +138,7 @@ int lit_noms(word* s, const std::vector<Objet*>& objets) {
   std::string names;
   for (Objet* o : objets)
     if (o->name) names += (names.empty() ? "" : " ") + std::string(o->name);
-  return set_result_text(s, names);
+  return build_text_or_nil(s, eval_limit(), names);
 }
 
 int lit_types(word* s, const std::vector<Objet*>& objets) {
@@ -147,7 +148,7 @@ int lit_types(word* s, const std::vector<Objet*>& objets) {
     if (!n && o->user_type > 0 && o->user_type < NB_CODES) n = vocab().name[o->user_type];
     if (n) names += (names.empty() ? "" : " ") + std::string(n);
   }
-  return set_result_text(s, names);
+  return build_text_or_nil(s, eval_limit(), names);
 }
 
 int renomme(Objet* o, const char* name) {
@@ -191,7 +192,7 @@ int DUP_b(word* s, const word* ob, word* st, const word* lim) {
       TRACE_FAIL("DUP_b()");
       return -1;
     }
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 bloc DUP_BLOC(Objet* o, const word* value, int code) {
@@ -205,11 +206,11 @@ int CLEAN_b(word* s, const word* ob, word* st, const word* lim) {
   (void)lim;
   if (objet_item(s, mot_objet_rem)) {
     for (Objet* o : objets_de(s, mot_objet_rem)) clean_obj(o);
-    return set_result_nil(s);
+    return build_nil(s);
   }
   // The generic chain: objects that hold nothing go.
   for (Objet* o = chaine_generique()->next; o;) o = o->local ? o->next : rem_objet(o);
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 int INI_b(word* s, const word* ob, word* st, const word* lim) {
@@ -221,7 +222,7 @@ int INI_b(word* s, const word* ob, word* st, const word* lim) {
     rem_tous(chaine_classe(item[2]), item[2], 0);
     kinds = true;
   }
-  return kinds ? set_result_nil(s) : bloc_0(s, ob, st, lim);
+  return kinds ? build_nil(s) : bloc_0(s, ob, st, lim);
 }
 
 int NUM_b(word* s, const word* ob, word* st, const word* lim) {
@@ -232,7 +233,7 @@ int NUM_b(word* s, const word* ob, word* st, const word* lim) {
     if (names) return lit_noms(s, objets);
     std::vector<float> ids;
     for (Objet* o : objets) ids.push_back(static_cast<float>(o->id));
-    return ids.empty() ? set_result_nil(s) : set_result_floats(s, lim, ids);
+    return ids.empty() ? build_nil(s) : build_floats(s, lim, ids);
   }
   if (names) {
     if (tag(ob) != T_CHAR) {
@@ -279,7 +280,7 @@ int TYPE_b(word* s, const word* ob, word* st, const word* lim) {
   }
   const int t = type_utilisateur_cree(text(value));
   for (Objet* o : objets) o->user_type = t;
-  return ob ? 0 : set_result_nil(s);
+  return ob ? 0 : build_nil(s);
 }
 
 // `list vol` prints each volume; `LIST vol(1)` and `status vol(1)` also
@@ -302,7 +303,7 @@ int LIST_b(word* s, const word* ob, word* st, const word* lim) {
     for (int i = 0; i < o->local[2]; i++)
       if (const word* p = handle_bloc(o->local[4 + i])) voir_propriete(p);
   }
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 int b_status(word* s, const word* ob, word* st, const word* lim) { return LIST_b(s, ob, st, lim); }
@@ -320,5 +321,5 @@ int PRINT_b(word* s, const word* ob, word* st, const word* lim) {
   int r = evaluer_1(s, ob, s + s[0], lim);
   if (r < 0) return r;
   if (print_value(s) < 0) return -1;
-  return set_result_nil(s);
+  return build_nil(s);
 }

@@ -85,5 +85,5 @@ int cree_volumes(word* s, int subkind, const Construction& c, std::initializer_l
       if (!skip && ajou_propriete_simple(o, item) < 0) return -1;
     }
   }
-  return set_result_nil(s);
+  return build_nil(s);
 }

@@ -45,7 +45,7 @@ Cible cible(word* s, bool (*objects)(int)) {
 int propriete_cles(word* s, word* st, const word* lim, const word* ob, const std::vector<int>& keys,
                    bool (*objects)(int)) {
   const Cible c = cible(s, objects);
-  if (val_nil(st, lim) < 0) return -12;
+  if (build_nil(st, lim) < 0) return -12;
   const int n = static_cast<int>(keys.size());
   for (int i = 0, count = nb_selection(c.selector); i < count; i++) {
     Objet* o = get_objet_simple(c.head, c.selector, i);
@@ -61,7 +61,7 @@ int propriete_cles(word* s, word* st, const word* lim, const word* ob, const std
         continue;
       }
       if (tag(st) != T_FLOAT) {
-        st[0] = 4, st[1] = T_FLOAT, st[2] = 0, st[3] = std::max(dimp(v), 1);
+        build_head(st, 4, T_FLOAT, 0, std::max(dimp(v), 1));
       }
       if (val_append(st, lim, v) < 0) return -12;
       continue;
@@ -112,7 +112,7 @@ int set_get_val_com(word* s, const word* lim, const word* ob) {
     for (int i = 0; i < count; i++) values[i] = i < k ? getf(v, i) : 0.0f;
   }
   if (ob) return 0;
-  return val_floats(s, lim, count, values) < 0 ? (err_dim_ev(nullptr), -12) : 0;
+  return build_floats(s, lim, count, values);
 }
 
 int COM1_COM2_OBJ(word* s, word* st, const word* lim, const word* ob, int code1, int code2) {
@@ -125,13 +125,13 @@ int SET_GET_BLOC(word* s, word* st, const word* lim, const word* ob) {
 
 int SIMPLE_PROPERTY_OBJ(word* s, word* st, const word* lim, const word* ob) {
   std::vector<int> keys = mots_cles(s, brush_ou_vol, 2);
-  if (keys.empty()) return set_result_nil(s);
+  if (keys.empty()) return build_nil(s);
   return propriete_cles(s, st, lim, ob, keys, brush_ou_vol);
 }
 
 int PROPR_OBJ(word* s, word* st, const word* lim, const word* ob) {
   if (find_item(s, KW_brush)) return bloc_0(s, ob, st, lim);
   std::vector<int> keys = mots_cles(s, image_seule, 3);
-  if (keys.empty()) return set_result_nil(s);
+  if (keys.empty()) return build_nil(s);
   return propriete_cles(s, st, lim, ob, keys, image_seule);
 }

@@ -272,10 +272,7 @@ int cree_propriete_vide(Objet* o, const Cles& k) {
   p[0] = 2 * n + 8;
   propr_key_k(p, n, k.codes.data());
   bloc v = propr_val(p);
-  v[0] = 4;
-  v[1] = T_FLOAT;
-  v[2] = 0;
-  v[3] = 1;
+  build_head(v, 4, T_FLOAT, 0);
   return 4 + o->local[2] - 1;
 }
 
@@ -300,10 +297,10 @@ namespace {
 int ajoute_texte(word* st, const word* lim, const word* v) {
   if (tag(st) != T_CHAR) {
     if (np(st) > 0 && tag(st) != T_NIL) return 0;
-    return val_char(st, lim, text(v));
+    return build_text(st, lim, text(v));
   }
   std::string joined = std::string(text(st)) + " " + text(v);
-  return val_char(st, lim, joined.c_str());
+  return build_text(st, lim, joined.data(), joined.size());
 }
 
 bool numerique(const word* v) {
@@ -313,10 +310,7 @@ bool numerique(const word* v) {
 // The result becomes a FLOAT of points of width d, unless it holds points.
 void debut_flottants(word* st, int d) {
   if (tag(st) == T_FLOAT && np(st) > 0) return;
-  st[0] = 4;
-  st[1] = T_FLOAT;
-  st[2] = 0;
-  st[3] = std::max(d, 1);
+  build_head(st, 4, T_FLOAT, 0, std::max(d, 1));
 }
 
 int largeur(const word* v) {

@@ -50,9 +50,9 @@ void rem_selection(const Selection& sel) {
 int REM_OBJECT(word* s) {
   Selection sel;
   WalkEnd w = lire_selection(s, sel, mot_objet_rem);
-  if (w == WalkEnd::Quiet) return set_result_nil(s);
+  if (w == WalkEnd::Quiet) return build_nil(s);
   if (sel.user_type == 0 && arg_of(s, KW_type))
-    return set_result_nil(s);  // an unknown type removes nothing
+    return build_nil(s);  // an unknown type removes nothing
   int kind = sel.object_code;
   if (!kind) {
     // An object word without parameters names its whole chain.
@@ -68,13 +68,13 @@ int REM_OBJECT(word* s) {
     rem_tous(chaine_classe(kind), kind, sel.user_type);
   else
     rem_selection(sel);
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 // The keys of `rem col vol(1)`: every word but `rem` and the object word.
 int rem_propriete_objets(word* s, int code) {
   Selection sel;
-  if (lire_selection(s, sel, mot_objet) != WalkEnd::Objects) return set_result_nil(s);
+  if (lire_selection(s, sel, mot_objet) != WalkEnd::Objects) return build_nil(s);
   std::vector<int> keys;
   word* item = first_item(s);
   for (int i = 0; i < item_count(s); i++, item = next_item(item)) {
@@ -82,11 +82,11 @@ int rem_propriete_objets(word* s, int code) {
     if (mot_objet(item[2]) && item_value(item)) continue;
     keys.push_back(item[2]);
   }
-  if (keys.empty()) return set_result_nil(s);
+  if (keys.empty()) return build_nil(s);
   pour_chaque_objet(sel, [&](Objet* o) {
     if (o->local && tag(o->local) == T_PROPRIETES) rem_propr_k(o, static_cast<int>(keys.size()), keys.data());
   });
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 }  // namespace

@@ -151,7 +151,7 @@ int par_parties(word* s, const FormeCG& forme, const std::vector<Objet*>& objets
       return -1;
     }
   }
-  return resultat_floats(s, lim, out, 3);
+  return build_floats_or_nil(s, lim, out, 3);
 }
 
 // The brightness-weighted centre of the pixels of each image.
@@ -174,7 +174,7 @@ int cg_images(word* s, const std::vector<Objet*>& objets, const word* lim) {
     if (m.poids == 0) m.s[0] = (nx - 1) / 2.0, m.s[1] = (n / std::max(nx, 1) - 1) / 2.0, m.poids = 1;
     m.vers(out);
   }
-  return resultat_floats(s, lim, out, 3);
+  return build_floats_or_nil(s, lim, out, 3);
 }
 
 ModeCG mode_de(word* s) {
@@ -195,6 +195,6 @@ int CG_b(word* s, const word* ob, word* st, const word* lim) {
   for (const FormeCG& f : FORMES)
     if (find_item(s, f.code)) return par_parties(s, f, objets, lim);
   float c[3];
-  if (!CG_VOL(objets, mode_de(s), c)) return set_result_nil(s);
-  return resultat_floats(s, lim, {c[0], c[1], c[2]}, 3);
+  if (!CG_VOL(objets, mode_de(s), c)) return build_nil(s);
+  return build_floats_or_nil(s, lim, {c[0], c[1], c[2]}, 3);
 }

@@ -10,11 +10,7 @@ bool objets_commande(word* s, Selection& sel, std::vector<Objet*>& objets, const
   if (lire_selection(s, sel, mot_objet) == WalkEnd::Objects)
     for (Objet* o : objets_selection(sel))
       if (o) objets.push_back(o);
-  if (objets.empty() && !ob) set_result_nil(s);
+  if (objets.empty() && !ob) build_nil(s);
   return !objets.empty();
 }
 
-int resultat_floats(word* s, const word* lim, const std::vector<float>& f, int dimp) {
-  if (f.empty()) return set_result_nil(s);
-  return set_result_floats(s, lim, f, dimp);
-}

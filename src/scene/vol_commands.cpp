@@ -79,7 +79,7 @@ int resultat_lignes(word* s, const word* lim, const std::vector<std::vector<floa
     f.insert(f.end(), r.begin(), r.end());
     f.insert(f.end(), d - r.size(), 0.0f);
   }
-  return resultat_floats(s, lim, f, static_cast<int>(d));
+  return build_floats_or_nil(s, lim, f, static_cast<int>(d));
 }
 
 // `poi vol(id)` answers with the vertices the animation sees.
@@ -151,7 +151,7 @@ int LIMIT_b(word* s, const word* ob, word* st, const word* lim) {
     err_vide("LIMIT_b()", objets[0]);
     return -1;
   }
-  return resultat_floats(s, lim, std::vector<float>(box, box + 6), 3);
+  return build_floats_or_nil(s, lim, std::vector<float>(box, box + 6), 3);
 }
 
 int RADIUS_b(word* s, const word* ob, word* st, const word* lim) {
@@ -171,7 +171,7 @@ int RADIUS_b(word* s, const word* ob, word* st, const word* lim) {
     }
     r.push_back(x);
   }
-  return resultat_floats(s, lim, r, 1);
+  return build_floats_or_nil(s, lim, r, 1);
 }
 
 namespace {
@@ -216,5 +216,5 @@ int GENERATE_b(word* s, const word* ob, word* st, const word* lim) {
       TRACE_FAIL("GENERATE_b()");
       return -1;
     }
-  return set_result_nil(s);
+  return build_nil(s);
 }

@@ -30,5 +30,3 @@ int LOCALE_b(word* s, const word* ob, word* st, const word* lim);
 // command is an assignment (`ob`), whose record stays as it is.
 bool objets_commande(word* s, Selection& sel, std::vector<Objet*>& objets, const word* ob = nullptr);
 // The parameter value of the word `code` in the command, or null.
-// A result of floats, `dimp` to a point; NIL when empty.
-int resultat_floats(word* s, const word* lim, const std::vector<float>& f, int dimp);

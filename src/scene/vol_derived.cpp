@@ -7,6 +7,7 @@
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
+#include "kernel/values.h"
 #include "scene/vol_generate.h"
 #include "scene/volume.h"
 
@@ -91,10 +92,7 @@ bloc stocke_derive(Objet* o, int n, const int* keys, const word* value) {
 
 bloc stocke_floats(Objet* o, int n, const int* keys, const std::vector<float>& f, int dimp) {
   std::vector<word> v(4 + f.size());
-  v[0] = static_cast<word>(v.size());
-  v[1] = T_FLOAT;
-  v[2] = dimp > 0 ? static_cast<word>(f.size()) / dimp : 0;
-  v[3] = dimp;
+  build_head(v.data(), static_cast<word>(v.size()), T_FLOAT, dimp > 0 ? static_cast<word>(f.size()) / dimp : 0, dimp);
   for (size_t i = 0; i < f.size(); i++) v[4 + i] = fw(f[i]);
   return stocke_derive(o, n, keys, v.data());
 }

@@ -23,10 +23,7 @@ namespace {
 int remplace_sommets(Objet* o, const std::vector<float>& f) {
   const size_t n = (f.size() + 2) / 3;
   std::vector<word> v(4 + 3 * n, 0);
-  v[0] = static_cast<word>(v.size());
-  v[1] = T_FLOAT;
-  v[2] = static_cast<word>(n);
-  v[3] = 3;
+  build_head(v.data(), static_cast<word>(v.size()), T_FLOAT, static_cast<word>(n), 3);
   for (size_t i = 0; i < f.size(); i++) v[4 + i] = fw(f[i]);
   return set_propr_1(o, KW_poi, v.data()) ? 0 : -1;
 }

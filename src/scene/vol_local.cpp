@@ -96,7 +96,7 @@ std::string noms(Objet* o) {
 
 // Reading: the names, or the text of one function.
 int lecture(word* s, Objet* o, const word* v, const word* lim) {
-  if (!v) return set_result_text(s, noms(o));
+  if (!v) return build_text_or_nil(s, lim, noms(o));
   Objet* f = nullptr;
   if (const char* t = value_text(v)) {
     if (!(f = locale_nommee(o, t))) return non_trouve(t);
@@ -216,7 +216,7 @@ int REM_LOCALE(word* s) {
     int i = 1;  // the others keep their order, numbered again from 1
     for (Objet* g = o->child->next; g; g = g->next) objet_numero(g, i++);
   }
-  return set_result_nil(s);
+  return build_nil(s);
 }
 
 int LOCALE_b(word* s, const word* ob, word* st, const word* lim) {
@@ -243,6 +243,6 @@ int LOCALE_b(word* s, const word* ob, word* st, const word* lim) {
     }
   }
   if (ob) return 0;
-  if (definit || lance) return set_result_nil(s);
+  if (definit || lance) return build_nil(s);
   return lecture(s, objets[0], v, lim);
 }

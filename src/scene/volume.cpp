@@ -10,6 +10,7 @@
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
+#include "kernel/values.h"
 #include "scene/lookup.h"
 
 bloc poi_vol(const Objet* o) {
@@ -30,9 +31,7 @@ float* get_matrix_vol(Objet* o) {
       TRACE_FAIL("get_matrix_vol()");
       return nullptr;
     }
-    o->code[1] = T_FLOAT;
-    o->code[2] = TRANSF_SIZE;
-    o->code[3] = 1;
+    build_head(o->code, o->code[0], T_FLOAT, TRANSF_SIZE);
     float* t = reinterpret_cast<float*>(o->code + 4);
     std::fill(t, t + TRANSF_SIZE, 0.0f);
     t[TR_DILA] = t[TR_DILA + 1] = t[TR_DILA + 2] = 1.0f;
@@ -82,10 +81,7 @@ bloc cache_vol(Objet* o, int n, const int* keys, int np, int dimp, bool* valid) 
   q[0] = size;
   q[1] = 0;  // to be computed
   bloc v = propr_val(q);
-  v[0] = 4 + np * dimp;
-  v[1] = T_FLOAT;
-  v[2] = np;
-  v[3] = dimp;
+  build_head(v, 4 + np * dimp, T_FLOAT, np, dimp);
   std::fill(v + 4, v + v[0], 0);
   if (p) {
     o->local[slot] = bloc_handle(q);

@@ -32,11 +32,11 @@ TEST_F(AccessElement, GetIndGivesNumbersAndNames) {
   EXPECT_EQ(get_ind(f, 1, &n, name, 16), 0);
   EXPECT_EQ(n, -2);
   word c[8];
-  val_char(c, nullptr, "ab cd ef");
+  build_text(c, nullptr, "ab cd ef");
   EXPECT_EQ(get_ind(c, 2, &n, name, 16), 1);
   EXPECT_STREQ(name, "ef");
   word h[4 + 5 + 6] = {15, T_HYBRIDE, 2, 1, 5, T_FLOAT, 1, 1, fw(7)};
-  val_char(h + 9, nullptr, "vol a");
+  build_text(h + 9, nullptr, "vol a");
   EXPECT_EQ(get_ind(h, 0, &n, name, 16), 0);
   EXPECT_EQ(n, 7);
   EXPECT_EQ(get_ind(h, 1, &n, name, 16), 1);
@@ -53,7 +53,7 @@ TEST_F(AccessElement, OutOfRangeAndOtherKindsAreReported) {
   EXPECT_EQ(get_ind(f, -1, &n, name, 16), -1);
   expect_report("-1: ", "ILLEGAL INDEX");
   word c[8];
-  val_char(c, nullptr, "ab cd");
+  build_text(c, nullptr, "ab cd");
   EXPECT_EQ(get_ind(c, 2, &n, name, 16), -1);
   expect_report("2: ", "ILLEGAL INDEX");
   word l[5] = {5, T_LONG, 1, 1, 4};
@@ -119,7 +119,7 @@ TEST_F(AccessPoint, ValPointMakesAOnePointValue) {
 
 TEST_F(AccessConcat, PointsAreAppendedAsFloats) {
   word st[32];
-  val_0(st, nullptr);
+  build_floats(st, nullptr, 0, nullptr);
   word l[6] = {6, T_LONG, 2, 1, 3, -4};
   ASSERT_EQ(val_concat_point(st, st + 32, l, 2), 0);
   word h[4 + 6 + 5] = {15, T_HYBRIDE, 2, 1, 6, T_FLOAT, 2, 1, fw(1), fw(2), 5, T_LONG, 1, 1, 7};
@@ -138,7 +138,7 @@ TEST_F(AccessConcat, PointsAreAppendedAsFloats) {
 TEST_F(AccessConcat, LimitFailureWritesNothing) {
   word st[8];
   std::fill(st, st + 8, 0x33);
-  val_1(st, nullptr, 5);
+  build_float(st, nullptr, 5);
   word f[7] = {7, T_FLOAT, 3, 1, fw(1), fw(2), fw(3)};
   EXPECT_EQ(val_concat_point(st, st + 8, f, 1), 0);
   word big[7] = {7, T_FLOAT, 1, 3, fw(1), fw(2), fw(3)};
@@ -152,9 +152,9 @@ TEST_F(AccessConcat, LimitFailureWritesNothing) {
 
 TEST_F(AccessConcat, EgalValComparesStringsOnly) {
   word a[8], b[8], c[8];
-  val_char(a, nullptr, "vol");
-  val_char(b, nullptr, "vol");
-  val_char(c, nullptr, "vox");
+  build_text(a, nullptr, "vol");
+  build_text(b, nullptr, "vol");
+  build_text(c, nullptr, "vox");
   EXPECT_EQ(egal_val(a, b), 1);
   EXPECT_EQ(egal_val(a, c), 0);
   word f[5] = {5, T_FLOAT, 1, 1, fw(1)};

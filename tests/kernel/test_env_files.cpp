@@ -65,7 +65,7 @@ const std::string ENV_DIR = std::string(ORVELA_SOURCE_DIR) + "/env/";
 class EnvFiles : public ::testing::Test {
  protected:
   void SetUp() override {
-    kernel() = KernelState();
+    kernel_reset();
     vocab_reset();
     std::string out;
     out_capture(&out);

@@ -27,7 +27,7 @@ TEST(ValueCounts, ElementsAreNpTimesDimpWithinTheBloc) {
 
 TEST(ValueCounts, TextBytesStopAtTheNulOrTheBlocEnd) {
   word c[8];
-  val_char(c, nullptr, "abc def");
+  build_text(c, nullptr, "abc def");
   EXPECT_EQ(text_bytes(c), 7);
   word full[6] = {6, T_CHAR, 2, 1};
   std::memset(full + 4, 'x', 8);  // no NUL: the bloc's end stops the count
@@ -39,7 +39,7 @@ TEST(ValueCounts, ValueLengthAsksTheRightQuestionByKind) {
   word f[7] = {7, T_FLOAT, 3, 1};
   word l[6] = {6, T_LONG, 2, 1, 5, 6};
   word c[8];
-  val_char(c, nullptr, "hello");
+  build_text(c, nullptr, "hello");
   word h[4 + 5 + 5] = {14, T_HYBRIDE, 2, 1, 5, T_FLOAT, 1, 1, fw(7), 5, T_FLOAT, 1, 1, fw(8)};
   word nil[4] = {4, T_NIL, 0, 0};
   EXPECT_EQ(value_length(f), 3);

@@ -9,12 +9,12 @@ class Options : public ::testing::Test {
  protected:
   void SetUp() override {
     minimal_kernel();
-    kernel() = KernelState{};
+    kernel_reset();
     kernel().etat_console = 1;
     screen() = ScreenState{};
   }
   void TearDown() override {
-    kernel() = KernelState{};
+    kernel_reset();
     screen() = ScreenState{};
     minimal_kernel();
   }

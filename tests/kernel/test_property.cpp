@@ -10,12 +10,12 @@ class PropertySet : public BlocFixture {};
 class PropertyRemove : public BlocFixture {};
 class PropertyGrow : public BlocFixture {};
 
-// A property of the given keys holding val_1(x), appended.
+// A property of the given keys holding build_float(x), appended.
 static bloc ajoute(Objet* o, std::initializer_list<int> keys, float x) {
   const int n = static_cast<int>(keys.size());
   bloc p = ajoute_propriete(o, 2 * n + 4 + 5);
   propr_key_k(p, n, keys.begin());
-  val_1(propr_val(p), nullptr, x);
+  build_float(propr_val(p), nullptr, x);
   return p;
 }
 
@@ -35,7 +35,7 @@ TEST_F(PropertyList, EachAdditionGrowsTheListByOneSlotKeepingOrder) {
   EXPECT_EQ(handle_bloc(o->local[4]), p1);
   EXPECT_EQ(handle_bloc(o->local[5]), p2);
   EXPECT_EQ(bloc_state().live_blocks, live0 + 3);  // the old lists went
-  for (bloc p : {p1, p2}) propr_key_1(p, KW_col), val_1(propr_val(p), nullptr, 1);
+  for (bloc p : {p1, p2}) propr_key_1(p, KW_col), build_float(propr_val(p), nullptr, 1);
   rem_objet(o);
   expect_all_released();
 }

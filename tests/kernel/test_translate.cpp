@@ -40,7 +40,7 @@ class Translate : public ::testing::Test {
   fs::path dir;
 
   void SetUp() override {
-    kernel() = KernelState();
+    kernel_reset();
     vocab_reset();
     captured([] { env_minimal(); });
     kernel().etat_console = 1;

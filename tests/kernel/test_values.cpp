@@ -1,6 +1,8 @@
-// Value constructors under a limit, and the two families of segment
+// The value builders under a limit, and the two families of segment
 // builders.
 #include <cstring>
+#include <functional>
+#include <vector>
 
 #include "bloc_fixture.h"
 #include "kernel/values.h"
@@ -8,78 +10,103 @@
 class ValueCtor : public BlocFixture {};
 class ValueSeg : public BlocFixture {};
 
-TEST_F(ValueCtor, FloatConstructorsWriteSizeNpDimpAndData) {
+TEST_F(ValueCtor, FloatBuildersWriteSizeNpDimpAndData) {
   word v[16];
-  ASSERT_EQ(val_0(v, nullptr), 0);
-  EXPECT_EQ(v[0], 4);
-  EXPECT_EQ(v[1], T_FLOAT);
-  EXPECT_EQ(v[2], 0);
-  EXPECT_EQ(v[3], 1);
-  const float f[] = {1.5f, -2, 3, 4, 5, 6};
-  using Ctor = int (*)(bloc);
-  const Ctor ctors[] = {
-      [](bloc p) { return val_1(p, nullptr, 1.5f); },
-      [](bloc p) { return val_2(p, nullptr, 1.5f, -2); },
-      [](bloc p) { return val_3(p, nullptr, 1.5f, -2, 3); },
-      [](bloc p) { return val_4(p, nullptr, 1.5f, -2, 3, 4); },
-      [](bloc p) { return val_5(p, nullptr, 1.5f, -2, 3, 4, 5); },
-      [](bloc p) { return val_6(p, nullptr, 1.5f, -2, 3, 4, 5, 6); },
-  };
-  for (int n = 1; n <= 6; n++) {
-    SCOPED_TRACE(n);
-    ASSERT_EQ(ctors[n - 1](v), 0);
-    EXPECT_EQ(v[0], 4 + n);
+  ASSERT_EQ(build_floats(v, nullptr, 0, nullptr), 0);
+  const word empty[] = {4, T_FLOAT, 0, 1};
+  EXPECT_TRUE(std::equal(empty, empty + 4, v));
+  ASSERT_EQ(build_float(v, v + 5, -2.5f), 0);
+  const word one[] = {5, T_FLOAT, 1, 1, fw(-2.5f)};
+  EXPECT_TRUE(std::equal(one, one + 5, v));
+  // Six floats as two points of three, from an array and from a vector.
+  const std::vector<float> f = {1.5f, -2, 3, 4, 5, 6};
+  for (int from_vector = 0; from_vector < 2; from_vector++) {
+    SCOPED_TRACE(from_vector);
+    std::fill(v, v + 16, 0x5555);
+    ASSERT_EQ(from_vector ? build_floats(v, v + 10, f, 3) : build_floats(v, v + 10, 6, f.data(), 3), 0);
+    EXPECT_EQ(v[0], 10);
     EXPECT_EQ(v[1], T_FLOAT);
-    EXPECT_EQ(v[2], n);
-    EXPECT_EQ(v[3], 1);
-    for (int i = 0; i < n; i++) EXPECT_EQ(F(v, i), f[i]);
+    EXPECT_EQ(v[2], 2);
+    EXPECT_EQ(v[3], 3);
+    for (int i = 0; i < 6; i++) EXPECT_EQ(F(v, i), f[i]);
+    EXPECT_EQ(v[10], 0x5555);
   }
-}
-
-TEST_F(ValueCtor, PastTheLimitOnlyTheSizeWordChanges) {
-  word v[8];
-  std::fill(v, v + 8, 0x5555);
-  EXPECT_EQ(val_3(v, v + 6, 1, 2, 3), -12);
-  EXPECT_EQ(v[0], 7);
-  for (int i = 1; i < 8; i++) EXPECT_EQ(v[i], 0x5555) << i;
-  EXPECT_EQ(val_3(v, v + 7, 1, 2, 3), 0);  // exactly fits
-  EXPECT_EQ(F(v, 2), 3.0f);
-  std::fill(v, v + 8, 0x5555);
-  EXPECT_EQ(val_char(v, v + 5, "abcdefgh"), -12);
-  EXPECT_EQ(v[0], 7);
-  EXPECT_EQ(v[1], 0x5555);
-}
-
-TEST_F(ValueCtor, NilAndCharMakers) {
-  word v[8] = {};
-  EXPECT_EQ(val_nil(nullptr, nullptr), 0);
-  EXPECT_EQ(val_nil(v, v + 3), -1);
-  EXPECT_EQ(v[0], 0);
-  EXPECT_EQ(val_nil(v, v + 4), 0);
-  EXPECT_EQ(v[0], 4);
+  // Zeros for the caller to fill; an empty vector can stand for NIL.
+  std::fill(v, v + 16, 0x5555);
+  ASSERT_EQ(build_zeros(v, v + 8, 4, 2), v);
+  const word zeros[] = {8, T_FLOAT, 2, 2, 0, 0, 0, 0};
+  EXPECT_TRUE(std::equal(zeros, zeros + 8, v));
+  ASSERT_EQ(build_floats_or_nil(v, v + 4, {}), 0);
   EXPECT_EQ(v[1], T_NIL);
-  EXPECT_EQ(v[2], 0);
-  EXPECT_EQ(v[3], 1);
+  ASSERT_EQ(build_floats_or_nil(v, v + 5, {7}), 0);
+  EXPECT_EQ(v[1], T_FLOAT);
+  EXPECT_EQ(F(v, 0), 7.0f);
+}
+
+// Every builder past its limit: nothing written, message 12, -12.
+TEST_F(ValueCtor, PastTheLimitNothingIsWrittenAndTwelveIsReported) {
+  word v[8];
+  const std::vector<float> three = {1, 2, 3};
+  const std::function<int(word*)> builders[] = {
+      [](word* p) { return build_nil(p, p + 3); },
+      [](word* p) { return build_float(p, p + 4, 1); },
+      [&](word* p) { return build_floats(p, p + 6, 3, three.data()); },
+      [&](word* p) { return build_floats(p, p + 6, three); },
+      [&](word* p) { return build_floats_or_nil(p, p + 6, three); },
+      [](word* p) { return build_floats_or_nil(p, p + 3, {}); },
+      [](word* p) { return build_zeros(p, p + 6, 3) ? 0 : -12; },
+      [](word* p) { return build_text(p, p + 5, "abcd"); },
+      [](word* p) { return build_text(p, p + 6, "abcdefgh", 8); },
+      [](word* p) { return build_text_or_nil(p, p + 5, "abcd"); },
+      [](word* p) { return build_text_or_nil(p, p + 3, ""); },
+  };
+  int i = 0;
+  for (const auto& build : builders) {
+    SCOPED_TRACE(i++);
+    std::fill(v, v + 8, 0x5555);
+    said();
+    EXPECT_EQ(build(v), -12);
+    EXPECT_NE(said().find("OVERFLOW"), std::string::npos);
+    for (int k = 0; k < 8; k++) EXPECT_EQ(v[k], 0x5555) << k;
+  }
+  EXPECT_EQ(build_floats(v, v + 7, 3, three.data()), 0);  // exactly fits
+  EXPECT_EQ(F(v, 2), 3.0f);
+  EXPECT_EQ(said(), "");
+}
+
+TEST_F(ValueCtor, NilAndTextBuilders) {
+  word v[8] = {};
+  EXPECT_EQ(build_nil(v, v + 4), 0);
+  const word nil[] = {4, T_NIL, 0, 1};
+  EXPECT_TRUE(std::equal(nil, nil + 4, v));
+  ASSERT_EQ(build_text_or_nil(v, v + 8, ""), 0);
+  EXPECT_EQ(v[1], T_NIL);
   struct Case { const char* s; int np; } cases[] = {{"", 1}, {"abc", 1}, {"abcd", 2}, {"a b c", 2}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.s);
-    word w[8];
-    std::fill(w, w + 8, -1);
-    ASSERT_EQ(val_char(w, w + 8, c.s), 0);
-    EXPECT_EQ(w[1], T_CHAR);
-    EXPECT_EQ(w[2], c.np);
-    EXPECT_EQ(w[0], 4 + c.np);
-    EXPECT_STREQ(text(w), c.s);
-    const char* last = reinterpret_cast<const char*>(w + w[0]) - 1;
-    EXPECT_EQ(*last, '\0');  // padded with zeros to the word
+    for (int counted = 0; counted < 2; counted++) {
+      word w[8];
+      std::fill(w, w + 8, -1);
+      ASSERT_EQ(counted ? build_text(w, w + 8, c.s, std::strlen(c.s)) : build_text(w, w + 8, c.s), 0);
+      EXPECT_EQ(w[1], T_CHAR);
+      EXPECT_EQ(w[2], c.np);
+      EXPECT_EQ(w[0], 4 + c.np);
+      EXPECT_STREQ(text(w), c.s);
+      const char* last = reinterpret_cast<const char*>(w + w[0]) - 1;
+      EXPECT_EQ(*last, '\0');  // padded with zeros to the word
+    }
   }
+  // A counted text may hold what a NUL-ended one cannot: only len bytes go in.
+  word w[8];
+  ASSERT_EQ(build_text(w, w + 8, "abcdef", 3), 0);
+  EXPECT_STREQ(text(w), "abc");
 }
 
 TEST_F(ValueCtor, RecountIsTheBlankCountPlusOne) {
   word w[8];
   struct Case { const char* s; int np; } cases[] = {{"abc", 1}, {"a b", 2}, {"a  b", 3}, {"vol1 vol2 x", 3}};
   for (const Case& c : cases) {
-    val_char(w, nullptr, c.s);
+    build_text(w, nullptr, c.s);
     recompte_char(w);
     EXPECT_EQ(w[2], c.np) << c.s;
   }
@@ -108,7 +135,7 @@ TEST_F(ValueSeg, CharSegmentCountsBytesUnlikeTheStringMaker) {
   EXPECT_EQ(v[2], 5);
   EXPECT_STREQ(text(v), "a b c");
   word w[8];
-  val_char(w, nullptr, "a b c");
+  build_text(w, nullptr, "a b c");
   EXPECT_EQ(w[0], v[0]);
   EXPECT_EQ(w[2], 2);
 }

@@ -30,7 +30,7 @@ std::vector<float> values(int code) {
 class VocabEnv : public ::testing::Test {
  protected:
   void SetUp() override {
-    kernel() = KernelState();
+    kernel_reset();
     vocab_reset();
     captured([] { env_minimal(); });
     kernel().etat_console = 1;
@@ -63,7 +63,7 @@ TEST_F(VocabEnv, NamedMessagesAreTheirTexts) {
 class VocabTable : public ::testing::Test {
  protected:
   void SetUp() override {
-    kernel() = KernelState();
+    kernel_reset();
     vocab_reset();
   }
 };

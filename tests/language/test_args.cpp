@@ -34,7 +34,7 @@ TEST(Args, NumbersOfEveryKindByOneRule) {
   word f[6] = {6, T_FLOAT, 2, 1, fw(1.5f), fw(2.5f)};
   word l[6] = {6, T_LONG, 2, 1, 7, -8};
   word c[6];
-  val_char(c, nullptr, "12");
+  build_text(c, nullptr, "12");
   EXPECT_EQ(floats_of(f), (std::vector<float>{1.5f, 2.5f}));
   EXPECT_EQ(floats_of(l), (std::vector<float>{7, -8}));
   EXPECT_TRUE(floats_of(c).empty());

@@ -5,6 +5,7 @@
 #include "compile_fixture.h"
 #include "kernel/kernel.h"
 #include "kernel/work_areas.h"
+#include "kernel/values.h"
 #include "language/eval.h"
 #include "language/eval_internal.h"
 #include "language/pure_call.h"
@@ -22,7 +23,7 @@ int quick(Objet* f, std::initializer_list<float> values, float* r) {
   word args[40];
   word* at = args;
   for (float v : values) {
-    put_float(at, v);
+    build_float(at, nullptr, v);
     at += 5;
   }
   return pure_call(f, args, static_cast<int>(values.size()), r);
@@ -72,7 +73,7 @@ TEST_F(PureCall, MissingOrNonScalarArgumentsAreNotTried) {
   EXPECT_EQ(r, 12.0f);
   EXPECT_EQ(quick(two, {1}, &r), 0);  // b would be NIL
   word nil[4];
-  put_nil(nil);
+  build_nil(nil);
   EXPECT_EQ(pure_call(two, nil, 1, &r), 0);
 }
 

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "kernel/bloc.h"
+#include "kernel/kernel.h"
 #include "kernel/object_store.h"
 #include "kernel/property.h"
 #include "scene/lookup.h"
@@ -116,6 +117,26 @@ TEST_F(ObjectStore, ListOfRecordsFollowsTheChain) {
   EXPECT_EQ(one("number object(55)"), 55.0f);
   Objet* last = make(55, "new");
   EXPECT_NE(get_objet_id(head(), KW_object, 55), last) << "the older record is found first";
+}
+
+// The chain heads belong to the kernel's state: putting its settings back
+// keeps them, with their records and their lists, where they were.
+TEST_F(ObjectStore, KernelResetKeepsTheChainsAndTheirRecords) {
+  Objet* const chain = head();
+  Objet* seven = make(7, "kept");
+  const KernelSettings saved = kernel();  // the fixture's areas and options
+  kernel().Dim_ev = KernelSettings().Dim_ev + 1;
+  kernel_reset();
+  EXPECT_EQ(kernel().Dim_ev, KernelSettings().Dim_ev) << "the settings are put back";
+  static_cast<KernelSettings&>(kernel()) = saved;
+  EXPECT_EQ(head(), chain);
+  EXPECT_EQ(get_objet_id(head(), KW_object, 7), seven);
+  EXPECT_EQ(get_objet_nom(head(), "kept"), seven);
+  Objet* eight = make(8, nullptr);
+  EXPECT_EQ(seven->next, eight) << "creation still links at the head's tail";
+  rem_objet(seven);
+  EXPECT_EQ(get_objet_id(head(), KW_object, 7), nullptr);
+  EXPECT_EQ(get_objet_id(head(), KW_object, 8), eight);
 }
 
 TEST_F(ObjectStore, CleanSweepsEmptyGenericObjectsOnly) {

@@ -59,7 +59,7 @@ int COLLISION_NEAR(word* s, const word* lim) {
   Objet* v[2];
   Absolus a, b;
   if (!paire(s, v)) return -1;
-  if (!absolus(v[0], a) || !absolus(v[1], b)) return set_result_nil(s);
+  if (!absolus(v[0], a) || !absolus(v[1], b)) return build_nil(s);
   float best = -1, p[3], q[3];
   int bi = 0, bj = 0;
   for (int i = 0; i < a.n; i++) {
@@ -70,7 +70,7 @@ int COLLISION_NEAR(word* s, const word* lim) {
       if (best < 0 || d2 < best) best = d2, bi = i + 1, bj = j + 1;
     }
   }
-  return set_result_floats(s, lim, {std::sqrt(best), static_cast<float>(bi), static_cast<float>(bj)});
+  return build_floats(s, lim, {std::sqrt(best), static_cast<float>(bi), static_cast<float>(bj)});
 }
 
 // `collision vol(a) vol(b)`: the test of `collision vol` on the pair:
@@ -84,7 +84,7 @@ int COLLISION_VOL_VOL(word* s, const word* lim) {
   const float* b = get_matrix_vol(v[1]);
   if (!a || !b) return -1;
   const float D = std::sqrt(mat::distance2(a + TR_TRAN, b + TR_TRAN));
-  return set_result_floats(s, lim, {D < r ? 1.0f : 0.0f, D, r});
+  return build_floats(s, lim, {D < r ? 1.0f : 0.0f, D, r});
 }
 
 // What the command writes beside a path: `collision -poi` with `collision

@@ -61,7 +61,7 @@ bool pour_les_objets(word* s, const word* ob, F&& f) {
   if (lire_selection(s, sel, mot_objet) == WalkEnd::Objects &&
       pour_chaque_objet(sel, [&](Objet* o) { return any = true, f(o); }) < 0)
     return false;
-  if (!any && !ob) set_result_nil(s);
+  if (!any && !ob) build_nil(s);
   return any;
 }
 
@@ -113,7 +113,7 @@ int rangees_sommets(word* s, const word* ob, const word* lim, int code, int w, c
   });
   if (r < 0) return r;
   if (!any || ob) return 0;
-  return lu.empty() ? set_result_nil(s) : set_result_floats(s, lim, lu, w);
+  return lu.empty() ? build_nil(s) : build_floats(s, lim, lu, w);
 }
 
 int MASS_VERTEX(word* s, const word* ob, const word* lim) {
@@ -192,12 +192,14 @@ int delie(Objet* b) {
 int lie(Objet* a, Objet* b) {
   if (a == b) return 0;
   if (static_cast<int>(value_at(get_val_1(b->local, KW_lead), 0, 0)) != a->id && delie(b) < 0) return -1;
-  word v[5] = {5, T_FLOAT, 1, 1, fw(static_cast<float>(a->id))};
+  word v[5];
+  build_float(v, nullptr, static_cast<float>(a->id));
   if (!set_propr_1(b, KW_lead, v)) return -1;
   const word* f = get_val_1(a->local, KW_follow);
   for (int i = 0; i < elements(f); i++)
     if (static_cast<int>(value_at(f, i, 0)) == b->id) return 0;
-  word w[5] = {5, T_FLOAT, 1, 1, fw(static_cast<float>(b->id))};
+  word w[5];
+  build_float(w, nullptr, static_cast<float>(b->id));
   const int keys[] = {KW_follow};
   return grow_val(a, 1, keys, w);
 }
@@ -220,7 +222,7 @@ int LEAD_FOLLOW(word* s, const word* ob, word* st, const word* lim) {
       if (!a) return -1;
       for (int i = 0; i < elements(a); i++) lu.push_back(value_at(a, i, 0));
     }
-    return set_result_floats(s, lim, lu, 3);
+    return build_floats(s, lim, lu, 3);
   }
   if (!ob || item_count(s) != 2) return bloc_0(s, ob, st, lim);
   Selection sel;

@@ -52,7 +52,7 @@ int valeur_des_objets(word* s, const word* ob, const word* lim, int code, int ab
     else if (!defaut(o, &v)) return manque_propriete(o, absent);
     lu.push_back(v);
   }
-  return ob ? 0 : set_result_floats(s, lim, lu, 1);
+  return ob ? 0 : build_floats(s, lim, lu, 1);
 }
 
 int DYNAMIC_TYPE(word* s, const word* ob, const word* lim) {
@@ -70,7 +70,7 @@ int DYNAMIC_TYPE(word* s, const word* ob, const word* lim) {
 
 int DYNAMIC_MOUSE(word* s, const word* lim) {
   const DynState& d = dynamique();
-  return set_result_floats(s, lim, std::vector<float>(d.souris, d.souris + 6), 2);
+  return build_floats(s, lim, std::vector<float>(d.souris, d.souris + 6), 2);
 }
 
 // `dynamic` with a second word; alone it is the keyword's value (read in

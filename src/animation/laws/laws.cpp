@@ -25,7 +25,7 @@ namespace {
 int valeurs_loi(word* s, const word* lim, int code, const word* v) {
   std::vector<float> r;
   for (float t : floats_of(v)) r.push_back(loi(code, t));
-  return set_result_floats(s, lim, r);
+  return build_floats(s, lim, r);
 }
 
 // The origin of a volume along its curve: `law CG`, made from where it
@@ -64,7 +64,7 @@ int LAW_CG(word* s, const word* ids, const word* lim) {
     }
     r.insert(r.end(), T + TR_TRAN, T + TR_TRAN + 3);
   }
-  return set_result_floats(s, lim, r, 3);
+  return build_floats(s, lim, r, 3);
 }
 
 // `law line(x1,y1, ...) poi(x...)`.
@@ -77,7 +77,7 @@ int LAW_LINE(word* s, const word* lim) {
   }
   std::vector<float> r;
   for (float v : x) r.push_back(read_law(line.data(), static_cast<int>(line.size() / 2), 2, v));
-  return set_result_floats(s, lim, r);
+  return build_floats(s, lim, r);
 }
 
 bool loi_de_gradation(int code) { return code == KW_acc || code == KW_dec || code == KW_pend; }

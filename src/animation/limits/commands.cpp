@@ -85,7 +85,7 @@ int LIMIT_DIST(word* s, const word* ob, word* st, const word* lim) {
       err_vide("LIMIT_DIST()", objets[0]);
       return -1;
     }
-    return set_result_floats(s, lim, {b[3] - b[0], b[4] - b[1], b[5] - b[2]}, 3);
+    return build_floats(s, lim, {b[3] - b[0], b[4] - b[1], b[5] - b[2]}, 3);
   }
   if (ob) {
     const std::vector<int> k = mots_dist(s);
@@ -101,7 +101,7 @@ int LIMIT_LINE(word* s, const word* lim) {
   const int dim = std::max(arg_int(s, KW_inside, 2), 1);
   const int n = static_cast<int>(p.size()) / dim;
   if (n < 1) return usage("line(x1,y1, ...)");
-  return set_result_floats(s, lim, boite(p.data(), n, dim, std::min(dim, 3)), std::min(dim, 3));
+  return build_floats(s, lim, boite(p.data(), n, dim, std::min(dim, 3)), std::min(dim, 3));
 }
 
 // `limit image(id)`: 0, 0, then its width and height.
@@ -110,8 +110,8 @@ int limite_image(word* s, const word* lim) {
   std::vector<Objet*> objets;
   if (!objets_commande(s, sel, objets)) return 0;
   int nx = 0, ny = 0;
-  if (!GET_DIM_IMAGE(objets[0], &nx, &ny)) return set_result_nil(s);
-  return set_result_floats(s, lim, {0, 0, static_cast<float>(nx), static_cast<float>(ny)}, 2);
+  if (!GET_DIM_IMAGE(objets[0], &nx, &ny)) return build_nil(s);
+  return build_floats(s, lim, {0, 0, static_cast<float>(nx), static_cast<float>(ny)}, 2);
 }
 
 // `limit poi vol(id)`: the box of the stored vertices, in the volume's
@@ -140,8 +140,8 @@ int LIMIT_COM(word* s, const word* lim, int code) {
     const int numero = code == KW_secx ? i / len + 1 : code == KW_secy ? i % len + 1 : i + 1;
     if (choisis.empty() || std::find(choisis.begin(), choisis.end(), numero) != choisis.end()) prend(i);
   }
-  if (pts.empty()) return set_result_nil(s);
-  return set_result_floats(s, lim, boite(pts.data(), static_cast<int>(pts.size()) / 3, 3, 3), 3);
+  if (pts.empty()) return build_nil(s);
+  return build_floats(s, lim, boite(pts.data(), static_cast<int>(pts.size()) / 3, 3, 3), 3);
 }
 
 // The paths the stages read as plain arrays: written whole, as given.

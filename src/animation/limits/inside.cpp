@@ -65,5 +65,5 @@ int INSIDE_b(word* s, const word* ob, word* st, const word* lim) {
   const int r = dim == 3 ? INSIDE_POI_LINE_3D(line.data(), n, poi.data(), close)
                          : INSIDE_LINE(line.data(), n, dim, poi.data(), close);
   if (has_word(s, KW_debug)) voir_int("inside = %d\n", r);
-  return set_result_floats(s, lim, {static_cast<float>(r)});
+  return build_floats(s, lim, {static_cast<float>(r)});
 }

@@ -208,7 +208,7 @@ int TRAJ_b(word* s, const word* ob, word* st, const word* lim) {
   const word* sel = item_value(first);
   if (!sel) {
     // `traj` alone does nothing visible; `traj vol(1)` is the property.
-    if (item_count(s) == 1 && !ob) return set_result_nil(s);
+    if (item_count(s) == 1 && !ob) return build_nil(s);
     return bloc_0(s, ob, st, lim);
   }
   Creation c;
@@ -242,6 +242,6 @@ int TRAJ_b(word* s, const word* ob, word* st, const word* lim) {
       TRACE_FAIL("TRAJ_b()");
       return -1;
     }
-  if (c.kind1) return set_result_nil(s);
+  if (c.kind1) return build_nil(s);
   return PROPR_TRAJ(s, ob, trajs.front(), lim);
 }

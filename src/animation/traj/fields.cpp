@@ -58,7 +58,7 @@ int attache_si(word* s, Objet* t, F&& keep) {
       }
       if (contient(get_val_n(o->local, n, codes), t->id)) continue;
       word added[5];
-      val_1(added, nullptr, static_cast<float>(t->id));
+      build_float(added, nullptr, static_cast<float>(t->id));
       if (grow_val(o, n, codes, added) < 0) return -1;
       o->unsaved = 1;
     }
@@ -70,7 +70,7 @@ int attache_si(word* s, Objet* t, F&& keep) {
 // has no value.
 int propriete(Objet* t, int code, const word* v) {
   word one[5];
-  if (!v) val_1(one, nullptr, 1.0f), v = one;
+  if (!v) build_float(one, nullptr, 1.0f), v = one;
   return set_propr_1(t, code, v) ? 0 : -1;
 }
 
@@ -107,16 +107,16 @@ int lit_champ(word* s, word* item, Objet* t, const word* lim) {
   const int code = item[2];
   bloc table = table_traj(t);
   switch (code) {
-    case KW_NP: return set_result_float(s, lim, static_cast<float>(ni(t)));
-    case KW_period: return set_result_float(s, lim, static_cast<float>(period(t)));
-    case KW_animate: return set_result_floats(s, lim, {static_cast<float>(ni(t)), static_cast<float>(order(t))});
-    case KW_dim: return set_result_float(s, lim, table ? static_cast<float>(std::max(dimp(table), 1)) : 0.0f);
+    case KW_NP: return build_float(s, lim, static_cast<float>(ni(t)));
+    case KW_period: return build_float(s, lim, static_cast<float>(period(t)));
+    case KW_animate: return build_floats(s, lim, {static_cast<float>(ni(t)), static_cast<float>(order(t))});
+    case KW_dim: return build_float(s, lim, table ? static_cast<float>(std::max(dimp(table), 1)) : 0.0f);
     case KW_var:
-      if (!table) return set_result_nil(s);
+      if (!table) return build_nil(s);
       return set_result(s, table, lim);
     case KW_edit:
       montre_table(t);
-      return set_result_nil(s);
+      return build_nil(s);
     case KW_abs: {
       const int k = entier(value_at(item_value(item), 0, 1));  // from 1
       if (!table || k < 1 || k > np(table)) {
@@ -127,11 +127,11 @@ int lit_champ(word* s, word* item, Objet* t, const word* lim) {
       const int d = std::max(dimp(table), 1);
       std::vector<float> f(reinterpret_cast<const float*>(table + 4) + row * d,
                            reinterpret_cast<const float*>(table + 4) + (row + 1) * d);
-      return set_result_floats(s, lim, f);
+      return build_floats(s, lim, f);
     }
     default: {
       const word* v = get_val_1(t->local, code);
-      return v ? set_result(s, v, lim) : set_result_nil(s);
+      return v ? set_result(s, v, lim) : build_nil(s);
     }
   }
 }
@@ -241,5 +241,5 @@ int PROPR_TRAJ(word* s, const word* ob, Objet* t, const word* lim) {
   }
   if (wrote) t->unsaved = 1;
   if (read) return lit_champ(s, read, t, lim);
-  return set_result_nil(s);
+  return build_nil(s);
 }
