@@ -12,6 +12,7 @@
 #include "kernel/report.h"
 #include "language/args.h"
 #include "language/cmd_util.h"
+#include "render/image_display.h"
 #include "scene/graphic.h"
 #include "scene/image_object.h"
 #include "scene/lookup.h"
@@ -104,14 +105,46 @@ int LIMIT_LINE(word* s, const word* lim) {
   return set_result_floats(s, lim, boite(p.data(), n, dim, std::min(dim, 3)), std::min(dim, 3));
 }
 
-// `limit image(id)`: 0, 0, then its width and height.
+// `limit image(id)`: the box it is drawn in on the window, left, bottom,
+// right, top in pixels from the bottom left corner.
 int limite_image(word* s, const word* lim) {
   Selection sel;
   std::vector<Objet*> objets;
   if (!objets_commande(s, sel, objets)) return 0;
-  int nx = 0, ny = 0;
-  if (!GET_DIM_IMAGE(objets[0], &nx, &ny)) return set_result_nil(s);
-  return set_result_floats(s, lim, {0, 0, static_cast<float>(nx), static_cast<float>(ny)}, 2);
+  float b[4];
+  if (!image_placement(objets[0], b)) return set_result_nil(s);
+  return set_result_floats(s, lim, {b[0], b[1], b[2], b[3]}, 2);
+}
+
+// `limit light(ids)`, `limit view(ids)`: the box of the places of their
+// eyes, min then max (objects with no eye yet take no part);
+// `limit fog(ids)`: the least start and the greatest end of their fogs
+// (`fog zbuf`: r,g,b,start,end; 1000 and 2000 when not given);
+// `limit menu(id)`: a menu is a pop-up with no place of its own on the
+// window, so the empty block. A kind with no object of the number, or
+// not built, reads as a missing object does elsewhere: the empty block.
+int limite_objets(word* s, const word* lim, int kind) {
+  Selection sel;
+  std::vector<Objet*> objets;
+  if (!objets_commande(s, sel, objets)) return 0;
+  if (kind == KW_fog) {
+    float debut = 0, fin = 0;
+    for (size_t i = 0; i < objets.size(); i++) {
+      float f[5] = {0, 0, 0, 1000.0f, 2000.0f};
+      floats_of(get_val_2(objets[i]->local, KW_fog, KW_zbuf), f, 5);
+      debut = i == 0 ? f[3] : std::min(debut, f[3]);
+      fin = i == 0 ? f[4] : std::max(fin, f[4]);
+    }
+    return set_result_floats(s, lim, {debut, fin}, 2);
+  }
+  if (kind != KW_light && kind != KW_view) return set_result_nil(s);
+  std::vector<float> eyes;
+  for (Objet* o : objets) {
+    float e[3];
+    if (floats_of(get_val_1(o->local, KW_eye), e, 3) == 3) eyes.insert(eyes.end(), e, e + 3);
+  }
+  if (eyes.empty()) return set_result_nil(s);
+  return set_result_floats(s, lim, boite(eyes.data(), static_cast<int>(eyes.size()) / 3, 3, 3), 3);
 }
 
 // `limit poi vol(id)`: the box of the stored vertices, in the volume's
@@ -168,7 +201,12 @@ int LIMIT_b2(word* s, const word* ob, word* st, const word* lim) {
     case KW_secy:
     case KW_vertex:
       return ob || item_count(s) != 3 ? bloc_0(s, ob, st, lim) : LIMIT_COM(s, lim, k == KW_poi ? 0 : k);
-    default: return bloc_0(s, ob, st, lim);  // menu, light, view, fog, genetic and every other word
+    case KW_light:
+    case KW_view:
+    case KW_fog:
+    case KW_menu:
+    case KW_genetic: return ob || item_count(s) != 2 ? bloc_0(s, ob, st, lim) : limite_objets(s, lim, k);
+    default: return bloc_0(s, ob, st, lim);
   }
 }
 
