@@ -170,3 +170,20 @@ TEST_F(CollisionScene, RowAndColumnBoundsPushNeighboursApartAlongTheLattice) {
   ASSERT_EQ(EXEC_LIMIT_DYNAMIC(KW_vol), 0);
   EXPECT_EQ(floats("add force vertex vol(5)"), std::vector<float>(18, 0.0f));
 }
+
+TEST_F(CollisionScene, BoxesOfSingleVerticesHoldOnlyThoseVertices) {
+  ok("cube(1)");
+  // Vertex 2 stands at (100,100,-100): its box -10..10 brings it to
+  // (10,10,-10); vertex 1, given no box, and vertex 3, past the table, stay.
+  ok("limit tran vertex(2) vol(1)=-10,-10,-10,10,10,10");
+  EXPECT_EQ(floats("limit tran vertex(2) vol(1)"), (std::vector<float>{-10, -10, -10, 10, 10, 10}));
+  ASSERT_EQ(EXEC_LIMIT_2(vol(1)), 0);
+  EXPECT_EQ(floats("poi(1,2,3) vol(1)"), (std::vector<float>{-100, 100, -100, 10, 10, -10, 100, 100, 100}));
+  // vertex(0) gives every vertex the box: the cube shrinks to it.
+  ok("limit tran vertex(0) vol(1)=0,0,0,5,5,5");
+  ASSERT_EQ(EXEC_LIMIT_2(vol(1)), 0);
+  EXPECT_EQ(floats("poi(1,7) vol(1)"), (std::vector<float>{0, 5, 0, 5, 0, 5}));
+  // Fewer than six values: refused, the boxes kept.
+  EXPECT_NE(run("limit tran vertex(3) vol(1)=1").status, 0);
+  EXPECT_EQ(floats("limit tran vertex(3) vol(1)"), (std::vector<float>{0, 0, 0, 5, 5, 5}));
+}

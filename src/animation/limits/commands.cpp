@@ -2,9 +2,11 @@
 // lattice read; the paths of limits written as properties, their values
 // checked first.
 #include <algorithm>
+#include <cfloat>
 #include <vector>
 
 #include "animation/cycle.h"
+#include "animation/dynamics/dyn_props.h"
 #include "animation/limits/limits.h"
 #include "animation/whole_property.h"
 #include "kernel/keywords.h"
@@ -184,8 +186,62 @@ const std::vector<int> ENTIERES[] = {
     {KW_limit, KW_dist, KW_vertex},
 };
 
+const int TRAN_VERTEX[] = {KW_limit, KW_tran, KW_vertex};
+
+// `limit tran vertex(k...) vol(id)=x1,y1,z1,x2,y2,z2`: the box of vertices
+// k (vertex(0): every vertex) in the table of a box a vertex, grown as
+// needed; a vertex given no box takes one of the largest floats, which
+// holds nothing. Without a value: the boxes of vertices k, rows of 6.
+int tran_vertex_numeros(word* s, const word* ob, const word* lim, const word* params) {
+  Selection sel;
+  std::vector<Objet*> objets;
+  if (!objets_commande(s, sel, objets, ob)) return 0;
+  std::vector<int> ks = numeros(params);
+  const bool tous = std::find(ks.begin(), ks.end(), 0) != ks.end();
+  if (!ob) {
+    Objet* o = objets[0];
+    const word* l = get_val_k(o->local, 3, TRAN_VERTEX);
+    const std::vector<float> v = floats_of(l);
+    const int n = static_cast<int>(v.size()) / 6;
+    std::vector<float> r;
+    for (int i = 0; i < n; i++)
+      if (tous || std::find(ks.begin(), ks.end(), i + 1) != ks.end()) r.insert(r.end(), &v[i * 6], &v[i * 6] + 6);
+    return resultat_floats(s, lim, r, 6);
+  }
+  if (elements(ob) < 6) return usage("tran vertex(k) vol(id)=x1,y1,z1,x2,y2,z2");
+  float b[6];
+  floats_of(ob, b, 6);
+  for (Objet* o : objets) {
+    std::vector<float> v = floats_of(get_val_k(o->local, 3, TRAN_VERTEX));
+    v.resize(v.size() / 6 * 6);
+    std::vector<int> cibles = ks;
+    if (tous) {
+      cibles.clear();
+      for (int i = 1; i <= det_np(o); i++) cibles.push_back(i);
+    }
+    for (int k : cibles) {
+      if (k < 1) continue;
+      const size_t fin = static_cast<size_t>(k) * 6;
+      while (v.size() < fin)
+        for (int c = 0; c < 6; c++) v.push_back(c < 3 ? -FLT_MAX : FLT_MAX);
+      std::copy(b, b + 6, v.begin() + static_cast<long>(fin - 6));
+    }
+    const int n = static_cast<int>(v.size()) / 6;
+    if (rem_propr_k(o, 3, TRAN_VERTEX) < 0) return -1;
+    float* f = n ? flottants(set_matrix_k(o, 3, TRAN_VERTEX, n, 6), n * 6) : nullptr;
+    if (n && !f) {
+      TRACE_FAIL("LIMIT_b()");
+      return -1;
+    }
+    std::copy(v.begin(), v.end(), f);
+  }
+  return 0;
+}
+
 int LIMIT_b2(word* s, const word* ob, word* st, const word* lim) {
   const std::vector<int> chemin = chemin_commande(s);
+  if (const word* k = arg_of(s, KW_vertex); k && elements(k) > 0 && chemin == std::vector<int>(TRAN_VERTEX, TRAN_VERTEX + 3))
+    return tran_vertex_numeros(s, ob, lim, k);
   for (const std::vector<int>& e : ENTIERES)
     if (chemin == e) return propriete_entiere(s, ob, lim, chemin);
   const int k = deuxieme(s);

@@ -22,7 +22,9 @@
 //                                        the speed bounces on its walls by
 //                                        the restitution of `collision coe`
 //   limit tran poi (box)                 each vertex within the box
-//   limit tran vertex (a box a vertex)   each vertex within its own box
+//   limit tran vertex (a box a vertex)   each vertex within its own box;
+//                                        `limit tran vertex(k...)` writes
+//                                        or reads the boxes of vertices k
 //   limit tran poi force (box, k)        k times the way back to the box
 //                                        added to `force vertex`
 //   limit ball (x,y,z,r)                 each vertex within r of the point
