@@ -135,17 +135,11 @@ TEST_F(CollisionScene, SpeedOfEachVertexIsBoundByOneValueForAllOrOneEach) {
   ok("limit speed vertex(3) vol(1)=5");
   ok("limit speed vertex(4) vol(1)=-1");
   ASSERT_EQ(EXEC_LIMIT_DYNAMIC(KW_vol), 0);
-  const std::vector<float> v = floats("speed vertex vol(1)");
-  const std::vector<float> want = {0.6f, 0.8f, 0, 0, 0, 1, 3, 4, 0, 30, 40, 0};
-  ASSERT_EQ(v.size(), want.size());
-  for (size_t i = 0; i < v.size(); i++) EXPECT_NEAR(v[i], want[i], 1e-5f) << i;
+  expect_floats(floats("speed vertex vol(1)"), {0.6f, 0.8f, 0, 0, 0, 1, 3, 4, 0, 30, 40, 0}, "one a vertex");
   // One for all.
   ok("limit speed vertex vol(1)=0.5");
   ASSERT_EQ(EXEC_LIMIT_DYNAMIC(KW_vol), 0);
-  const std::vector<float> w = floats("speed vertex vol(1)");
-  const std::vector<float> half = {0.3f, 0.4f, 0, 0, 0, 0.5f, 0.3f, 0.4f, 0, 0.3f, 0.4f, 0};
-  ASSERT_EQ(w.size(), half.size());
-  for (size_t i = 0; i < w.size(); i++) EXPECT_NEAR(w[i], half[i], 1e-5f) << i;
+  expect_floats(floats("speed vertex vol(1)"), {0.3f, 0.4f, 0, 0, 0, 0.5f, 0.3f, 0.4f, 0, 0.3f, 0.4f, 0}, "one for all");
 }
 
 TEST_F(CollisionScene, RowAndColumnBoundsPushNeighboursApartAlongTheLattice) {
