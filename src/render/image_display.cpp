@@ -9,12 +9,34 @@
 #include "render/picture.h"
 #include "render/window.h"
 
+namespace {
+
+// Where an image is drawn: its `poi`, by default the top left corner.
+void image_origin(Objet* o, float at[2]) {
+  at[0] = 0;
+  at[1] = static_cast<float>(win().Dimy - image_ny(o));
+  floats_of(get_val_1(o->local, KW_poi), at, 2);
+}
+
+}  // namespace
+
+bool image_placement(Objet* o, float box[4]) {
+  int nx = 0, ny = 0;
+  if (!GET_DIM_IMAGE(o, &nx, &ny)) return false;
+  image_origin(o, box);
+  box[0] = static_cast<float>(entier(box[0]));
+  box[1] = static_cast<float>(entier(box[1]));
+  box[2] = box[0] + static_cast<float>(nx);
+  box[3] = box[1] + static_cast<float>(ny);
+  return true;
+}
+
 void DISPLAY_IMAGE(const std::vector<Objet*>& images) {
   for (Objet* o : images) {
     const word* px = pixels_lecture(o);
     if (!px) continue;
-    float at[2] = {0, static_cast<float>(win().Dimy - image_ny(o))};
-    floats_of(get_val_1(o->local, KW_poi), at, 2);
+    float at[2];
+    image_origin(o, at);
     dessine_pixels(octets(px), image_nx(o), image_ny(o), entier(at[0]), entier(at[1]));
   }
 }

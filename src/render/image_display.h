@@ -5,6 +5,9 @@
 
 #include "kernel/objet.h"
 
+// The box an image is drawn in: left, bottom, right, top, in window
+// pixels from the bottom left corner; false for an image without a size.
+bool image_placement(Objet* o, float box[4]);
 // Draws these images; an image without pixels is skipped.
 void DISPLAY_IMAGE(const std::vector<Objet*>& images);
 // Draws every image whose Visible word is 1, as each image does.

@@ -9,7 +9,9 @@ namespace {
 constexpr float ORIGINE[3] = {0, 0, 0};
 
 // m = m.r, r a rotation of `degres` about the axis.
+// A turn of 0 leaves m as it is, and is skipped.
 void tourne(float m[16], float degres, float x, float y, float z) {
+  if (degres == 0) return;
   const float axe[3] = {x, y, z};
   float r[16];
   mat::rotation(r, degres / DEGRES, axe, ORIGINE);
@@ -29,6 +31,7 @@ void matrice_du_bloc(Objet* o, float m[16]) {
   tourne(m, v[TR_ROTX + 2], 0, 0, 1);
   tourne(m, v[TR_ROTX], 1, 0, 0);
   tourne(m, v[TR_ROTX + 1], 0, 1, 0);
+  if (v[TR_DILA] == 1 && v[TR_DILA + 1] == 1 && v[TR_DILA + 2] == 1) return;
   float s[16];
   mat::echelle(s, v[TR_DILA], v[TR_DILA + 1], v[TR_DILA + 2]);
   mat::produit(m, s, m);

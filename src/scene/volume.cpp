@@ -41,10 +41,11 @@ float* get_matrix_vol(Objet* o) {
   return reinterpret_cast<float*>(o->code + 4);
 }
 
-int det_np(Objet* o) {
-  const word* poi = poi_vol(o);
+int det_np(Objet* o) { return det_np(o, poi_vol(o), fac_vol(o)); }
+
+int det_np(Objet* o, const word* poi, const word* fac) {
   const int stored = poi ? poi[2] : 0;
-  if (const word* fac = fac_vol(o)) {
+  if (fac) {
     int most = 0;
     pour_chaque_facette(fac, [&](const word* v, int n) {
       for (int i = 0; i < n; i++) most = std::max(most, entier(v[i]));

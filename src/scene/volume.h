@@ -42,6 +42,8 @@ float* get_matrix_vol(Objet* o);
 // used), without it the stored count less the `vertex lead` and
 // `vertex follow` entries.
 int det_np(Objet* o);
+// The same with the volume's `poi` and `fac` already found (null: none).
+int det_np(Objet* o, const word* poi, const word* fac);
 
 // Each entry of a facet list, plain or compound: f(index from 0, entry).
 template <class F>

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "animation/traj/ajust.h"
+#include "scene/law.h"
 #include "kernel/keywords.h"
 
 namespace {

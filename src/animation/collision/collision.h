@@ -46,12 +46,26 @@ CollisionState& collision_state();
 
 void install_collisions();
 
+// The properties the stages read, found by one walk of the volume's list
+// (walked again after anything that may change the list: a property made,
+// a `collision func` called).
+enum CollPath : int {
+  C_state, C_poi, C_center, C_normal, C_coe, C_vertex, C_follow, C_debug, C_force_coll, C_func, C_vol,
+  C_copy, C_speed, C_force, C_force_rota, C_lead, C_vpoi, C_fac, C_COUNT
+};
+struct CollProps {
+  bloc v[C_COUNT];
+  bloc operator[](CollPath p) const { return v[p]; }
+};
+void lire_collision(const Objet* o, CollProps& c);
+
 // The stages. Negative after a report: an object named in a list that
 // does not exist.
 int EXEC_COLLISION_ANC();
 int EXEC_COLLISION();
 // One volume: its planes, its centres, its spheres.
 int EXEC_COLLISION_1(Objet* o);
+int EXEC_COLLISION_1(Objet* o, CollProps& c);
 
 // The vertices of a volume where the scene places them: through the
 // matrix of its transformation block, or `poi anc` for a led volume
@@ -69,6 +83,8 @@ struct Absolus {
   void centre(float g[3]) const;
 };
 bool absolus(Objet* o, Absolus& a);
+// The same from the properties already found.
+bool absolus(Objet* o, Absolus& a, const CollProps& c);
 
 // The plane test, in absolute coordinates.
 // The vertex (from 1) lying furthest along -N among those of `liste`
@@ -82,7 +98,8 @@ bool coupe_plan(const float P[3], const float v[3], const float Q[3], const floa
 // The contacts of a volume with the planes of `plans`, updating `etat`.
 // 1 when a plane gave a contact, 0 when none did (the caller then sets
 // the state to 0, once all its planes are tested), negative after a report.
-int EXEC_COLLISION_POI(Objet* o, const word* plans, float* etat);
+// `c` is walked again when the list may have changed.
+int EXEC_COLLISION_POI(Objet* o, const word* plans, float* etat, CollProps& c);
 // The moment a contact gives to the volume and to its chains.
 void EXEC_COLLISION_ROTA(Objet* o, const float* etat, const Absolus& a, const float* force, float k, float q,
                          float* moment);

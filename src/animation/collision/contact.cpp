@@ -45,28 +45,32 @@ int appelle_func(Objet* o, const word* nom) {
 
 }  // namespace
 
-int EXEC_COLLISION_POI(Objet* o, const word* plans, float* etat) {
+int EXEC_COLLISION_POI(Objet* o, const word* plans, float* etat, CollProps& c) {
   const int n = elements(plans) / 3;
-  const word* coe = get_val_2(o->local, KW_collision, KW_coe);
-  const float restitution = value_at(coe, 0, 0);
-  float* speed = cree_floats(o, KW_speed, 0, 3);
+  const float restitution = value_at(c[C_coe], 0, 0);
+  float* speed = flottants(c[C_speed], 3);
+  if (!speed && (speed = cree_floats(o, KW_speed, 0, 3))) {
+    // The list grew: its values are found again.
+    lire_collision(o, c);
+    etat = flottants(c[C_state], COLL_STATE);
+  }
   float* T = get_matrix_vol(o);
   Absolus a;
   if (!speed || !T) {
     TRACE_FAIL("EXEC_COLLISION_POI()");
     return -1;
   }
-  if (!etat || !absolus(o, a) || n < 1) return 0;
+  if (!etat || !absolus(o, a, c) || n < 1) return 0;
   a.place(collision_state().places);
   const int s = static_cast<int>(etat[0]);
-  const word* normales = get_val_2(o->local, KW_collision, KW_normal);
+  const word* normales = c[C_normal];
   const int nn = elements(normales) / 3;
-  const word* liste = get_val_2(o->local, KW_collision, KW_vertex);
-  const bool suit = value_at(get_val_2(o->local, KW_collision, KW_follow), 0, 0) != 0;
-  const bool debug = value_at(get_val_2(o->local, KW_collision, KW_debug), 0, 0) != 0;
-  const float* force = flottants(get_val_1(o->local, KW_force), 3);
-  float* force_rota = flottants(get_val_2(o->local, KW_force, KW_rota), 1);
-  const word* cf = get_val_2(o->local, KW_collision, KW_force);
+  const word* liste = c[C_vertex];
+  const bool suit = value_at(c[C_follow], 0, 0) != 0;
+  const bool debug = value_at(c[C_debug], 0, 0) != 0;
+  const float* force = flottants(c[C_force], 3);
+  float* force_rota = flottants(c[C_force_rota], 1);
+  const word* cf = c[C_force_coll];
   bool contact = false, appele = false;
   for (int j = 0; j < n; j++) {
     float N[3], Q[3], P[3], C[3];
@@ -98,7 +102,7 @@ int EXEC_COLLISION_POI(Objet* o, const word* plans, float* etat) {
         for (int k = 0; k < 3; k++) speed[k] = (speed[k] - d * N[k]) * restitution;
         for (int k = 0; k < 3; k++) K[k] += speed[k] + restitution * speed[k];
       }
-      if (const word* f = get_val_2(o->local, KW_collision, KW_func)) {
+      if (const word* f = c[C_func]) {
         if (appelle_func(o, f) < 0) {
           TRACE_FAIL("EXEC_COLLISION_POI()");
           return -1;
@@ -107,7 +111,8 @@ int EXEC_COLLISION_POI(Objet* o, const word* plans, float* etat) {
         // state and the block are found again, and the planes left wait
         // for the next image.
         appele = true;
-        etat = flottants(get_val_1(o->local, KW_collision), COLL_STATE);
+        lire_collision(o, c);
+        etat = flottants(c[C_state], COLL_STATE);
         T = get_matrix_vol(o);
         if (!etat || !T) return 1;
       }
@@ -116,7 +121,7 @@ int EXEC_COLLISION_POI(Objet* o, const word* plans, float* etat) {
       etat[0] = 2;
       std::fill(speed, speed + 3, 0.0f);
     }
-    if (bloc copie = get_val_2(o->local, KW_collision, -KW_poi); copie && np(copie) > 0) np(copie) = -1;
+    if (bloc copie = c[C_copy]; copie && np(copie) > 0) np(copie) = -1;
     for (int k = 0; k < 3; k++) T[TR_TRAN + k] += K[k];
     etat[6] = etat[1], etat[7] = etat[2];
     if (appele) break;

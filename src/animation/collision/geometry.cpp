@@ -8,6 +8,7 @@
 #include "kernel/chains.h"
 #include "kernel/entier.h"
 #include "kernel/keywords.h"
+#include "kernel/vocab.h"
 #include "language/args.h"
 #include "scene/lookup.h"
 #include "scene/matrix.h"
@@ -19,6 +20,22 @@ CollisionState& collision_state() {
   static CollisionState s;
   return s;
 }
+
+namespace {
+
+// In the order of CollPath.
+constexpr CheminProp CHEMINS[C_COUNT] = {
+    {1, {KW_collision}},           {2, {KW_collision, KW_poi}},    {2, {KW_collision, KW_center}},
+    {2, {KW_collision, KW_normal}}, {2, {KW_collision, KW_coe}},   {2, {KW_collision, KW_vertex}},
+    {2, {KW_collision, KW_follow}}, {2, {KW_collision, KW_debug}}, {2, {KW_collision, KW_force}},
+    {2, {KW_collision, KW_func}},   {2, {KW_collision, KW_vol}},   {2, {KW_collision, -KW_poi}},
+    {1, {KW_speed}},                {1, {KW_force}},               {2, {KW_force, KW_rota}},
+    {1, {KW_lead}},                 {1, {KW_poi}},                 {1, {KW_fac}},
+};
+
+}  // namespace
+
+void lire_collision(const Objet* o, CollProps& c) { lire_chemins(o, CHEMINS, C_COUNT, c.v); }
 
 void Absolus::at(int i, float r[3]) const {
   if (q) std::copy(q + i * 3, q + i * 3 + 3, r);
@@ -37,15 +54,31 @@ void Absolus::centre(float g[3]) const {
   mat::point(m, l, g);
 }
 
-bool absolus(Objet* o, Absolus& a) {
-  bloc poi = get_poi_vol(o);
+namespace {
+
+// `poi` is the volume's own vertex array (placed by its matrix) or `poi
+// anc` (already placed).
+bool absolus_de(Objet* o, Absolus& a, bloc poi, bool propre, const word* fac) {
   if (!poi || np(poi) < 1 || stride(poi) < 3) return false;
   a.p = sommets(poi);
   a.d = stride(poi);
-  a.n = std::min(det_np(o), static_cast<int>(np(poi)));
-  if (poi == poi_vol(o)) matrice_du_bloc(o, a.m);
+  a.n = std::min(det_np(o, propre ? poi : poi_vol(o), fac), static_cast<int>(np(poi)));
+  if (propre) matrice_du_bloc(o, a.m);
   else mat::identite(a.m);
   return a.n > 0;
+}
+
+}  // namespace
+
+bool absolus(Objet* o, Absolus& a) {
+  bloc poi = get_poi_vol(o);
+  return absolus_de(o, a, poi, poi && poi == poi_vol(o), fac_vol(o));
+}
+
+bool absolus(Objet* o, Absolus& a, const CollProps& c) {
+  if (c[C_lead] && Yes(KW_anc) > 0) return absolus(o, a);
+  bloc poi = c[C_vpoi] && tag(c[C_vpoi]) == T_FLOAT ? c[C_vpoi] : nullptr;
+  return absolus_de(o, a, poi, true, c[C_fac] && tag(c[C_fac]) == T_HYBRIDE ? c[C_fac] : nullptr);
 }
 
 int MAX_POI_ANC(const Absolus& a, const word* liste, const float N[3], float P[3]) {

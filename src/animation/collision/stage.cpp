@@ -22,8 +22,8 @@ constexpr float COE_CHANGEMENT = 0.001f;
 constexpr int MAILLONS_MAX = 1000;
 
 // The moments of the volume cleared before its tests; the damping stays.
-void ZER_FORCE_ROTA(Objet* o) {
-  if (float* f = flottants(get_val_2(o->local, KW_force, KW_rota), 1)) f[0] = 0;
+void ZER_FORCE_ROTA(const CollProps& c) {
+  if (float* f = flottants(c[C_force_rota], 1)) f[0] = 0;
 }
 
 // t added to `force rota add` of each leader up the `lead` links (sign
@@ -99,43 +99,53 @@ int COLLISION_VOL(Objet* o, const word* liste) {
 }
 
 int EXEC_COLLISION_1(Objet* o) {
-  const word* poi = get_val_2(o->local, KW_collision, KW_poi);
-  const word* center = get_val_2(o->local, KW_collision, KW_center);
+  CollProps c;
+  lire_collision(o, c);
+  return EXEC_COLLISION_1(o, c);
+}
+
+int EXEC_COLLISION_1(Objet* o, CollProps& c) {
+  const word* poi = c[C_poi];
+  const word* center = c[C_center];
   if (particule(o)) {
     if (poi && EXEC_COLLISION_PARTICLE(o, poi) < 0) return -1;
     if (center && EXEC_COLLISION_PARTICLE(o, center) < 0) return -1;
     return 0;
   }
-  float* etat = (poi || center) ? cree_floats(o, KW_collision, 0, COLL_STATE) : nullptr;
-  if ((poi || center) && !etat) return -1;
-  // The values are read again after each test: a test may grow the list.
+  float* etat = (poi || center) ? flottants(c[C_state], COLL_STATE) : nullptr;
+  if ((poi || center) && !etat) {
+    if (!(etat = cree_floats(o, KW_collision, 0, COLL_STATE))) return -1;
+    lire_collision(o, c);
+  }
+  // The values are found again after each test: a test may change the list.
   int contact = 0;
-  if (poi && (contact = EXEC_COLLISION_POI(o, get_val_2(o->local, KW_collision, KW_poi), etat)) < 0) return -1;
-  if (center) {
-    const int c = EXEC_COLLISION_POI(o, get_val_2(o->local, KW_collision, KW_center),
-                                     flottants(get_val_1(o->local, KW_collision), COLL_STATE));
-    if (c < 0) return -1;
-    contact |= c;
+  if (poi && (contact = EXEC_COLLISION_POI(o, c[C_poi], etat, c)) < 0) return -1;
+  if (center && c[C_center]) {
+    const int r = EXEC_COLLISION_POI(o, c[C_center], flottants(c[C_state], COLL_STATE), c);
+    if (r < 0) return -1;
+    contact |= r;
   }
   // No plane of either set gave a contact in this image: no contact.
   if ((poi || center) && !contact)
-    if (float* e = flottants(get_val_1(o->local, KW_collision), COLL_STATE)) e[0] = 0;
-  if (const word* vols = get_val_2(o->local, KW_collision, KW_vol); vols && COLLISION_VOL(o, vols) < 0) return -1;
-  etat = flottants(get_val_1(o->local, KW_collision), COLL_STATE);
+    if (float* e = flottants(c[C_state], COLL_STATE)) e[0] = 0;
+  if (const word* vols = c[C_vol]; vols && COLLISION_VOL(o, vols) < 0) return -1;
+  etat = flottants(c[C_state], COLL_STATE);
   if (etat && etat[0] != 0 && (etat[1] != etat[6] || etat[2] != etat[7])) {
     etat[0] = 1;
     std::copy(etat + 1, etat + 6, etat + 6);
-    COLLISION_ROTA(o, etat, COE_CHANGEMENT * value_at(get_val_2(o->local, KW_collision, KW_force), 0, 0));
+    COLLISION_ROTA(o, etat, COE_CHANGEMENT * value_at(c[C_force_coll], 0, 0));
   }
   return 0;
 }
 
 int EXEC_COLLISION() {
+  CollProps c;
   for (Objet* o = chaine_classe(KW_vol)->next; o; o = o->next) {
     if (o->kind != KW_vol || !(o->valid > 0 || o->valid == -5) || !o->local) continue;
-    if (get_val_1(o->local, KW_lead)) continue;
-    ZER_FORCE_ROTA(o);
-    if (EXEC_COLLISION_1(o) < 0) {
+    lire_collision(o, c);
+    if (c[C_lead]) continue;
+    ZER_FORCE_ROTA(c);
+    if (EXEC_COLLISION_1(o, c) < 0) {
       TRACE_FAIL("EXEC_COLLISION()");
       return -1;
     }

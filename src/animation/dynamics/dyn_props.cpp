@@ -12,13 +12,8 @@
 
 namespace {
 
-struct Path {
-  int n;
-  int codes[4];
-};
-
 // In the order of DynPath.
-constexpr Path PATHS[D_COUNT] = {
+constexpr CheminProp PATHS[D_COUNT] = {
     {1, {KW_dynamic}},
     {1, {KW_mass}},
     {1, {KW_force}},
@@ -78,7 +73,7 @@ constexpr Path PATHS[D_COUNT] = {
     {1, {KW_meta}},
 };
 
-bool meme_cles(const word* p, const Path& c) {
+bool meme_cles(const word* p, const CheminProp& c) {
   if (p[3] != c.n) return false;
   for (int k = 0; k < c.n; k++)
     if (p[5 + 2 * k] != c.codes[k]) return false;
@@ -98,20 +93,22 @@ int cles_prop(DynPath p, const int** codes) {
   return PATHS[p].n;
 }
 
-void lire_props(const Objet* o, DynProps& d) {
-  std::fill(d.v, d.v + D_COUNT, nullptr);
+void lire_chemins(const Objet* o, const CheminProp* chemins, int count, bloc* out) {
+  std::fill(out, out + count, nullptr);
   const word* l = o->local;
   if (!l || l[1] != T_PROPRIETES) return;
   for (int i = 0; i < l[2]; i++) {
     bloc p = handle_bloc(l[4 + i]);
     if (!p || p[3] < 1 || p[3] > 4) continue;
-    for (int k = 0; k < D_COUNT; k++)
-      if (!d.v[k] && meme_cles(p, PATHS[k])) {
-        d.v[k] = propr_val(p);
+    for (int k = 0; k < count; k++)
+      if (!out[k] && meme_cles(p, chemins[k])) {
+        out[k] = propr_val(p);
         break;
       }
   }
 }
+
+void lire_props(const Objet* o, DynProps& d) { lire_chemins(o, PATHS, D_COUNT, d.v); }
 
 float* flottants(bloc v, int n) {
   if (!v || tag(v) != T_FLOAT || dimp(v) < 0 || size(v) - 4 < n) return nullptr;

@@ -31,6 +31,15 @@ struct DynProps {
 // Fills `d` from the object's list: one pass over its properties.
 void lire_props(const Objet* o, DynProps& d);
 
+// A path of up to four keys.
+struct CheminProp {
+  int n;
+  int codes[4];
+};
+// The same walk for another table: out[k] is the value of chemins[k], or
+// null when the object has no such property.
+void lire_chemins(const Objet* o, const CheminProp* chemins, int count, bloc* out);
+
 // The value of path `p`, made when missing (or holding fewer than
 // np x dimp floats) as a zeroed FLOAT of np points of dimp, and recorded
 // in `d`. Null after a report.

@@ -2,9 +2,11 @@
 // lattice read; the paths of limits written as properties, their values
 // checked first.
 #include <algorithm>
+#include <cfloat>
 #include <vector>
 
 #include "animation/cycle.h"
+#include "animation/dynamics/dyn_props.h"
 #include "animation/limits/limits.h"
 #include "animation/whole_property.h"
 #include "kernel/keywords.h"
@@ -12,6 +14,7 @@
 #include "kernel/report.h"
 #include "language/args.h"
 #include "language/cmd_util.h"
+#include "render/image_display.h"
 #include "scene/graphic.h"
 #include "scene/image_object.h"
 #include "scene/lookup.h"
@@ -104,14 +107,46 @@ int LIMIT_LINE(word* s, const word* lim) {
   return build_floats(s, lim, boite(p.data(), n, dim, std::min(dim, 3)), std::min(dim, 3));
 }
 
-// `limit image(id)`: 0, 0, then its width and height.
+// `limit image(id)`: the box it is drawn in on the window, left, bottom,
+// right, top in pixels from the bottom left corner.
 int limite_image(word* s, const word* lim) {
   Selection sel;
   std::vector<Objet*> objets;
   if (!objets_commande(s, sel, objets)) return 0;
-  int nx = 0, ny = 0;
-  if (!GET_DIM_IMAGE(objets[0], &nx, &ny)) return build_nil(s);
-  return build_floats(s, lim, {0, 0, static_cast<float>(nx), static_cast<float>(ny)}, 2);
+  float b[4];
+  if (!image_placement(objets[0], b)) return build_nil(s);
+  return build_floats(s, lim, {b[0], b[1], b[2], b[3]}, 2);
+}
+
+// `limit light(ids)`, `limit view(ids)`: the box of the places of their
+// eyes, min then max (objects with no eye yet take no part);
+// `limit fog(ids)`: the least start and the greatest end of their fogs
+// (`fog zbuf`: r,g,b,start,end; 1000 and 2000 when not given);
+// `limit menu(id)`: a menu is a pop-up with no place of its own on the
+// window, so the empty block. A kind with no object of the number, or
+// not built, reads as a missing object does elsewhere: the empty block.
+int limite_objets(word* s, const word* lim, int kind) {
+  Selection sel;
+  std::vector<Objet*> objets;
+  if (!objets_commande(s, sel, objets)) return 0;
+  if (kind == KW_fog) {
+    float debut = 0, fin = 0;
+    for (size_t i = 0; i < objets.size(); i++) {
+      float f[5] = {0, 0, 0, 1000.0f, 2000.0f};
+      floats_of(get_val_2(objets[i]->local, KW_fog, KW_zbuf), f, 5);
+      debut = i == 0 ? f[3] : std::min(debut, f[3]);
+      fin = i == 0 ? f[4] : std::max(fin, f[4]);
+    }
+    return build_floats(s, lim, {debut, fin}, 2);
+  }
+  if (kind != KW_light && kind != KW_view) return build_nil(s);
+  std::vector<float> eyes;
+  for (Objet* o : objets) {
+    float e[3];
+    if (floats_of(get_val_1(o->local, KW_eye), e, 3) == 3) eyes.insert(eyes.end(), e, e + 3);
+  }
+  if (eyes.empty()) return build_nil(s);
+  return build_floats(s, lim, boite(eyes.data(), static_cast<int>(eyes.size()) / 3, 3, 3), 3);
 }
 
 // `limit poi vol(id)`: the box of the stored vertices, in the volume's
@@ -151,8 +186,62 @@ const std::vector<int> ENTIERES[] = {
     {KW_limit, KW_dist, KW_vertex},
 };
 
+const int TRAN_VERTEX[] = {KW_limit, KW_tran, KW_vertex};
+
+// `limit tran vertex(k...) vol(id)=x1,y1,z1,x2,y2,z2`: the box of vertices
+// k (vertex(0): every vertex) in the table of a box a vertex, grown as
+// needed; a vertex given no box takes one of the largest floats, which
+// holds nothing. Without a value: the boxes of vertices k, rows of 6.
+int tran_vertex_numeros(word* s, const word* ob, const word* lim, const word* params) {
+  Selection sel;
+  std::vector<Objet*> objets;
+  if (!objets_commande(s, sel, objets, ob)) return 0;
+  std::vector<int> ks = numeros(params);
+  const bool tous = std::find(ks.begin(), ks.end(), 0) != ks.end();
+  if (!ob) {
+    Objet* o = objets[0];
+    const word* l = get_val_k(o->local, 3, TRAN_VERTEX);
+    const std::vector<float> v = floats_of(l);
+    const int n = static_cast<int>(v.size()) / 6;
+    std::vector<float> r;
+    for (int i = 0; i < n; i++)
+      if (tous || std::find(ks.begin(), ks.end(), i + 1) != ks.end()) r.insert(r.end(), &v[i * 6], &v[i * 6] + 6);
+    return build_floats_or_nil(s, lim, r, 6);
+  }
+  if (elements(ob) < 6) return usage("tran vertex(k) vol(id)=x1,y1,z1,x2,y2,z2");
+  float b[6];
+  floats_of(ob, b, 6);
+  for (Objet* o : objets) {
+    std::vector<float> v = floats_of(get_val_k(o->local, 3, TRAN_VERTEX));
+    v.resize(v.size() / 6 * 6);
+    std::vector<int> cibles = ks;
+    if (tous) {
+      cibles.clear();
+      for (int i = 1; i <= det_np(o); i++) cibles.push_back(i);
+    }
+    for (int k : cibles) {
+      if (k < 1) continue;
+      const size_t fin = static_cast<size_t>(k) * 6;
+      while (v.size() < fin)
+        for (int c = 0; c < 6; c++) v.push_back(c < 3 ? -FLT_MAX : FLT_MAX);
+      std::copy(b, b + 6, v.begin() + static_cast<long>(fin - 6));
+    }
+    const int n = static_cast<int>(v.size()) / 6;
+    if (rem_propr_k(o, 3, TRAN_VERTEX) < 0) return -1;
+    float* f = n ? flottants(set_matrix_k(o, 3, TRAN_VERTEX, n, 6), n * 6) : nullptr;
+    if (n && !f) {
+      TRACE_FAIL("LIMIT_b()");
+      return -1;
+    }
+    std::copy(v.begin(), v.end(), f);
+  }
+  return 0;
+}
+
 int LIMIT_b2(word* s, const word* ob, word* st, const word* lim) {
   const std::vector<int> chemin = chemin_commande(s);
+  if (const word* k = arg_of(s, KW_vertex); k && elements(k) > 0 && chemin == std::vector<int>(TRAN_VERTEX, TRAN_VERTEX + 3))
+    return tran_vertex_numeros(s, ob, lim, k);
   for (const std::vector<int>& e : ENTIERES)
     if (chemin == e) return propriete_entiere(s, ob, lim, chemin);
   const int k = deuxieme(s);
@@ -168,7 +257,12 @@ int LIMIT_b2(word* s, const word* ob, word* st, const word* lim) {
     case KW_secy:
     case KW_vertex:
       return ob || item_count(s) != 3 ? bloc_0(s, ob, st, lim) : LIMIT_COM(s, lim, k == KW_poi ? 0 : k);
-    default: return bloc_0(s, ob, st, lim);  // menu, light, view, fog, genetic and every other word
+    case KW_light:
+    case KW_view:
+    case KW_fog:
+    case KW_menu:
+    case KW_genetic: return ob || item_count(s) != 2 ? bloc_0(s, ob, st, lim) : limite_objets(s, lim, k);
+    default: return bloc_0(s, ob, st, lim);
   }
 }
 

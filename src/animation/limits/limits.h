@@ -22,7 +22,9 @@
 //                                        the speed bounces on its walls by
 //                                        the restitution of `collision coe`
 //   limit tran poi (box)                 each vertex within the box
-//   limit tran vertex (a box a vertex)   each vertex within its own box
+//   limit tran vertex (a box a vertex)   each vertex within its own box;
+//                                        `limit tran vertex(k...)` writes
+//                                        or reads the boxes of vertices k
 //   limit tran poi force (box, k)        k times the way back to the box
 //                                        added to `force vertex`
 //   limit ball (x,y,z,r)                 each vertex within r of the point
@@ -30,6 +32,17 @@
 //   limit rota (a1[,a2])                 the angle of `rota`, in radians
 //   limit near vertex vertex (d1,d2)     each neighbour put back within
 //                                        d1..d2 of its vertex
+// The bounds the command `limit` reads (no value given):
+//   limit vol(ids), limit ext vol(id)    the box of the volumes, its size
+//   limit poi, secx(j), secy(i), vertex(k) vol(id)  the box of vertices
+//   limit line(x1,y1,...) [inside(n)]    the box of the points of a line
+//   limit image(id)                      left, bottom, right, top of the
+//                                        box it is drawn in on the window
+//   limit light(ids), limit view(ids)    the box of their eyes
+//   limit fog(ids)                       least start, greatest end
+//   limit menu(id), limit genetic(id)    the empty block: a menu has no
+//                                        place on the window, and genetic
+//                                        objects are not built
 // `add force vertex` is cleared by EXEC_LIMIT_DYNAMIC on a volume that
 // has a distance bound on vertices, before the bounds add to it.
 #pragma once

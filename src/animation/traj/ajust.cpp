@@ -35,20 +35,6 @@ void par_segments(const std::vector<float>& p, int n, int dim, int ni, std::vect
   }
 }
 
-// Tangent at key i of a polyline of n points.
-void tangente(const std::vector<float>& p, int n, int dim, int i, float tension, bool closed, float* t) {
-  int a = i - 1, b = i + 1;
-  if (closed) {
-    a = (a + n) % n;
-    b %= n;
-  } else {
-    a = std::max(a, 0);
-    b = std::min(b, n - 1);
-  }
-  const float scale = closed || (i > 0 && i < n - 1) ? tension / 2 : tension;
-  for (int k = 0; k < dim; k++) t[k] = (p[b * dim + k] - p[a * dim + k]) * scale;
-}
-
 }  // namespace
 
 float position_loi(const LoiTraj& loi, float L, float t) {
@@ -75,29 +61,6 @@ float position_loi(const LoiTraj& loi, float L, float t) {
   }
 }
 
-std::vector<float> courbe_ext(const std::vector<float>& keys, int dim, int steps, float tension, bool closed) {
-  const int n = static_cast<int>(keys.size()) / dim;
-  if (n < 2 || steps < 1) return keys;
-  const int segs = closed ? n : n - 1;
-  std::vector<float> out;
-  out.reserve(static_cast<size_t>((segs * steps + 1) * dim));
-  std::vector<float> t0(static_cast<size_t>(dim)), t1(static_cast<size_t>(dim));
-  for (int j = 0; j < segs; j++) {
-    const int b = (j + 1) % n;
-    tangente(keys, n, dim, j, tension, closed, t0.data());
-    tangente(keys, n, dim, b, tension, closed, t1.data());
-    for (int r = 0; r < steps; r++) {
-      const float u = static_cast<float>(r) / static_cast<float>(steps);
-      const float u2 = u * u, u3 = u2 * u;
-      const float h00 = 2 * u3 - 3 * u2 + 1, h10 = u3 - 2 * u2 + u, h01 = -2 * u3 + 3 * u2, h11 = u3 - u2;
-      for (int k = 0; k < dim; k++)
-        out.push_back(h00 * keys[j * dim + k] + h10 * t0[k] + h01 * keys[b * dim + k] + h11 * t1[k]);
-    }
-  }
-  const int last = closed ? 0 : n - 1;
-  out.insert(out.end(), keys.begin() + last * dim, keys.begin() + (last + 1) * dim);
-  return out;
-}
 
 std::vector<float> ajust_1(const std::vector<float>& keys, int dim, const Ajustement& a) {
   const int ni = std::max(a.ni, 2);

@@ -23,11 +23,6 @@ struct Ajustement {
 // The position along a curve of length L at t (0 to 1) by the law.
 float position_loi(const LoiTraj& loi, float L, float t);
 
-// The keys replaced by the points of a cubic curve through them whose
-// tangent at a key is (next - previous) x tension / 2 (one-sided at the
-// ends of an open curve); `steps` points a segment, the keys included.
-std::vector<float> courbe_ext(const std::vector<float>& keys, int dim, int steps, float tension, bool closed);
-
 // The table of a.ni rows of `dim` floats from the keys (at least one key).
 std::vector<float> ajust_1(const std::vector<float>& keys, int dim, const Ajustement& a);
 
