@@ -85,13 +85,13 @@ UcsEncodage ucs_encoder_hexa(const char* s, int n, const UcsFormat& f, bool msb,
   return e;
 }
 
-UcsEncodage ucs_encoder_nombres(const float* v, int n, const UcsFormat& f, bool msb, unsigned char* out, int room) {
+UcsEncodage ucs_encoder_nombres(const word* v, int n, const UcsFormat& f, bool msb, unsigned char* out, int room) {
   UcsEncodage e;
   if (n < 0) n = 0;
   e.besoin = n * f.largeur;
   for (int k = 0; k < n && e.octets + f.largeur <= room; ++k) {
-    const uint32_t bits = f.genre == UCS_FLOTTANT ? std::bit_cast<uint32_t>(v[k])
-                                                  : static_cast<uint32_t>(static_cast<unsigned long long>(entier_long(v[k])));
+    const uint32_t bits = f.genre == UCS_FLOTTANT ? static_cast<uint32_t>(v[k])
+                                                  : static_cast<uint32_t>(static_cast<unsigned long long>(entier_long(wf(v[k]))));
     poser(bits, f.largeur, msb, out + e.octets);
     e.octets += f.largeur;
     e.pris = k + 1;

@@ -46,9 +46,10 @@ struct UcsEncodage {
 // and a group cut by the end is completed with zeros and still sent. A
 // value is written only when it fits whole in `room` bytes.
 UcsEncodage ucs_encoder_hexa(const char* s, int n, const UcsFormat& f, bool msb, unsigned char* out, int room);
-// n floats truncated toward zero to integers of f.largeur bytes (their
-// low bits), or as "FF" their IEEE bits; each value whole or not at all.
-UcsEncodage ucs_encoder_nombres(const float* v, int n, const UcsFormat& f, bool msb, unsigned char* out, int room);
+// n floats (the words of a FLOAT's data) truncated toward zero to
+// integers of f.largeur bytes (their low bits), or as "FF" their IEEE
+// bits; each value whole or not at all.
+UcsEncodage ucs_encoder_nombres(const word* v, int n, const UcsFormat& f, bool msb, unsigned char* out, int room);
 
 // What a decoding did: `elements` made (characters or floats), `voulus`
 // those the whole datagram makes (above `elements` when it was cut).

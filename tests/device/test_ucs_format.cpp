@@ -13,7 +13,9 @@ using Bytes = std::vector<unsigned char>;
 
 Bytes encode(const char* fmt, const std::vector<float>& v, bool msb, int room = UCS_TAMPON) {
   Bytes out(static_cast<size_t>(room) + 8, 0xEE);
-  const UcsEncodage e = ucs_encoder_nombres(v.data(), static_cast<int>(v.size()), ucs_format(fmt), msb, out.data(), room);
+  std::vector<word> w;
+  for (float f : v) w.push_back(fw(f));
+  const UcsEncodage e = ucs_encoder_nombres(w.data(), static_cast<int>(w.size()), ucs_format(fmt), msb, out.data(), room);
   out.resize(static_cast<size_t>(e.octets));
   return out;
 }
@@ -122,7 +124,7 @@ TEST(UcsFormat, HexStringsOddShortAndBadDigits) {
 
 TEST(UcsFormat, CutsAtTheRoom) {
   // 400 floats as "UL" fill 1500 bytes with 375 values; the rest is told.
-  const std::vector<float> v(400, 7);
+  const std::vector<word> v(400, fw(7));
   Bytes out(UCS_TAMPON);
   UcsEncodage e = ucs_encoder_nombres(v.data(), 400, ucs_format("UL"), false, out.data(), UCS_TAMPON);
   EXPECT_EQ(e.pris, 375);
