@@ -71,6 +71,8 @@ int ouvrir_ucs_client(Periph& p, int n, word* s, const word* lim);
 int lire_ucs(Periph& p, Lecture& l);
 int ecrire_ucs(Periph& p, int n, const word* v);
 void fermer_ucs(Periph& p);
+// The commands of the "UCS" devices, as `help` in their `ini` shows them.
+void aide_ucs();
 // The state block of a "UCS" device n; nothing for another kind.
 void voir_ucs(int n);
 

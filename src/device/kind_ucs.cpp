@@ -8,7 +8,9 @@
 #include "device/device_util.h"
 #include "device/ucs_table.h"
 #include "kernel/report.h"
+#include "kernel/keywords.h"
 #include "kernel/values.h"
+#include "language/args.h"
 #include "platform/sockets.h"
 
 namespace {
@@ -115,12 +117,34 @@ int init_client_UCS(const char* hote, int port, Periph& p, bool bloquant, int n,
   return 0;
 }
 
-int ouvrir_ucs_serveur(Periph& p, int n, word*, const word*) {
-  return init_serveur_UCS(p.Port, p, p.Bloquant != 0, n, p.Inverse != 0);
+void aide_ucs() {
+  voir_texte("------- Commandes pour nouveaux peripheriques UDP : UCS ------\n");
+  voir_texte("Serveur : ini(\"UCS\") lead periph(n) numero(<Numero_Port>) \n");
+  voir_texte("Client  : ini(\"UCS\") nom(\"host/@IP\") periph(n) numero(<Numero_Port>) \n");
+  voir_texte(" Options:  fermer(1) : bloquant, debug, inv : Echanges en MSB \n");
+  voir_texte("p = periph(n) format(F) et  periph(n) format(F) =  p\n");
+  voir_texte(" format F=\"CC\",\"HC\",\"HS\",\"HL\",\"UB\",\"US\",\"UL\",\"SB\",\"SS\",\"SL\",\"FF\" \n\n");
 }
 
-int ouvrir_ucs_client(Periph& p, int n, word*, const word*) {
-  return init_client_UCS(p.Nom.empty() ? "127.0.0.1" : p.Nom.c_str(), p.Port, p, p.Bloquant != 0, n, p.Inverse != 0);
+namespace {
+
+// `help` shows the commands first; a failed set-up shows them after.
+int ouvrir_ucs(word* s, int r) {
+  if (r < 0 && !has_word(s, KW_help)) aide_ucs();
+  return r;
+}
+
+}  // namespace
+
+int ouvrir_ucs_serveur(Periph& p, int n, word* s, const word*) {
+  if (has_word(s, KW_help)) aide_ucs();
+  return ouvrir_ucs(s, init_serveur_UCS(p.Port, p, p.Bloquant != 0, n, p.Inverse != 0));
+}
+
+int ouvrir_ucs_client(Periph& p, int n, word* s, const word*) {
+  if (has_word(s, KW_help)) aide_ucs();
+  return ouvrir_ucs(s, init_client_UCS(p.Nom.empty() ? "127.0.0.1" : p.Nom.c_str(), p.Port, p, p.Bloquant != 0, n,
+                                       p.Inverse != 0));
 }
 
 // Sends the list v in the device's format: 0 once sent, a positive code

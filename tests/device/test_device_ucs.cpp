@@ -222,3 +222,50 @@ TEST_F(DeviceUcs, CraftedDatagramsGiveMessagesNotCrashes) {
   EXPECT_EQ(texte(run("device(15)")), "abc");
   peer.finish();
 }
+
+TEST_F(DeviceUcs, StatePrintHelpAndBadNames) {
+  const int port = port_libre(false);
+  ASSERT_GT(port, 0);
+  const std::string p = std::to_string(port);
+  Outcome o = run("device(16) ini(\"UCS\") name(\"127.0.0.1\") number(" + p + ") inv close(0) help");
+  ASSERT_EQ(o.status, 0) << o.out;
+  EXPECT_NE(o.out.find("------- Commandes pour nouveaux peripheriques UDP : UCS ------\n"
+                       "Serveur : ini(\"UCS\") lead periph(n) numero(<Numero_Port>) \n"
+                       "Client  : ini(\"UCS\") nom(\"host/@IP\") periph(n) numero(<Numero_Port>) \n"
+                       " Options:  fermer(1) : bloquant, debug, inv : Echanges en MSB \n"
+                       "p = periph(n) format(F) et  periph(n) format(F) =  p\n"
+                       " format F=\"CC\",\"HC\",\"HS\",\"HL\",\"UB\",\"US\",\"UL\",\"SB\",\"SS\",\"SL\",\"FF\" \n\n"),
+            std::string::npos)
+      << o.out;
+  o = run("device(16) edit");
+  EXPECT_NE(o.out.find(" Socket : " + std::to_string(periph(16)->Sock) + " Echange : MsbFirst \n Local Pret Oui Type Client Nom "),
+            std::string::npos) << o.out;
+  EXPECT_NE(o.out.find(" Distant Pret Oui Type Serveur Nom "), std::string::npos) << o.out;
+  EXPECT_NE(o.out.find("(@IP 127.0.0.1) port " + p + "\n En Connexion Non @IP 0.0.0.0 port 0\n"), std::string::npos)
+      << o.out;
+
+  // A server's state before and after its first datagram, with the dump of `debug`.
+  ASSERT_EQ(run("device(17) ini(\"UCS\") lead number(" + p + ") debug").status, 0);
+  o = run("device(17) edit");
+  EXPECT_NE(o.out.find("Echange : LsbFirst \n Local Pret Oui Type Serveur"), std::string::npos) << o.out;
+  EXPECT_NE(o.out.find(" Distant Pret Non Type Client Nom ? (@IP 0.0.0.0) port 0\n"), std::string::npos) << o.out;
+  ASSERT_EQ(run("device(16) format(\"HB\")=\"414243\"").status, 0);
+  o = recevoir("device(17)");
+  EXPECT_EQ(texte(o), "ABC");
+  EXPECT_NE(o.out.find("Periph(17) Received length 3, dumping:\n0000: 414243" + std::string(30, ' ') + " : ABC\n"),
+            std::string::npos) << o.out;
+  o = run("device(17) edit");
+  EXPECT_NE(o.out.find(" Distant Pret Oui Type Client "), std::string::npos) << o.out;
+  EXPECT_NE(o.out.find(" En Connexion Oui @IP 127.0.0.1 port "), std::string::npos) << o.out;
+  // Nothing more: NIL, silent without `debug`, told with it.
+  EXPECT_TRUE(nil("device(16)"));
+  EXPECT_EQ(run("device(16)").out, "");
+  EXPECT_NE(run("device(17)").out.find("Periph 17 : WouldBlock...\n"), std::string::npos);
+
+  o = run("device(18) ini(\"UCS\") name(\"no.such.host.invalid\")");
+  EXPECT_LT(o.status, 0);
+  EXPECT_NE(o.out.find("Unable to resolve no.such.host.invalid : Unknown HostName or ill-formed @IP"),
+            std::string::npos) << o.out;
+  EXPECT_NE(o.out.find("------- Commandes pour nouveaux peripheriques UDP : UCS ------\n"), std::string::npos);
+  EXPECT_EQ(periph_ouvert(18), nullptr);
+}
