@@ -53,15 +53,21 @@ void dump(int n, const char* sens, const unsigned char* b, long len) {
 
 const char* mode(bool bloquant) { return bloquant ? "Blocking" : "Non-Blocking"; }
 
+// The record of device n cleared for a server (17) or a client (16).
+UcsRecord& nouveau(int n, int type, bool inv) {
+  UcsRecord& r = record(n);
+  r = UcsRecord{};
+  r.Type = type;
+  r.Inv = inv;
+  r.Role = type == DEV_UCS_CLIENT;
+  r.Type_distant = type == DEV_UCS_SERVEUR;
+  return r;
+}
+
 }  // namespace
 
 int init_serveur_UCS(int port, Periph& p, bool bloquant, int n, bool inv) {
-  UcsRecord& r = record(n);
-  r = UcsRecord{};
-  r.Type = DEV_UCS_SERVEUR;
-  r.Inv = inv;
-  r.Role = 0;
-  r.Type_distant = 1;
+  UcsRecord& r = nouveau(n, DEV_UCS_SERVEUR, inv);
   if (port == 0) port = PORT_DEFAUT;
   p.Sock = net_socket(false);
   if (p.Sock < 0) return echec_ucs(p, "init_serveur_UCS", "socket");
@@ -82,12 +88,7 @@ int init_serveur_UCS(int port, Periph& p, bool bloquant, int n, bool inv) {
 }
 
 int init_client_UCS(const char* hote, int port, Periph& p, bool bloquant, int n, bool inv) {
-  UcsRecord& r = record(n);
-  r = UcsRecord{};
-  r.Type = DEV_UCS_CLIENT;
-  r.Inv = inv;
-  r.Role = 1;
-  r.Type_distant = 0;
+  UcsRecord& r = nouveau(n, DEV_UCS_CLIENT, inv);
   if (port == 0) port = PORT_DEFAUT;
   NetAddress a{0, port};
   if (net_dotted(hote, &a)) {

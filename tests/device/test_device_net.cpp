@@ -8,19 +8,7 @@
 #include "support/python_peer.h"
 #include "support/text_runner.h"
 
-namespace {
-
-class DeviceNet : public TextRunner {
- protected:
-  void SetUp() override {
-    TextRunner::SetUp();
-    if (!python_present()) GTEST_SKIP() << "python3 is not installed: no peer for the sockets";
-    ini_devices();
-  }
-  void TearDown() override { ini_devices(); }
-};
-
-}  // namespace
+using DeviceNet = SocketTest;
 
 TEST_F(DeviceNet, TcpClientTalksToAServer) {
   const int port = port_libre(true);

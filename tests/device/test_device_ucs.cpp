@@ -21,15 +21,8 @@ std::string echo(int port) {
          "  print(len(d), d.hex(), flush=True); s.sendto(d, a)\n";
 }
 
-class DeviceUcs : public TextRunner {
+class DeviceUcs : public SocketTest {
  protected:
-  void SetUp() override {
-    TextRunner::SetUp();
-    if (!python_present()) GTEST_SKIP() << "python3 is not installed: no peer for the sockets";
-    ini_devices();
-  }
-  void TearDown() override { ini_devices(); }
-
   // A non-blocking read polled until something comes or is told (2 s at most).
   static Outcome recevoir(const std::string& line) {
     Outcome o;

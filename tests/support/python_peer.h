@@ -9,7 +9,9 @@
 #include <cstdlib>
 #include <string>
 
+#include "device/device_table.h"
 #include "platform/sockets.h"
+#include "support/text_runner.h"
 
 // A free port of loopback, as the system gives one.
 inline int port_libre(bool stream) {
@@ -67,3 +69,14 @@ struct Pair {
 };
 
 inline bool python_present() { return system("python3 -c pass >/dev/null 2>&1") == 0; }
+
+// Runs console texts on a fresh device table, with Python at hand.
+class SocketTest : public TextRunner {
+ protected:
+  void SetUp() override {
+    TextRunner::SetUp();
+    if (!python_present()) GTEST_SKIP() << "python3 is not installed: no peer for the sockets";
+    ini_devices();
+  }
+  void TearDown() override { ini_devices(); }
+};
