@@ -126,14 +126,21 @@ int transmettre(word* s, int code, word* st, const word* lim) {
 
 // The read or write of one open slot, with the options of this command.
 int lire_ecrire(word* s, const word* ob, int n, Periph& p, word* st, const word* lim) {
-  if (const char* f = arg_text(s, KW_format)) {
-    if (text_bytes(arg_of(s, KW_format)) != 2) {
-      VOIR_CHAR("%s ", f);
+  if (const word* fv = arg_of(s, KW_format)) {
+    // `format("F")`, or `format("SP", dep, size)`: the text and its numbers.
+    const word* t = tag(fv) == T_HYBRIDE ? data(fv) : fv;
+    if (tag(t) != T_CHAR || text_bytes(t) != 2) {
+      if (tag(t) == T_CHAR) VOIR_CHAR("%s ", text(t));
       voir_message(0, MES_ILLEGAL);
       return -1;
     }
-    p.Format_echange[0] = f[0];
-    p.Format_echange[1] = f[1];
+    p.Format_echange[0] = text(t)[0];
+    p.Format_echange[1] = text(t)[1];
+    p.Sp_dep = std::max(0, entier(value_at(fv, 0, 0)));
+    p.Sp_taille = entier(value_at(fv, 1, -1));
+  } else {
+    // A datagram's format is given at each exchange: none means "CC".
+    p.Format_echange[0] = '\0';
   }
   if (has_word(s, KW_wait)) p.Attente = std::max(0.0f, arg_float(s, KW_wait, 0));
   if (p.Type == DEV_DAT && has_word(s, KW_time)) {
@@ -200,6 +207,7 @@ int device(word* s, const word* ob, word* st, const word* lim) {
   }
   if (has_word(s, KW_edit)) {
     voir_device(n);
+    voir_ucs(n);
     return build_nil(s);
   }
   return lire_ecrire(s, ob, n, *p, st, lim);

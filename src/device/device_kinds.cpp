@@ -4,8 +4,7 @@
 
 namespace {
 
-// Kinds 16 and 17 ("UCS") are the datagram exchange's; kind 19 (the
-// cellular automaton) has its slot only.
+// Kind 19 (the cellular automaton) has its slot only.
 const KindRow KINDS[] = {
     {DEV_LIR, "LIR", 0, "Fichier %s ", ouvrir_fichier, lire_fichier, ecrire_fichier, nullptr},
     {DEV_MEM, "MEM", 0, "Memoire partagee nom = %s", ouvrir_memoire, lire_memoire, ecrire_memoire, fermer_memoire},
@@ -23,10 +22,10 @@ const KindRow KINDS[] = {
     {DEV_AUD, "AUD", 0, "AUDIO\n", ouvrir_audio, lire_audio, nullptr, nullptr},
     {DEV_ITR, "ITR", 0, "ITR", ouvrir_interruption, lire_interruption, nullptr, nullptr},
     {DEV_DAT, "DAT", 0, "Datas %s", ouvrir_datas, lire_datas, nullptr, nullptr},
-    {DEV_UCS_CLIENT, "UCS", DEV_UCS_SERVEUR, "---- Type : UCS ---- Nouveau Client UDP ----\n", ouvrir_non_implemente,
-     nullptr, nullptr, nullptr},
-    {DEV_UCS_SERVEUR, nullptr, 0, "---- Type : UCS ---- Nouveau Serveur UDP ----\n", ouvrir_non_implemente,
-     nullptr, nullptr, nullptr},
+    {DEV_UCS_CLIENT, "UCS", DEV_UCS_SERVEUR, "---- Type : UCS ---- Nouveau Client UDP ----\n", ouvrir_ucs_client,
+     lire_ucs, ecrire_ucs, fermer_ucs},
+    {DEV_UCS_SERVEUR, nullptr, 0, "---- Type : UCS ---- Nouveau Serveur UDP ----\n", ouvrir_ucs_serveur,
+     lire_ucs, ecrire_ucs, fermer_ucs},
     {DEV_TIM, "TIM", 0, "---- Type : Timer - Valeur Timer (sec): ", ouvrir_horloge, lire_horloge, ecrire_horloge,
      nullptr},
     {DEV_AUTOMATE, nullptr, 0, "", ouvrir_non_implemente, nullptr, nullptr, nullptr},

@@ -61,6 +61,21 @@ int lire_socket(Periph& p, Lecture& l);
 int ecrire_socket(Periph& p, int n, const word* v);
 void fermer_socket(Periph& p);
 
+// "UCS": the datagram exchange (kind_ucs.cpp).
+int init_serveur_UCS(int port, Periph& p, bool bloquant, int n, bool inv);
+int init_client_UCS(const char* hote, int port, Periph& p, bool bloquant, int n, bool inv);
+int stocker_socket_UCS(int n, Periph& p, const word* v);
+int lire_socket_UCS(Periph& p, Lecture& l, int* code);
+int ouvrir_ucs_serveur(Periph& p, int n, word* s, const word* lim);
+int ouvrir_ucs_client(Periph& p, int n, word* s, const word* lim);
+int lire_ucs(Periph& p, Lecture& l);
+int ecrire_ucs(Periph& p, int n, const word* v);
+void fermer_ucs(Periph& p);
+// The commands of the "UCS" devices, as `help` in their `ini` shows them.
+void aide_ucs();
+// The state block of a "UCS" device n; nothing for another kind.
+void voir_ucs(int n);
+
 int ouvrir_midi(Periph& p, int n, word* s, const word* lim);
 int lire_midi(Periph& p, Lecture& l);
 void fermer_midi(Periph& p);

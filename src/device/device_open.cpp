@@ -41,7 +41,8 @@ void reglages(word* s, Periph& p) {
   if (has_word(s, KW_char)) p.Format = T_CHAR;
   if (has_word(s, KW_time)) p.Timeout = std::max(0, arg_int(s, KW_time, p.Timeout));
   p.Vitesse = serial_speed(arg_int(s, KW_speed, p.Vitesse));
-  p.Bloquant = has_word(s, KW_close);
+  // `close` alone or non-zero: reads wait; `close(0)` or none: they don't.
+  p.Bloquant = has_word(s, KW_close) && arg_float(s, KW_close, 1) != 0;
   p.Debug = has_word(s, KW_debug);
   p.Inverse = has_word(s, KW_inv);
   p.Coe = arg_float(s, KW_coe, p.Coe);

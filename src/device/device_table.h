@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "device/ucs_table.h"
 #include "kernel/word.h"
 #include "platform/sockets.h"
 
@@ -69,6 +70,8 @@ struct Periph {
   MidiIn* Midi = nullptr;
   unsigned char Midi_message[3] = {0, 0, 0};
   int Midi_recu = 0;        // a MIDI message has come
+  int Sp_dep = 0;           // `format("SP", dep, size)`: offset and size wanted
+  int Sp_taille = -1;       // -1: the whole datagram
 };
 
 // What the sound subsystem lends to the "AUD" kind; null while it has none.
@@ -86,6 +89,7 @@ struct DeviceState {
   double Timers[4] = {0, 0, 0, 0};     // "TIM": the clock's seconds at each reset
   DeviceAudioHooks audio;
   std::vector<unsigned char> Octets;   // the bytes of the value being written
+  UcsState ucs;                        // the "UCS" exchange's records
 };
 
 DeviceState& devices();

@@ -14,6 +14,16 @@ inline int entier(float f) {
   return static_cast<int>(f);
 }
 
+// The same on 64 bits, for a value whose low bits are kept (a byte, a
+// 16- or 32-bit field of a datagram): NaN gives 0, values beyond 2^62
+// are held there.
+inline long long entier_long(float f) {
+  if (f != f) return 0;
+  if (f >= 4611686018427387904.0f) return 4611686018427387904LL;
+  if (f <= -4611686018427387904.0f) return -4611686018427387904LL;
+  return static_cast<long long>(f);
+}
+
 // The same held within [lo, hi], for a count, a size or an index that
 // has its own bounds.
 inline int entier_borne(float f, int lo, int hi) { return std::clamp(entier(f), lo, hi); }

@@ -101,6 +101,22 @@ bool net_resolve(const char* host, int port, NetAddress* out) {
   return true;
 }
 
+bool net_dotted(const char* host, NetAddress* out) {
+  in_addr a{};
+  if (!host || inet_pton(AF_INET, host, &a) != 1) return false;
+  out->ip = ntohl(a.s_addr);
+  return true;
+}
+
+bool net_reverse(const NetAddress& a, std::string* name) {
+  const sockaddr_in s = to_sockaddr(a);
+  char host[NI_MAXHOST];
+  if (getnameinfo(reinterpret_cast<const sockaddr*>(&s), sizeof s, host, sizeof host, nullptr, 0, NI_NAMEREQD) != 0)
+    return false;
+  *name = host;
+  return true;
+}
+
 bool net_connect(int fd, const NetAddress& to, NetStop stop) {
   const sockaddr_in s = to_sockaddr(to);
   const int flags = fcntl(fd, F_GETFL, 0);
@@ -144,8 +160,8 @@ long net_recv(int fd, void* buf, size_t n, bool wait, NetStop stop) {
   return r;
 }
 
-long net_recvfrom(int fd, void* buf, size_t n, NetAddress* from, bool* truncated, bool wait, NetStop stop) {
-  if (truncated) *truncated = false;
+long net_recvfrom_len(int fd, void* buf, size_t n, NetAddress* from, long* real, bool wait, NetStop stop) {
+  if (real) *real = 0;
   if (wait && !wait_readable(fd, stop)) return -1;
   sockaddr_in s{};
   socklen_t len = sizeof s;
@@ -156,10 +172,14 @@ long net_recvfrom(int fd, void* buf, size_t n, NetAddress* from, bool* truncated
     return r;
   }
   if (from) *from = {ntohl(s.sin_addr.s_addr), ntohs(s.sin_port)};
-  if (static_cast<size_t>(r) > n) {
-    if (truncated) *truncated = true;
-    return static_cast<long>(n);
-  }
+  if (real) *real = static_cast<long>(r);
+  return static_cast<size_t>(r) > n ? static_cast<long>(n) : static_cast<long>(r);
+}
+
+long net_recvfrom(int fd, void* buf, size_t n, NetAddress* from, bool* truncated, bool wait, NetStop stop) {
+  long real = 0;
+  const long r = net_recvfrom_len(fd, buf, n, from, &real, wait, stop);
+  if (truncated) *truncated = r >= 0 && real > r;
   return r;
 }
 

@@ -34,6 +34,11 @@ bool net_listen(int fd);
 int net_accept(int fd, NetStop stop);
 // A dotted address or a host name; false when it names nothing.
 bool net_resolve(const char* host, int port, NetAddress* out);
+// A dotted address only (no look-up); false for anything else. The port
+// of `out` is left as it stands.
+bool net_dotted(const char* host, NetAddress* out);
+// The host name of an address by a reverse look-up; false when unknown.
+bool net_reverse(const NetAddress& a, std::string* name);
 // Connects, waiting in slices for the answer (or `stop`).
 bool net_connect(int fd, const NetAddress& to, NetStop stop);
 void net_set_blocking(int fd, bool blocking);
@@ -43,6 +48,9 @@ void net_set_blocking(int fd, bool blocking);
 // the sender and *truncated is set when the datagram was longer than n.
 long net_recv(int fd, void* buf, size_t n, bool wait, NetStop stop);
 long net_recvfrom(int fd, void* buf, size_t n, NetAddress* from, bool* truncated, bool wait, NetStop stop);
+// The same with the datagram's real length in *real (above the result
+// when it was cut).
+long net_recvfrom_len(int fd, void* buf, size_t n, NetAddress* from, long* real, bool wait, NetStop stop);
 long net_send(int fd, const void* buf, size_t n);
 long net_sendto(int fd, const void* buf, size_t n, const NetAddress& to);
 void net_close(int fd);

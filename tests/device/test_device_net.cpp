@@ -1,72 +1,14 @@
 // "TCP" and "UDP" devices on loopback, each with a Python peer that the
 // test starts in the background and that ends within seconds.
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <cstdio>
 #include <string>
 
 #include "device/device_table.h"
 #include "platform/sockets.h"
+#include "support/python_peer.h"
 #include "support/text_runner.h"
 
-namespace {
-
-// A free port of loopback, as the system gives one.
-int port_libre(bool stream) {
-  const int fd = net_socket(stream);
-  if (fd < 0 || !net_bind(fd, 0)) return 0;
-  const int port = net_local_port(fd);
-  net_close(fd);
-  return port;
-}
-
-// Runs a Python script in the background, for 10 s at most; its output
-// goes to `out` (a file the test reads afterwards).
-struct Pair {
-  pid_t pid = -1;
-  std::string out;
-  void start(const std::string& script) {
-    char tmpl[] = "/tmp/orvela_peerXXXXXX";
-    const int fd = mkstemp(tmpl);
-    if (fd >= 0) close(fd);
-    out = tmpl;
-    pid = fork();
-    if (pid == 0) {
-      const std::string cmd = "timeout 10 python3 -c '" + script + "' > " + out + " 2>&1";
-      execl("/bin/sh", "sh", "-c", cmd.c_str(), static_cast<char*>(nullptr));
-      _exit(127);
-    }
-  }
-  // Waits for the end; what the peer printed.
-  std::string finish() {
-    int status = 0;
-    if (pid > 0) waitpid(pid, &status, 0);
-    std::string s;
-    if (FILE* f = fopen(out.c_str(), "r")) {
-      char buf[256];
-      size_t n;
-      while ((n = fread(buf, 1, sizeof buf, f)) > 0) s.append(buf, n);
-      fclose(f);
-    }
-    unlink(out.c_str());
-    return s;
-  }
-};
-
-bool python_present() { return system("python3 -c pass >/dev/null 2>&1") == 0; }
-
-class DeviceNet : public TextRunner {
- protected:
-  void SetUp() override {
-    TextRunner::SetUp();
-    if (!python_present()) GTEST_SKIP() << "python3 is not installed: no peer for the sockets";
-    ini_devices();
-  }
-  void TearDown() override { ini_devices(); }
-};
-
-}  // namespace
+using DeviceNet = SocketTest;
 
 TEST_F(DeviceNet, TcpClientTalksToAServer) {
   const int port = port_libre(true);
