@@ -6,7 +6,7 @@
 set -euo pipefail
 src=${1:-"$(dirname "$0")/../src"}
 # Bottom to top.
-layers=(platform kernel language scene render image persist animation interaction device app)
+layers=(platform kernel language scene render image persist animation interaction device sound adaptive app)
 declare -A rank
 for i in "${!layers[@]}"; do rank[${layers[$i]}]=$i; done
 bad=0
