@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "compile_fixture.h"
+#include "kernel/chains.h"
 #include "kernel/kernel.h"
+#include "kernel/keywords.h"
+#include "kernel/object_store.h"
 #include "kernel/work_areas.h"
 #include "kernel/values.h"
 #include "language/eval.h"
@@ -37,6 +40,11 @@ class PureCall : public ::testing::Test {
       ASSERT_EQ(allocate_work_areas(), 0);
     }
     eval_state().limit = kernel().eval_limit;
+    // Functions left by earlier tests, some of which fail to link, would
+    // keep every call off the linked state.
+    Objet* head = chaine_classe(KW_func);
+    while (head->next) rem_objet(head->next);
+    lang().link_state = 0;
   }
 };
 

@@ -12,6 +12,7 @@
 #include "kernel/vocab.h"
 #include "language/args.h"
 #include "scene/matrix.h"
+#include "scene/near_lists.h"
 #include "scene/vol_generate.h"
 #include "scene/volume.h"
 
@@ -125,7 +126,7 @@ int mouvement_sommets(Pas& p) {
   const int total = ressorts ? elements(p.d[D_near_vertex_vertex]) : 0;
   const float* NV = total > 0 ? flottants(p.d[D_near_vertex_vertex], total) : nullptr;
   const float* ND = NV && elements(p.d[D_near_vertex_dist]) == total ? flottants(p.d[D_near_vertex_dist], total) : nullptr;
-  int pos = 0;
+  CurseurVoisins listes(ND ? NV : nullptr, total);
   // With one facet or none, the last vertex follows no spring list.
   const word* fac = p.d[D_fac];
   const bool peu_de_facettes = !fac || np(fac) <= 1;
@@ -134,25 +135,18 @@ int mouvement_sommets(Pas& p) {
   const float k0 = value_at(p.d[D_spring], 0, 0), c0 = value_at(p.d[D_spring], 1, 0);
   const bool champs = Yes(KW_field) > 0;
   for (int i = 0; i < n; i++) {
-    // The list of vertex i: entries pos+1 .. pos+len-1; a negative size
-    // skips it; a size that doesn't fit ends the reading of the lists.
-    int debut = pos, len = 0, taille = 0;
-    if (ND && pos < total) {
-      taille = entier(NV[pos]);
-      len = std::abs(taille);
-      if (len < 1 || pos + len > total) len = 0, pos = total;
-      pos += len;
-    }
+    // The list of vertex i, read even when the vertex has no mass.
+    const CurseurVoisins::Liste l = listes.suivante();
     const float mi = MV.at(i, 0, p.m);
     if (mi < MASSE_MIN) continue;
     const float r = 1 / mi;
     float* Pi = P + i * d;
     float* vi = V + i * 3;
     float F[4] = {AF.at(i, 0), AF.at(i, 1), AF.at(i, 2), 0};
-    if (len > 1 && taille > 0 && !(peu_de_facettes && i == n - 1)) {
+    if (!l.vide() && !(peu_de_facettes && i == n - 1)) {
       const float ks = SV.at(i, 0, k0), cs = SV.at(i, 1, c0);
-      for (int j = debut + 1; j < debut + len; j++) {
-        const int v = entier(NV[j]);
+      for (int j = l.debut; j < l.fin; j++) {
+        const int v = listes.voisin(j);
         if (v >= 1 && v <= stored) spring_force(Pi, P + (v - 1) * d, ND[j], F, ks, cs, vi, lim_dist);
       }
     }

@@ -48,6 +48,7 @@
 #pragma once
 #include "kernel/objet.h"
 #include "kernel/word.h"
+#include "scene/near_lists.h"
 
 void install_limits();
 
@@ -78,12 +79,10 @@ struct Voisins {
   // f(i, j) for each neighbour j of vertex i (both from 0), i under n.
   template <class F>
   void pour_chaque(int n, F f) const {
-    for (int i = 0, pos = 0; i < n && pos < total; i++) {
-      const int taille = static_cast<int>(v[pos]), len = taille < 0 ? -taille : taille;
-      if (len < 1 || pos + len > total) return;
-      if (taille > 0)
-        for (int m = pos + 1; m < pos + len; m++) f(i, static_cast<int>(v[m]) - 1);
-      pos += len;
+    CurseurVoisins c(v, total);
+    for (int i = 0; i < n && !c.fini(); i++) {
+      const CurseurVoisins::Liste l = c.suivante();
+      for (int m = l.debut; m < l.fin; m++) f(i, c.voisin(m) - 1);
     }
   }
 };
