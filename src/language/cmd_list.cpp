@@ -20,12 +20,17 @@
 
 namespace {
 
+// Functions are listed from their definition on, compiled or not; one
+// named by a keyword is marked, since no call can reach it.
 void list_functions(bool full) {
   for (const Objet* f = chaine_classe(KW_func)->next; f; f = f->next) {
-    if (f->kind != KW_func || !f->name) continue;
+    if (f->kind != KW_func || f->subkind != 0) continue;
     const char* src = source_of(f);
+    const std::string name = f->name ? f->name : src ? function_name(src) : "";
+    if (name.empty()) continue;
     if (full && src) VOIR_CHAR("%s\n", src);
-    else VOIR_CHAR("%s\n", f->name);
+    else if (nom_mot_cle(name.c_str())) VOIR_CHAR("%s (a keyword: never called)\n", name.c_str());
+    else VOIR_CHAR("%s\n", name.c_str());
   }
 }
 

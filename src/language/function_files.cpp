@@ -1,6 +1,7 @@
 #include "language/function_files.h"
 
 #include <cstring>
+#include <vector>
 
 #include "kernel/chains.h"
 #include "kernel/file_out.h"
@@ -59,22 +60,27 @@ size_t function_start(const std::string& t, size_t i) {
 
 }  // namespace
 
-int define_functions(const std::string& text, bool from_file) {
-  int n = 0;
+int define_functions(const std::string& text, bool from_file, bool check) {
+  std::vector<Objet*> defined;
   for (size_t i = function_start(text, 0); i < text.size(); i = function_start(text, i)) {
     size_t end = function_end(text, i);
     if (end == std::string::npos) {
       voir_message(0, MES_BRACKET_ERROR);
       return -1;
     }
-    if (!define_function(text.substr(i, end - i).c_str(), from_file)) {
+    Objet* f = define_function(text.substr(i, end - i).c_str(), from_file);
+    if (!f) {
       voir_message(0, MES_FUNCTION_LIST_USAGE);
       return -1;
     }
-    n++;
+    defined.push_back(f);
     i = end;
   }
-  return n;
+  // Mistakes are told now, not at the first call: all of the text is
+  // defined first, so that its functions may call one another.
+  if (check)
+    for (Objet* f : defined) check_definition(f);
+  return static_cast<int>(defined.size());
 }
 
 int read_functions_file(const std::string& path) {
@@ -141,6 +147,7 @@ Objet* load_function_from_disk(const char* name) {
   std::string text;
   if (!file_read_all(file, text) && (folder.empty() || !file_read_all(folder + file, text))) return nullptr;
   text.resize(strlen(text.c_str()));
-  if (define_functions(text, true) < 0) return nullptr;
+  // Loaded by its first call, which compiles it at once.
+  if (define_functions(text, true, false) < 0) return nullptr;
   return get_fonction(name);
 }

@@ -9,7 +9,8 @@
 // Defines every function of a text (one or more "name(formals){...}",
 // comments allowed between them); returns how many, or -1 after a report.
 // `from_file`: the text is a file's, so the functions are saved as they are.
-int define_functions(const std::string& text, bool from_file = false);
+// `check`: each is compiled once at once, so that its mistakes are told.
+int define_functions(const std::string& text, bool from_file = false, bool check = true);
 // Reads a file of functions; -1 after a report.
 int read_functions_file(const std::string& path);
 // Writes the named functions (all when `names` is empty) to a file; they

@@ -8,6 +8,8 @@
 #include "kernel/object_store.h"
 #include "kernel/report.h"
 #include "kernel/values.h"
+#include "kernel/vocab.h"
+#include "language/compile.h"
 #include "language/lang_state.h"
 
 namespace {
@@ -80,6 +82,28 @@ Objet* define_function(const char* source, bool from_file) {
   else if (!same) f->unsaved = 1;
   lang().link_state = 0;      // calls are linked again before the next call
   return f;
+}
+
+bool nom_mot_cle(const char* name) {
+  int voc = 0, code = 0;
+  return name && *name && cherche_mot(name, &voc, &code) == 0;
+}
+
+void check_definition(Objet* f) {
+  // A keyword for a name, or a text that does not compile, is told now by
+  // the compiler's own messages. The code is then let go: functions are
+  // compiled and linked together at the first call, as before. With `no
+  // compile` functions stay as text until the switch is back.
+  if (!source_of(f) || Yes(KW_compile) < 1 || f->code) return;
+  LanguageState& L = lang();
+  const int listing = L.listing, listing_link = L.listing_link;
+  L.listing = L.listing_link = 0;
+  a_compile(f);
+  L.listing = listing;
+  L.listing_link = listing_link;
+  libere_bloc(f->code);
+  f->code = nullptr;
+  L.link_state = 0;
 }
 
 void err_fonction_inconnue(const char* name) {

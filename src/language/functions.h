@@ -20,6 +20,13 @@ bloc source_value(const char* source);
 // A function read from a file is saved as it stands; one given otherwise
 // is unsaved work unless its text is the one it already had.
 Objet* define_function(const char* text, bool from_file = false);
+// True when the name is a keyword of a loaded vocabulary: a call by that
+// name runs the keyword, never the function.
+bool nom_mot_cle(const char* name);
+// A new definition is compiled once at once, so that its mistakes (a
+// keyword for a name, a text that does not compile) are told then; the
+// function is kept either way, and compiled for use at its first call.
+void check_definition(Objet* f);
 // The report of a function name that names nothing: `func`, the name and
 // "NOT FOUND".
 void err_fonction_inconnue(const char* name);
