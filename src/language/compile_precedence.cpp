@@ -11,7 +11,9 @@
 // neither stack nor copies.
 #include <vector>
 
+#include "kernel/handles.h"
 #include "kernel/message_names.h"
+#include "kernel/report.h"
 #include "language/compile_internal.h"
 #include "language/compile_phases.h"
 
@@ -49,6 +51,28 @@ struct Precedence {
     before[first]++;
     after[last]++;
     return {first, last, true};
+  }
+
+  // A name written after a command where an option was meant ("cube(1)
+  // dimm(20)") is no operand of it: say which word is unknown.
+  bool juxtaposed(const Span& left, size_t j) {
+    const char* name = in[left.first] == C_COMMAND && !c.failed ? unknown_name(&in[j]) : nullptr;
+    if (!name) return fail(MES_OPERATOR_ERROR);
+    VOIR_CHAR("%s", name);
+    return fail(MES_UNKNOWN);
+  }
+  // The name of a call to no known function, or of a variable; null for
+  // any other token.
+  const char* unknown_name(const word* t) const {
+    if (t[0] > 0 && t[1] == R_UNDEFINED && c.sym) {
+      const word* e = symb_entry(c.sym, t[4]);
+      return e ? symb_name(e) : nullptr;
+    }
+    if (t[0] == C_AUTO || t[0] == C_EXTERN || t[0] == C_GLOBAL || t[0] == C_STATIC) {
+      const Objet* v = handle_objet(t[1]);
+      return v ? v->name : nullptr;
+    }
+    return nullptr;
   }
 
   bool group(size_t at, size_t* next);
@@ -119,7 +143,7 @@ bool Precedence::expression(size_t& j, size_t to, int min, Span* out) {
   if (!operand(j, to, &left)) return false;
   while (j < to) {
     const word* t = &in[j];
-    if (!binary_operator(t)) return fail(MES_OPERATOR_ERROR);
+    if (!binary_operator(t)) return juxtaposed(left, j);
     const word op = t[1];
     const int prec = precedence(op);
     if (prec < min) break;
