@@ -10,6 +10,7 @@
 #include "kernel/report.h"
 #include "language/cmd_util.h"
 #include "language/functions.h"
+#include "language/lang_state.h"
 #include "platform/process.h"
 
 namespace {
@@ -58,11 +59,30 @@ size_t function_start(const std::string& t, size_t i) {
   return i;
 }
 
+// The comments between the end of one function and the start of the
+// next, from the first comment's line: blank lines and ";" around them go.
+std::string comment_between(const std::string& t, size_t from, size_t to) {
+  size_t first = std::string::npos;
+  for (size_t i = from; i < to && first == std::string::npos; i++)
+    if (t.compare(i, 2, "/*") == 0 || t.compare(i, 2, "//") == 0) first = i;
+  if (first == std::string::npos) return "";
+  while (first > from && (t[first - 1] == ' ' || t[first - 1] == '\t')) first--;
+  size_t last = to;
+  while (last > first && isspace(static_cast<unsigned char>(t[last - 1]))) last--;
+  return t.substr(first, last - first);
+}
+
+void keep_comment(const std::string& name, const std::string& comment) {
+  if (comment.empty()) lang().comments.erase(name);
+  else lang().comments[name] = comment;
+}
+
 }  // namespace
 
 int define_functions(const std::string& text, bool from_file, bool check) {
   std::vector<Objet*> defined;
-  for (size_t i = function_start(text, 0); i < text.size(); i = function_start(text, i)) {
+  size_t after = 0;  // the end of the previous function
+  for (size_t i = function_start(text, 0); i < text.size(); after = i, i = function_start(text, i)) {
     size_t end = function_end(text, i);
     if (end == std::string::npos) {
       voir_message(0, MES_BRACKET_ERROR);
@@ -74,6 +94,9 @@ int define_functions(const std::string& text, bool from_file, bool check) {
       return -1;
     }
     defined.push_back(f);
+    // A file's comments above a function go with it; one defined at the
+    // console keeps those it had.
+    if (from_file) keep_comment(function_name(source_of(f)), comment_between(text, after, i));
     i = end;
   }
   // Mistakes are told now, not at the first call: all of the text is
@@ -104,6 +127,8 @@ int write_functions(const std::string& path, F&& wanted) {
   for (Objet* f = chaine_classe(KW_func)->next; f; f = f->next) {
     const char* src = source_of(f);
     if (f->kind != KW_func || !src || !wanted(f, std::string(src, strcspn(src, "( \t\n")))) continue;
+    const auto comment = lang().comments.find(function_name(src));
+    if (comment != lang().comments.end()) out += comment->second + "\n";
     out += src;
     if (out.back() != '\n') out += '\n';
     out += '\n';

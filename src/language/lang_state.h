@@ -1,5 +1,6 @@
 // State of the language layer that outlives one compile or one line.
 #pragma once
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -111,6 +112,9 @@ struct LanguageState {
   std::vector<std::pair<std::string, int>> stopping_points;
   double chrono_start = 0.0;     // seconds at the last `time(0)`
   ExecSchedule exec;             // the `exec` schedule
+  // The comment that stood above each function in the file it was read
+  // from, by function name, written back above it by `write func`.
+  std::map<std::string, std::string> comments;
 };
 
 // The one state of the language layer, reached through lang().
