@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Makes the README's pictures of the examples: each example's scene run
+# for a number of images in the window (under xvfb-run), pictured by the
+# program itself into examples/pictures/NAME.png.
+# Usage: tools/example_pictures.sh [orvela]   (default build/orvela)
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+orvela=$(realpath "${1:-$root/build/orvela}")
+out=$root/examples/pictures
+mkdir -p "$out"
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+# name and the images to run before the picture
+for entry in still_life:100 image_play:100 bounce:40 cloth:300 fly:100 steer:60 waves:100; do
+  name=${entry%%:*} images=${entry##*:}
+  printf 'read func("%s/examples/%s.func")\n%s_scene()\ninteraction time(%d)\nwrite image name("%s/%s.png")\nbye abs\n' \
+    "$root" "$name" "$name" "$images" "$out" "$name" > "$work/$name.orv"
+  (cd "$work" && xvfb-run -a -s "-screen 0 1024x768x24" "$orvela" ID < "$name.orv" > "$name.log" 2>&1) ||
+    { echo "$name failed:"; cat "$work/$name.log"; exit 1; }
+  echo "$out/$name.png"
+done
