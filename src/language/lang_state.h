@@ -111,6 +111,9 @@ struct LanguageState {
   std::vector<std::pair<std::string, int>> stopping_points;
   double chrono_start = 0.0;     // seconds at the last `time(0)`
   ExecSchedule exec;             // the `exec` schedule
+  // Usage texts of `help` that the subsystems above lend for their own
+  // keywords: pairs of a keyword code and its text.
+  std::vector<std::pair<int, const char*>> usages;
 };
 
 // The one state of the language layer, reached through lang().
