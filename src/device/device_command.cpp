@@ -192,8 +192,10 @@ int lire_cin(float xyz[3]) {
   Lecture l{z, z + c.zone.size(), 0, c.format, c.numero, p->Debug != 0};
   const int r = lire_un(c.numero, *p, l);
   if (r < 0) return r;
-  xyz[0] = xyz[1] = xyz[2] = 0;
-  return floats_of(z, xyz, 3) > 0 ? 1 : 0;
+  float v[3] = {0, 0, 0};
+  if (floats_of(z, v, 3) == 0) return 0;
+  std::copy(v, v + 3, xyz);
+  return 1;
 }
 
 // The read or write of one open slot, with the options of this command.
