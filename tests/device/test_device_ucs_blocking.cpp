@@ -1,0 +1,47 @@
+// A blocking "UCS" server (`close(1)`) in a child process, the program
+// itself, answering a Python peer: each read waits in recvfrom for the
+// next datagram, and the answer goes back to the sender. Both processes
+// end within 10 s.
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+
+#include "support/python_peer.h"
+
+TEST(DeviceUcsBlocking, AServerInAChildProcessWaitsForEachDatagramAndAnswers) {
+  if (!python_present()) GTEST_SKIP() << "python3 is not installed: no peer for the sockets";
+  const int port = port_libre(false);
+  ASSERT_GT(port, 0);
+  const std::string p = std::to_string(port);
+  char folder[] = "/tmp/orvela_blockingXXXXXX";
+  ASSERT_NE(mkdtemp(folder), nullptr);
+  const std::string script = std::string(folder) + "/server.orv";
+  if (FILE* f = std::fopen(script.c_str(), "w")) {
+    // Three rounds: each value doubled back in "US"; then the state.
+    std::fputs(("device(1) ini(\"UCS\") lead number(" + p + ") close(1)\n"
+                "n=0\n"
+                "while(n<3){q=device(1) format(\"US\"); device(1) format(\"US\")=q*2; n=n+1}\n"
+                "device(1) edit\nbye abs\n").c_str(), f);
+    std::fclose(f);
+  }
+  Pair server;
+  server.start_command(std::string(ORVELA_BINARY) + " gra=0 ID < " + script);
+  ASSERT_TRUE(server.wait_for("- Attente Datagram in Blocking mode\n")) << server.printed();
+  Pair peer;
+  peer.start("import socket,struct,time\n"
+             "s=socket.socket(socket.AF_INET, socket.SOCK_DGRAM); s.settimeout(5)\n"
+             "for v in ((1,2),(300,),(40000,7)):\n"
+             "  time.sleep(0.2)\n"
+             "  s.sendto(struct.pack(\"<%dH\" % len(v), *v), (\"127.0.0.1\"," + p + "))\n"
+             "  d=s.recvfrom(100)[0]; print(\"back\", struct.unpack(\"<%dH\" % (len(d)//2), d), flush=True)\n");
+  const std::string seen = peer.finish();
+  const std::string shown = server.finish();
+  EXPECT_NE(seen.find("back (2, 4)\nback (600,)\nback (14464, 14)\n"), std::string::npos) << seen << shown;
+  // The server waited: no "WouldBlock", and it knows its peer.
+  EXPECT_EQ(shown.find("WouldBlock"), std::string::npos) << shown;
+  EXPECT_NE(shown.find(" Distant Pret Oui Type Client Nom "), std::string::npos) << shown;
+  EXPECT_NE(shown.find(" En Connexion Oui @IP 127.0.0.1 port "), std::string::npos) << shown;
+  std::remove(script.c_str());
+  rmdir(folder);
+}
