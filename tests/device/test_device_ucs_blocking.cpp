@@ -45,3 +45,45 @@ TEST(DeviceUcsBlocking, AServerInAChildProcessWaitsForEachDatagramAndAnswers) {
   std::remove(script.c_str());
   rmdir(folder);
 }
+
+// The program itself polling a non-blocking server in a loop of the
+// language while a Python peer sends it crafted datagrams: an empty one,
+// one byte read as "SS", the largest a datagram can be; each is told, and
+// the program goes on to its end.
+TEST(DeviceUcsBlocking, CraftedDatagramsToTheRunningProgramAreToldAndItGoesOn) {
+  if (!python_present()) GTEST_SKIP() << "python3 is not installed: no peer for the sockets";
+  const int port = port_libre(false);
+  ASSERT_GT(port, 0);
+  const std::string p = std::to_string(port);
+  char folder[] = "/tmp/orvela_craftedXXXXXX";
+  ASSERT_NE(mkdtemp(folder), nullptr);
+  const std::string script = std::string(folder) + "/server.orv";
+  if (FILE* f = std::fopen(script.c_str(), "w")) {
+    // Polls until three datagrams with data came (or 8 s passed).
+    std::fputs(("device(1) ini(\"UCS\") lead number(" + p + ")\n"
+                "k=0\nt=time(0)\n"
+                "while(k<3 && time(1)<8){q=device(1) format(\"SS\"); if(type(q)!=type(NIL)){k=k+1; print(\"GOT \",q[0])}}\n"
+                "print(\"DONE \",k)\nbye abs\n").c_str(), f);
+    std::fclose(f);
+  }
+  Pair server;
+  server.start_command(std::string(ORVELA_BINARY) + " gra=0 ID < " + script);
+  ASSERT_TRUE(server.wait_for("- Attente Datagram in Non-Blocking mode\n")) << server.printed();
+  Pair peer;
+  peer.start("import socket,time\n"
+             "s=socket.socket(socket.AF_INET, socket.SOCK_DGRAM)\n"
+             "for d in (b\"\", b\"\\x80\", bytes(65507), b\"\\x01\\x00\\x02\\x00\"):\n"
+             "  s.sendto(d, (\"127.0.0.1\"," + p + ")); time.sleep(0.2)\n"
+             "print(\"sent\", flush=True)\n");
+  EXPECT_NE(peer.finish().find("sent"), std::string::npos);
+  const std::string shown = server.finish();
+  EXPECT_NE(shown.find("Periph 1 : Connection closing...\n"), std::string::npos) << shown;
+  EXPECT_NE(shown.find("Received Message Truncated for Format SS : Rx Lg 65507 -> 32754 > Orvela Lg 750\n"),
+            std::string::npos) << shown;
+  // The first value of each: 128 of the lone byte, 0 of the zeros, 1 of the last.
+  EXPECT_NE(shown.find("GOT \n128.000000 \n"), std::string::npos) << shown;
+  EXPECT_NE(shown.find("GOT \n0.000000 \nGOT \n1.000000 \n ?DONE \n3.000000 \n"), std::string::npos) << shown;
+  EXPECT_NE(shown.find("SEE YOU SOON"), std::string::npos) << shown;
+  std::remove(script.c_str());
+  rmdir(folder);
+}
