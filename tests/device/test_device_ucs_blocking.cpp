@@ -1,33 +1,66 @@
-// A blocking "UCS" server (`close(1)`) in a child process, the program
-// itself, answering a Python peer: each read waits in recvfrom for the
-// next datagram, and the answer goes back to the sender. Both processes
-// end within 10 s.
+// "UCS" servers in a child process, the program itself, with a Python
+// peer: a blocking server (`close(1)`) whose reads wait in recvfrom for
+// each datagram and answer its sender, and a non-blocking one polled by
+// the language while crafted datagrams come. Every process ends within
+// 10 s.
 #include <unistd.h>
 
 #include <cstdio>
+#include <memory>
 #include <string>
 
 #include "support/python_peer.h"
 
-TEST(DeviceUcsBlocking, AServerInAChildProcessWaitsForEachDatagramAndAnswers) {
-  if (!python_present()) GTEST_SKIP() << "python3 is not installed: no peer for the sockets";
-  const int port = port_libre(false);
-  ASSERT_GT(port, 0);
-  const std::string p = std::to_string(port);
-  char folder[] = "/tmp/orvela_blockingXXXXXX";
-  ASSERT_NE(mkdtemp(folder), nullptr);
-  const std::string script = std::string(folder) + "/server.orv";
-  if (FILE* f = std::fopen(script.c_str(), "w")) {
-    // Three rounds: each value doubled back in "US"; then the state.
-    std::fputs(("device(1) ini(\"UCS\") lead number(" + p + ") close(1)\n"
-                "n=0\n"
-                "while(n<3){q=device(1) format(\"US\"); device(1) format(\"US\")=q*2; n=n+1}\n"
-                "device(1) edit\nbye abs\n").c_str(), f);
-    std::fclose(f);
+namespace {
+
+// The program run in the background (10 s at most) on a script written in
+// a folder of its own, removed at the end.
+struct Program {
+  char folder[32] = "/tmp/orvela_programXXXXXX";
+  std::string script;
+  Pair run;
+  explicit Program(const std::string& text) {
+    if (!mkdtemp(folder)) return;
+    script = std::string(folder) + "/script.orv";
+    if (FILE* f = std::fopen(script.c_str(), "w")) {
+      std::fputs(text.c_str(), f);
+      std::fclose(f);
+    }
+    run.start_command(std::string(ORVELA_BINARY) + " gra=0 ID < " + script);
   }
-  Pair server;
-  server.start_command(std::string(ORVELA_BINARY) + " gra=0 ID < " + script);
-  ASSERT_TRUE(server.wait_for("- Attente Datagram in Blocking mode\n")) << server.printed();
+  ~Program() {
+    std::remove(script.c_str());
+    rmdir(folder);
+  }
+};
+
+class DeviceUcsChild : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    if (!python_present()) GTEST_SKIP() << "python3 is not installed: no peer for the sockets";
+    const int port = port_libre(false);
+    ASSERT_GT(port, 0);
+    p = std::to_string(port);
+  }
+  // The program on `text`, once its server waits for datagrams in `mode`.
+  Pair& serveur(const std::string& text, const std::string& mode) {
+    program = std::make_unique<Program>(text);
+    EXPECT_TRUE(program->run.wait_for("- Attente Datagram in " + mode + " mode\n")) << program->run.printed();
+    return program->run;
+  }
+  std::string p;  // the server's port
+  std::unique_ptr<Program> program;
+};
+
+}  // namespace
+
+TEST_F(DeviceUcsChild, ABlockingServerWaitsForEachDatagramAndAnswers) {
+  // Three rounds: each value doubled back in "US"; then the state.
+  Pair& server = serveur("device(1) ini(\"UCS\") lead number(" + p + ") close(1)\n"
+                         "n=0\n"
+                         "while(n<3){q=device(1) format(\"US\"); device(1) format(\"US\")=q*2; n=n+1}\n"
+                         "device(1) edit\nbye abs\n",
+                         "Blocking");
   Pair peer;
   peer.start("import socket,struct,time\n"
              "s=socket.socket(socket.AF_INET, socket.SOCK_DGRAM); s.settimeout(5)\n"
@@ -42,33 +75,20 @@ TEST(DeviceUcsBlocking, AServerInAChildProcessWaitsForEachDatagramAndAnswers) {
   EXPECT_EQ(shown.find("WouldBlock"), std::string::npos) << shown;
   EXPECT_NE(shown.find(" Distant Pret Oui Type Client Nom "), std::string::npos) << shown;
   EXPECT_NE(shown.find(" En Connexion Oui @IP 127.0.0.1 port "), std::string::npos) << shown;
-  std::remove(script.c_str());
-  rmdir(folder);
 }
 
 // The program itself polling a non-blocking server in a loop of the
 // language while a Python peer sends it crafted datagrams: an empty one,
 // one byte read as "SS", the largest a datagram can be; each is told, and
 // the program goes on to its end.
-TEST(DeviceUcsBlocking, CraftedDatagramsToTheRunningProgramAreToldAndItGoesOn) {
-  if (!python_present()) GTEST_SKIP() << "python3 is not installed: no peer for the sockets";
-  const int port = port_libre(false);
-  ASSERT_GT(port, 0);
-  const std::string p = std::to_string(port);
-  char folder[] = "/tmp/orvela_craftedXXXXXX";
-  ASSERT_NE(mkdtemp(folder), nullptr);
-  const std::string script = std::string(folder) + "/server.orv";
-  if (FILE* f = std::fopen(script.c_str(), "w")) {
-    // Polls until three datagrams with data came (or 8 s passed).
-    std::fputs(("device(1) ini(\"UCS\") lead number(" + p + ")\n"
-                "k=0\nt=time(0)\n"
-                "while(k<3 && time(1)<8){q=device(1) format(\"SS\"); if(type(q)!=type(NIL)){k=k+1; print(\"GOT \",q[0])}}\n"
-                "print(\"DONE \",k)\nbye abs\n").c_str(), f);
-    std::fclose(f);
-  }
-  Pair server;
-  server.start_command(std::string(ORVELA_BINARY) + " gra=0 ID < " + script);
-  ASSERT_TRUE(server.wait_for("- Attente Datagram in Non-Blocking mode\n")) << server.printed();
+TEST_F(DeviceUcsChild, CraftedDatagramsToTheRunningProgramAreToldAndItGoesOn) {
+  // Polls until three datagrams with data came (or 8 s passed).
+  Pair& server = serveur("device(1) ini(\"UCS\") lead number(" + p + ")\n"
+                         "k=0\nt=time(0)\n"
+                         "while(k<3 && time(1)<8){q=device(1) format(\"SS\"); if(type(q)!=type(NIL)){k=k+1; "
+                         "print(\"GOT \",q[0])}}\n"
+                         "print(\"DONE \",k)\nbye abs\n",
+                         "Non-Blocking");
   Pair peer;
   peer.start("import socket,time\n"
              "s=socket.socket(socket.AF_INET, socket.SOCK_DGRAM)\n"
@@ -84,6 +104,4 @@ TEST(DeviceUcsBlocking, CraftedDatagramsToTheRunningProgramAreToldAndItGoesOn) {
   EXPECT_NE(shown.find("GOT \n128.000000 \n"), std::string::npos) << shown;
   EXPECT_NE(shown.find("GOT \n0.000000 \nGOT \n1.000000 \n ?DONE \n3.000000 \n"), std::string::npos) << shown;
   EXPECT_NE(shown.find("SEE YOU SOON"), std::string::npos) << shown;
-  std::remove(script.c_str());
-  rmdir(folder);
 }
