@@ -1,7 +1,9 @@
 // The `device` command: `device(n)` reads slot n, `device(n) = v` writes
 // it; `validate`, `coe` and `tran` get or set over a list of numbers;
 // `end` closes, `edit` prints; `device` alone reads every validated slot
-// and gives the mean of their first three values.
+// and gives the mean of their first three values. `device(n) cin` marks
+// the slot read at each image of the loop for the pointer; `device(n)
+// [lead] texture(port)` opens the older pair of UDP devices.
 #include <algorithm>
 
 #include "device/device_command.h"
@@ -262,11 +264,7 @@ int device(word* s, const word* ob, word* st, const word* lim) {
     }
     return moyenne(s, st, lim);
   }
-  if (!periph(n)) {
-    voir_int2("%d [0,%d]", n, NB_PERIPH);
-    voir_message(0, MES_ILLEGAL);
-    return -1;
-  }
+  if (!periph_ou_erreur(n)) return -1;
   if (has_word(s, KW_end) && nums.count > 1) {
     for (int i = 0; i < nums.count; i++) fermer_device(entier(nums.n[i]));
     return build_nil(s);

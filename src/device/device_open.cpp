@@ -53,12 +53,8 @@ void reglages(word* s, Periph& p) {
 }  // namespace
 
 int ouvrir_slot(word* s, const word* lim, int n, const KindRow& k, void (*regler)(word* s, Periph& p)) {
-  Periph* p = periph(n);
-  if (!p) {
-    voir_int2("%d [0,%d]", n, NB_PERIPH);
-    voir_message(0, MES_ILLEGAL);
-    return -1;
-  }
+  Periph* p = periph_ou_erreur(n);
+  if (!p) return -1;
   if (p->Type != DEV_LIBRE) {
     if (p->Type != DEV_AUD || k.Type != DEV_AUD) {
       voir_message(1, MESG_OCCUPED_DEVICE);
@@ -92,11 +88,7 @@ int INI_DEVICE(word* s, const word* lim) {
   float num = 0;
   if (floats_of(command_argument(s), &num, 1) < 1) return build_nil(s);
   const int n = entier(num);
-  if (!periph(n)) {
-    voir_int2("%d [0,%d]", n, NB_PERIPH);
-    voir_message(0, MES_ILLEGAL);
-    return -1;
-  }
+  if (!periph_ou_erreur(n)) return -1;
   const char* quoi = arg_text(s, KW_ini);
   int type = quoi ? 0 : arg_int(s, KW_ini, 0);
   const KindRow* k = quoi ? kind_by_ini(quoi, has_word(s, KW_lead)) : kind_row(type);
