@@ -1,12 +1,15 @@
 // The `device` command: `device(n)` reads slot n, `device(n) = v` writes
 // it; `validate`, `coe` and `tran` get or set over a list of numbers;
 // `end` closes, `edit` prints; `device` alone reads every validated slot
-// and gives the mean of their first three values.
+// and gives the mean of their first three values. `device(n) cin` marks
+// the slot read at each image of the loop for the pointer; `device(n)
+// [lead] texture(port)` opens the older pair of UDP devices.
 #include <algorithm>
 
 #include "device/device_command.h"
 #include "device/device_kinds.h"
 #include "device/device_util.h"
+#include "interaction/loop_state.h"
 #include "kernel/entier.h"
 #include "kernel/interrupt.h"
 #include "kernel/keywords.h"
@@ -15,6 +18,7 @@
 #include "language/args.h"
 #include "language/cmd_util.h"
 #include "language/commands.h"
+#include "language/handlers.h"
 #include "scene/graphic.h"
 #include "scene/image_object.h"
 
@@ -124,24 +128,81 @@ int transmettre(word* s, int code, word* st, const word* lim) {
   return set_result(s, st, lim);
 }
 
+// `format("F")`, or `format("SP", dep, size)`, into the slot: the text
+// and its numbers; none means "CC", as a datagram's format is given at
+// each exchange. False after message 66 for a text not of two letters.
+bool lire_format(word* s, Periph& p) {
+  const word* fv = arg_of(s, KW_format);
+  if (!fv) {
+    p.Format_echange[0] = '\0';
+    return true;
+  }
+  const word* t = tag(fv) == T_HYBRIDE ? data(fv) : fv;
+  if (tag(t) != T_CHAR || text_bytes(t) != 2) {
+    if (tag(t) == T_CHAR) VOIR_CHAR("%s ", text(t));
+    voir_message(0, MES_ILLEGAL);
+    return false;
+  }
+  p.Format_echange[0] = text(t)[0];
+  p.Format_echange[1] = text(t)[1];
+  p.Format_echange[2] = '\0';
+  p.Sp_dep = std::max(0, entier(value_at(fv, 0, 0)));
+  p.Sp_taille = entier(value_at(fv, 1, -1));
+  return true;
+}
+
+// The result type of a read: the slot's, or `float` / `char` of the command.
+int format_lecture(word* s, const Periph& p) {
+  if (has_word(s, KW_char)) return T_CHAR;
+  if (has_word(s, KW_float)) return T_FLOAT;
+  return p.Format;
+}
+
+// The words of the area a `cin` read fills: a datagram of 65507 bytes
+// read in place, and its header.
+constexpr size_t ZONE_CIN = 16400;
+
+// `device(n) cin [format(...)] [float|char]`: device n gives the pointer's
+// place at each image, read as `device(n)` with those words reads it; one
+// device at a time. `cin(0)` takes it back.
+int marquer_cin(word* s, int n, Periph& p) {
+  DeviceCin& c = devices().cin;
+  if (arg_float(s, KW_cin, 1) == 0) {
+    if (c.numero == n) c.numero = 0;
+    return build_nil(s);
+  }
+  if (!lire_format(s, p)) return -1;
+  c.numero = n;
+  c.format = format_lecture(s, p);
+  std::copy(p.Format_echange, p.Format_echange + 3, c.echange);
+  c.sp_dep = p.Sp_dep;
+  c.sp_taille = p.Sp_taille;
+  if (c.zone.size() < ZONE_CIN) c.zone.assign(ZONE_CIN, 0);
+  return build_nil(s);
+}
+
+// At each image: the `cin` device read into its own area; its first three
+// numbers (0 for those missing) in xyz. 1 with numbers, 0 without.
+int lire_cin(float xyz[3]) {
+  DeviceCin& c = devices().cin;
+  Periph* p = c.numero ? periph_ouvert(c.numero) : nullptr;
+  if (!p) return 0;
+  std::copy(c.echange, c.echange + 3, p->Format_echange);
+  p->Sp_dep = c.sp_dep;
+  p->Sp_taille = c.sp_taille;
+  word* z = c.zone.data();
+  Lecture l{z, z + c.zone.size(), 0, c.format, c.numero, p->Debug != 0};
+  const int r = lire_un(c.numero, *p, l);
+  if (r < 0) return r;
+  float v[3] = {0, 0, 0};
+  if (floats_of(z, v, 3) == 0) return 0;
+  std::copy(v, v + 3, xyz);
+  return 1;
+}
+
 // The read or write of one open slot, with the options of this command.
 int lire_ecrire(word* s, const word* ob, int n, Periph& p, word* st, const word* lim) {
-  if (const word* fv = arg_of(s, KW_format)) {
-    // `format("F")`, or `format("SP", dep, size)`: the text and its numbers.
-    const word* t = tag(fv) == T_HYBRIDE ? data(fv) : fv;
-    if (tag(t) != T_CHAR || text_bytes(t) != 2) {
-      if (tag(t) == T_CHAR) VOIR_CHAR("%s ", text(t));
-      voir_message(0, MES_ILLEGAL);
-      return -1;
-    }
-    p.Format_echange[0] = text(t)[0];
-    p.Format_echange[1] = text(t)[1];
-    p.Sp_dep = std::max(0, entier(value_at(fv, 0, 0)));
-    p.Sp_taille = entier(value_at(fv, 1, -1));
-  } else {
-    // A datagram's format is given at each exchange: none means "CC".
-    p.Format_echange[0] = '\0';
-  }
+  if (!lire_format(s, p)) return -1;
   if (has_word(s, KW_wait)) p.Attente = std::max(0.0f, arg_float(s, KW_wait, 0));
   if (p.Type == DEV_DAT && has_word(s, KW_time)) {
     p.Ligne = arg_int(s, KW_time, p.Ligne, 0);
@@ -158,15 +219,28 @@ int lire_ecrire(word* s, const word* ob, int n, Periph& p, word* st, const word*
     if (p.Type == DEV_MEM && has_word(s, KW_wait)) attendre_ms(static_cast<long long>(p.Attente * 1000));
     return build_nil(s);
   }
-  int format = p.Format;
-  if (has_word(s, KW_float)) format = T_FLOAT;
-  if (has_word(s, KW_char)) format = T_CHAR;
+  const int format = format_lecture(s, p);
   const int dim = has_word(s, KW_dim) ? std::max(0, arg_int(s, KW_dim, 0)) : 0;
   Lecture l{st, lim, dim, format, n, p.Debug || has_word(s, KW_debug)};
   const int r = lire_un(n, p, l);
   if (r < 0) return r;
   if (has_word(s, KW_image)) vers_image(s, st);
   return set_result(s, st, lim);
+}
+
+// The older pair of UDP commands: `device(n) [lead] texture(port) ...`.
+int paire_udp(word* s, const Numeros& nums, const word* lim) {
+  if (nums.count == 0) {
+    usage_udp();
+    return -1;
+  }
+  const bool serveur = has_word(s, KW_lead);
+  const int n = entier(nums.n[0]);
+  if ((serveur ? DEVICE_TYPE_SERVEUR_UDP(s, lim, n) : DEVICE_TYPE_CLIENT_UDP(s, lim, n)) < 0) {
+    TRACE_FAIL(serveur ? "DEVICE_TYPE_SERVEUR_UDP()" : "DEVICE_TYPE_CLIENT_UDP()");
+    return -1;
+  }
+  return build_nil(s);
 }
 
 int device(word* s, const word* ob, word* st, const word* lim) {
@@ -179,19 +253,18 @@ int device(word* s, const word* ob, word* st, const word* lim) {
   Numeros nums;
   lire_numeros(s, nums);
   const int n = nums.count > 0 ? entier(nums.n[0]) : 0;
+  if (has_word(s, KW_texture) && !has_word(s, KW_end) && !has_word(s, KW_edit)) return paire_udp(s, nums, lim);
   if (has_word(s, KW_validate) || has_word(s, KW_coe) || has_word(s, KW_tran)) return reglage_liste(s, nums, lim);
   if (n == 0) {
+    // `device cin`: the number of the device that places the pointer.
+    if (has_word(s, KW_cin)) return build_float(s, lim, static_cast<float>(devices().cin.numero));
     if (has_word(s, KW_edit) || has_word(s, KW_end)) {
       for (int k = 1; k <= NB_PERIPH; k++) has_word(s, KW_edit) ? voir_device(k) : fermer_device(k);
       return build_nil(s);
     }
     return moyenne(s, st, lim);
   }
-  if (!periph(n)) {
-    voir_int2("%d [0,%d]", n, NB_PERIPH);
-    voir_message(0, MES_ILLEGAL);
-    return -1;
-  }
+  if (!periph_ou_erreur(n)) return -1;
   if (has_word(s, KW_end) && nums.count > 1) {
     for (int i = 0; i < nums.count; i++) fermer_device(entier(nums.n[i]));
     return build_nil(s);
@@ -210,8 +283,22 @@ int device(word* s, const word* ob, word* st, const word* lim) {
     voir_ucs(n);
     return build_nil(s);
   }
+  if (has_word(s, KW_cin)) return marquer_cin(s, n, *p);
   return lire_ecrire(s, ob, n, *p, st, lim);
 }
+
+constexpr const char* USAGE_DEVICE =
+    "device(n) ini(\"K\") [name number dim char float time speed close lead debug inv coe tran audio] opens slot n "
+    "(1..100); K = LIR MEM COM TCP UDP MID MOU AUD ITR DAT UCS TIM; ini(\"UCS\") help: the datagram exchange\n"
+    "p=device(n) [dim(k)] [float|char] [format(\"F\")] [debug] [image(id)] reads, device(n)=p writes; device alone: "
+    "the mean of the validated devices\n"
+    "device(n..) validate(v) coe(c) tran(t) set, without a value get; device(n) edit, end; device edit, end, clean: "
+    "every device\n"
+    "device(n) cin [format(\"F\")] [float|char]: at each image of the loop the device is read and its first three "
+    "numbers place the pointer (x, y in pixels from the window's centre, y down; missing ones 0, NIL leaves it); "
+    "cin(0) or end takes it back; device cin: its number, 0 for none\n"
+    "device(n) lead texture(port) [dim(bytes)] [time(ms)] [close]: a UDP server; device(n) name(\"host\") "
+    "texture(port) [dim time close]: a UDP client (port 8889, 1024 bytes by default)";
 
 }  // namespace
 
@@ -225,5 +312,7 @@ int DEVICE_b(word* s, const word* ob, word* st, const word* lim) {
 
 void install_device_commands() {
   register_graphic_handler({KW_device}, DEVICE_b);
+  loop().lire_cin = lire_cin;
+  register_usage(KW_device, USAGE_DEVICE);
   ini_devices();
 }

@@ -35,6 +35,12 @@ const KindRow* kind_row(int type);
 // The row of an `ini` string, the server form with `lead`; null when unknown.
 const KindRow* kind_by_ini(const char* ini, bool lead);
 
+// Opens slot n as kind k: the settings of `ini` read from the command,
+// then those of `regler` when given, then the kind's own opening; the
+// slot is printed as opened. 0, or negative after a report (a slot in
+// use keeps its device, a failed opening leaves it free).
+int ouvrir_slot(word* s, const word* lim, int n, const KindRow& k, void (*regler)(word* s, Periph& p));
+
 // The kinds' operations, each in its own file.
 int ouvrir_fichier(Periph& p, int n, word* s, const word* lim);
 int lire_fichier(Periph& p, Lecture& l);
@@ -58,6 +64,12 @@ int ouvrir_tcp_serveur(Periph& p, int n, word* s, const word* lim);
 int ouvrir_udp_client(Periph& p, int n, word* s, const word* lim);
 int ouvrir_udp_serveur(Periph& p, int n, word* s, const word* lim);
 int lire_socket(Periph& p, Lecture& l);
+// The older pair of UDP commands (udp_pair.cpp): `device(n) texture(port)`
+// makes slot n a UDP server with `lead`, a client otherwise.
+int DEVICE_TYPE_SERVEUR_UDP(word* s, const word* lim, int n);
+int DEVICE_TYPE_CLIENT_UDP(word* s, const word* lim, int n);
+// `device texture` with no device: `device` and the pair's usage.
+void usage_udp();
 int ecrire_socket(Periph& p, int n, const word* v);
 void fermer_socket(Periph& p);
 

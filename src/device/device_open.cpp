@@ -52,27 +52,11 @@ void reglages(word* s, Periph& p) {
 
 }  // namespace
 
-int INI_DEVICE(word* s, const word* lim) {
-  float num = 0;
-  if (floats_of(command_argument(s), &num, 1) < 1) return build_nil(s);
-  const int n = entier(num);
-  Periph* p = periph(n);
-  if (!p) {
-    voir_int2("%d [0,%d]", n, NB_PERIPH);
-    voir_message(0, MES_ILLEGAL);
-    return -1;
-  }
-  const char* quoi = arg_text(s, KW_ini);
-  int type = quoi ? 0 : arg_int(s, KW_ini, 0);
-  const KindRow* k = quoi ? kind_by_ini(quoi, has_word(s, KW_lead)) : kind_row(type);
-  if (!k || (!quoi && !k->ini && type != DEV_AUTOMATE)) {
-    if (quoi) VOIR_CHAR("%s ", quoi);
-    else voir_int("%d ", type);
-    voir_message(0, MES_ILLEGAL);
-    return -1;
-  }
+int ouvrir_slot(word* s, const word* lim, int n, const KindRow& k, void (*regler)(word* s, Periph& p)) {
+  Periph* p = periph_ou_erreur(n);
+  if (!p) return -1;
   if (p->Type != DEV_LIBRE) {
-    if (p->Type != DEV_AUD || k->Type != DEV_AUD) {
+    if (p->Type != DEV_AUD || k.Type != DEV_AUD) {
       voir_message(1, MESG_OCCUPED_DEVICE);
       return -1;
     }
@@ -82,20 +66,41 @@ int INI_DEVICE(word* s, const word* lim) {
   }
   Periph neuf;
   reglages(s, neuf);
+  if (regler) regler(s, neuf);
   *p = std::move(neuf);
-  p->Type = k->Type;
+  p->Type = k.Type;
   if (has_word(s, KW_audio)) {
     const DeviceAudioHooks& h = devices().audio;
     if (h.reglage) h.reglage(s, lim);
     else err_son();
   }
-  if (k->ouvrir && k->ouvrir(*p, n, s, lim) < 0) {
+  if (k.ouvrir && k.ouvrir(*p, n, s, lim) < 0) {
     *p = Periph{};
-    TRACE_FAIL("INI_DEVICE()");
     return -1;
   }
   p->Valider = 1;
   voir_message(0, MES_RULE);
   voir_device(n);
+  return 0;
+}
+
+int INI_DEVICE(word* s, const word* lim) {
+  float num = 0;
+  if (floats_of(command_argument(s), &num, 1) < 1) return build_nil(s);
+  const int n = entier(num);
+  if (!periph_ou_erreur(n)) return -1;
+  const char* quoi = arg_text(s, KW_ini);
+  int type = quoi ? 0 : arg_int(s, KW_ini, 0);
+  const KindRow* k = quoi ? kind_by_ini(quoi, has_word(s, KW_lead)) : kind_row(type);
+  if (!k || (!quoi && !k->ini && type != DEV_AUTOMATE)) {
+    if (quoi) VOIR_CHAR("%s ", quoi);
+    else voir_int("%d ", type);
+    voir_message(0, MES_ILLEGAL);
+    return -1;
+  }
+  if (ouvrir_slot(s, lim, n, *k, nullptr) < 0) {
+    TRACE_FAIL("INI_DEVICE()");
+    return -1;
+  }
   return build_nil(s);
 }

@@ -24,6 +24,7 @@ void ini_devices() {
       if (k && k->fermer) k->fermer(p);
     }
   for (Periph& p : devices().Table_periph) p = Periph{};
+  devices().cin.numero = 0;
 }
 
 void fermer_device(int n) {
@@ -33,6 +34,7 @@ void fermer_device(int n) {
   const KindRow* k = kind_row(p->Type);
   if (k && k->fermer) k->fermer(*p);
   *p = Periph{};
+  if (devices().cin.numero == n) devices().cin.numero = 0;
 }
 
 void voir_device(int n) {
@@ -52,5 +54,6 @@ void voir_device(int n) {
   voir_int(" valider(%d)", p->Valeur);
   voir_float(" coe(%f)", p->Coe);
   voir_float(" dep(%f)", p->Dep);
+  if (devices().cin.numero == n) voir_texte(" cin");
   voir_texte("\n");
 }

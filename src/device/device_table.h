@@ -59,6 +59,7 @@ struct Periph {
   std::string Nom_local;    // a client's second `name`
   int Port = 0;
   int Bloquant = 0;         // `close`: a socket read waits for data
+  int Delai_lecture = -1;   // ms such a read waits at most; -1 for ever
   int Inverse = 0;          // `inv`: the byte order of floats swapped
   float Attente = 0;        // `wait(t)`, seconds: MEM answers are waited for
   char Format_echange[3] = "";  // `format`: the two letters of a datagram's form
@@ -84,12 +85,24 @@ struct DeviceAudioHooks {
   int (*reglage)(word* s, const word* lim) = nullptr;
 };
 
+// The device whose first three values stand for the pointer at each
+// image (`device(n) cin`), with the settings of its read and the area
+// the read fills, made once when a device is marked.
+struct DeviceCin {
+  int numero = 0;              // 0: none
+  int format = T_CHAR;         // `float` or `char` of the marking command
+  char echange[3] = "";        // `format`: a datagram's two letters
+  int sp_dep = 0, sp_taille = -1;
+  std::vector<word> zone;
+};
+
 struct DeviceState {
   Periph Table_periph[NB_PERIPH + 1];  // indexed by the device number; 0 unused
   double Timers[4] = {0, 0, 0, 0};     // "TIM": the clock's seconds at each reset
   DeviceAudioHooks audio;
   std::vector<unsigned char> Octets;   // the bytes of the value being written
   UcsState ucs;                        // the "UCS" exchange's records
+  DeviceCin cin;
 };
 
 DeviceState& devices();

@@ -93,6 +93,15 @@ void err_device(int n) {
   voir_message(0, MES_ILLEGAL);
 }
 
+Periph* periph_ou_erreur(int n) {
+  Periph* p = periph(n);
+  if (!p) {
+    voir_int2("%d [0,%d]", n, NB_PERIPH);
+    voir_message(0, MES_ILLEGAL);
+  }
+  return p;
+}
+
 void err_son() {
   voir_mot(KW_audio);
   voir_message(0, MES_SOUND_OFF);

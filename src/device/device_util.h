@@ -27,3 +27,5 @@ bool interruption_demandee();
 void err_son();
 // "device n ILLEGAL": a device that is not open or out of range.
 void err_device(int n);
+// Slot n, or null after "%d [0,%d]" and message 66 when n is outside 1..100.
+Periph* periph_ou_erreur(int n);

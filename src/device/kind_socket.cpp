@@ -114,17 +114,30 @@ int ouvrir_udp_serveur(Periph& p, int, word*, const word*) {
 }
 
 int lire_socket(Periph& p, Lecture& l) {
-  unsigned char octets[TAMPON_SOCKET + 1];
-  const int n = std::clamp(l.n > 0 ? l.n : (p.Dim > 0 ? p.Dim : TAMPON_SOCKET), 1, TAMPON_SOCKET);
+  // A `dim` above the default reads into the slot's own buffer (Dim
+  // words, made at opening): nothing is asked for here.
+  unsigned char tampon[TAMPON_SOCKET + 1];
+  const int capacite = std::max(TAMPON_SOCKET, p.Dim);
+  unsigned char* octets = capacite > TAMPON_SOCKET ? reinterpret_cast<unsigned char*>(p.Buffer.data()) : tampon;
+  const int n = std::clamp(l.n > 0 ? l.n : (p.Dim > 0 ? p.Dim : TAMPON_SOCKET), 1, capacite);
   const bool flux = p.Type == DEV_TCP_CLIENT || p.Type == DEV_TCP_SERVEUR;
   if (bloquant(p)) flush_out();  // what came before shows while the read waits
+  // A read with a limit waits for data that long, then takes what is there.
+  bool attendre = bloquant(p);
+  if (attendre && p.Delai_lecture >= 0) {
+    attendre = false;
+    if (!net_readable(p.Sock, p.Delai_lecture, interruption_demandee)) {
+      if (l.debug && net_error() == NET_WOULD_BLOCK) voir_message(0, MES_TIME_OUT);
+      return build_nil(l.v, l.lim);
+    }
+  }
   long lu;
   if (flux) {
-    lu = net_recv(p.Sock, octets, static_cast<size_t>(n), bloquant(p), interruption_demandee);
+    lu = net_recv(p.Sock, octets, static_cast<size_t>(n), attendre, interruption_demandee);
   } else {
     bool tronque = false;
     NetAddress de;
-    lu = net_recvfrom(p.Sock, octets, static_cast<size_t>(n), &de, &tronque, bloquant(p), interruption_demandee);
+    lu = net_recvfrom(p.Sock, octets, static_cast<size_t>(n), &de, &tronque, attendre, interruption_demandee);
     if (tronque) voir_texte("WSAEMSGSIZE\n");
     // A server answers whoever wrote to it last.
     if (lu >= 0 && p.Type == DEV_UDP_SERVEUR) {

@@ -211,9 +211,11 @@ void decoder(const UcsFormat& f, bool msb, const Periph& p, Lecture& l, const un
     case UCS_HEXA: {
       const int place = static_cast<int>(room) - 1;
       const UcsDecodage d = ucs_decoder_hexa(b, n, f, msb, text(l.v), place > 0 ? place : 0);
+      // The limit told is the room, or what the buffer kept of a datagram
+      // the kernel cut.
       if (d.tronque() || reel > lu)
         voir("Received Message Truncated for Format %s : Rx Lg %ld -> %d > Orvela Lg %d\n", f.nom, reel,
-             reel > lu ? static_cast<int>(reel) * 2 : d.voulus, place);
+             reel > lu ? static_cast<int>(reel) * 2 : d.voulus, d.tronque() ? place : d.elements);
       build_text_in_place(l.v, l.lim, static_cast<size_t>(d.elements));
       return;
     }
@@ -244,14 +246,15 @@ void decoder(const UcsFormat& f, bool msb, const Periph& p, Lecture& l, const un
       }
       if (f.genre == UCS_FLOTTANT) {
         if (reel > lu || d.tronque())
-          voir("ReceivedMessage Truncated for Format FF : Rx Lg %ld > Orvela Lg %d\n", reel, place * 4);
+          voir("ReceivedMessage Truncated for Format FF : Rx Lg %ld > Orvela Lg %d\n", reel,
+               d.tronque() ? place * 4 : d.elements * 4);
         if (n % 4) {
           if (direct) voir("Periph %d: Received Message Truncated for Format FF : Float Sequence not multiple of %d bytes\n", l.numero, 4);
           else voir("ReceivedMessage Truncated for Format FF : Float Sequence not multiple of %d bytes\n", 4);
         }
       } else if (d.tronque() || reel > lu) {
         voir("Received Message Truncated for Format %s : Rx Lg %ld -> %d > Orvela Lg %d\n", f.nom, reel,
-             static_cast<int>((reel + f.largeur - 1) / f.largeur), place);
+             static_cast<int>((reel + f.largeur - 1) / f.largeur), d.tronque() ? place : d.elements);
       }
       build_head(l.v, 4 + d.elements, T_FLOAT, d.elements);  // decoded in place, within room
       return;

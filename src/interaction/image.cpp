@@ -27,17 +27,29 @@ int fonction_utilisateur(int n) {
   return 0;
 }
 
-// Step 11: the device's input and the recorded mouse path.
+// The pointer placed by input other than the mouse: x, y in pixels from
+// the window's centre, y down, as the mouse gives them.
+void pose_pointeur(const float xyz[3]) {
+  InteractionState& L = loop();
+  for (int i = 0; i < 3; i++) L.souris_chemin[i] = xyz[i];
+  L.survol[0] = entier(xyz[0]);
+  L.survol[1] = entier(xyz[1]);
+  pointeur_scene();
+}
+
+// Step 11: the `cin` device's three values, then the recorded mouse path;
+// each stands for the pointer.
 int entrees() {
   InteractionState& L = loop();
-  if (L.lire_cin && L.lire_cin(L.souris_chemin) < 0) return -1;
+  float xyz[3];
+  if (L.lire_cin) {
+    const int r = L.lire_cin(xyz);
+    if (r < 0) return -1;
+    if (r > 0) pose_pointeur(xyz);
+  }
   if (L.chemin_pos + 3 <= L.chemin.size()) {
-    for (int i = 0; i < 3; i++) L.souris_chemin[i] = L.chemin[L.chemin_pos + i];
+    pose_pointeur(&L.chemin[L.chemin_pos]);
     L.chemin_pos += 3;
-    // The path stands for the pointer.
-    L.survol[0] = entier(L.souris_chemin[0]);
-    L.survol[1] = entier(L.souris_chemin[1]);
-    pointeur_scene();
   }
   return 0;
 }

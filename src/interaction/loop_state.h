@@ -187,7 +187,10 @@ struct InteractionState {
 
   // Steps that later subsystems register; a null one is not built and
   // costs one test.
-  int (*lire_cin)(float xyz[3]) = nullptr;   // the open device's three `cin` values
+  // The `cin` device's first three values into xyz: 1 when it gave
+  // some, 0 when none (no such device, or nothing read), negative after a
+  // report.
+  int (*lire_cin)(float xyz[3]) = nullptr;
   void (*idle_reseau)() = nullptr;           // mode 298
   void (*idle_souris)() = nullptr;           // mode 294
   void (*idle_play)() = nullptr;             // mode 310

@@ -10,6 +10,7 @@
 #include "kernel/vocab.h"
 #include "language/commands.h"
 #include "language/handlers.h"
+#include "language/lang_state.h"
 
 namespace {
 
@@ -95,6 +96,8 @@ constexpr const char* MATH_USAGE = "abs acos asin atan cos exp int log sin sqrt 
 const char* usage_of(int code) {
   for (const Usage& u : USAGES)
     if (u.code == code) return u.text;
+  for (const auto& [c, text] : lang().usages)
+    if (c == code) return text;
   for (int m : MATH)
     if (m == code) return MATH_USAGE;
   for (int t : TRANSFORMS)
@@ -132,6 +135,15 @@ void print_values(const char* title, const float* f, int n) {
 }
 
 }  // namespace
+
+void register_usage(int code, const char* text) {
+  for (auto& [c, t] : lang().usages)
+    if (c == code) {
+      t = text;
+      return;
+    }
+  lang().usages.emplace_back(code, text);
+}
 
 void print_keyword_help(int code) {
   const VocabState& v = vocab();

@@ -51,6 +51,9 @@ int PULS_a(word* record, const word* limit);
 int HELP_a(word* record, const word* limit);
 // The help of one keyword: name line, descriptor, values, usage.
 void print_keyword_help(int code);
+// The usage `help` shows for keyword `code`, lent by a subsystem above the
+// language (the text lives as long as the program).
+void register_usage(int code, const char* text);
 int HISTORY_a(word* record, const word* limit);
 int LIST_a(word* record, const word* limit);
 int SORT_a(word* record, const word* limit);

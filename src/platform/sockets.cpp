@@ -8,6 +8,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -25,12 +26,15 @@ sockaddr_in to_sockaddr(const NetAddress& a) {
   return s;
 }
 
-// Waits until fd is readable: true when it is, false when `stop` ended
-// the wait (net_error() NET_INTERRUPTED) or poll failed.
-bool wait_readable(int fd, NetStop stop) {
-  for (;;) {
+// Waits until fd is readable, `ms` milliseconds at most (negative: for
+// ever): true when it is; false when the time ran out (net_error()
+// NET_WOULD_BLOCK), when `stop` ended the wait (NET_INTERRUPTED) or when
+// poll failed.
+bool wait_readable(int fd, NetStop stop, int ms = -1) {
+  for (int waited = 0;; waited += 100) {
+    const int slice = ms < 0 ? 100 : std::min(100, ms - waited);
     pollfd p{fd, POLLIN, 0};
-    const int r = poll(&p, 1, 100);
+    const int r = poll(&p, 1, std::max(slice, 0));
     if (r > 0) return true;
     if (r < 0 && errno != EINTR) {
       keep_errno();
@@ -38,6 +42,10 @@ bool wait_readable(int fd, NetStop stop) {
     }
     if (stop && stop()) {
       last_error = NET_INTERRUPTED;
+      return false;
+    }
+    if (ms >= 0 && waited + 100 >= ms) {
+      last_error = NET_WOULD_BLOCK;
       return false;
     }
   }
@@ -146,6 +154,8 @@ bool net_connect(int fd, const NetAddress& to, NetStop stop) {
   fcntl(fd, F_SETFL, flags);
   return ok;
 }
+
+bool net_readable(int fd, int ms, NetStop stop) { return wait_readable(fd, stop, ms); }
 
 void net_set_blocking(int fd, bool blocking) {
   const int flags = fcntl(fd, F_GETFL, 0);

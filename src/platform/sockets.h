@@ -42,6 +42,10 @@ bool net_reverse(const NetAddress& a, std::string* name);
 // Connects, waiting in slices for the answer (or `stop`).
 bool net_connect(int fd, const NetAddress& to, NetStop stop);
 void net_set_blocking(int fd, bool blocking);
+// Waits until something can be received, `ms` milliseconds at most
+// (negative: for ever): false when the time ran out (net_error()
+// NET_WOULD_BLOCK) or `stop` ended the wait (NET_INTERRUPTED).
+bool net_readable(int fd, int ms, NetStop stop);
 // Receives up to n bytes. With `wait`, waits until something comes (or
 // `stop`); without, returns -1 with NET_WOULD_BLOCK when nothing is
 // there. 0 means the peer closed a stream. For datagrams `from` receives

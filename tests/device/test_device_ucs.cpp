@@ -155,7 +155,7 @@ TEST_F(DeviceUcs, EveryFormatBothWaysInBothOrders) {
   // The 1600 bytes again, read in a format of the 1500-byte buffer.
   run("device(12) format(\"FF\")=l");
   Outcome r = recevoir("device(12) format(\"US\")");
-  EXPECT_NE(r.out.find("Received Message Truncated for Format US : Rx Lg 1600 -> 800 > Orvela Lg "), std::string::npos)
+  EXPECT_NE(r.out.find("Received Message Truncated for Format US : Rx Lg 1600 -> 800 > Orvela Lg 750\n"), std::string::npos)
       << r.out;
   EXPECT_EQ(nombres(r).size(), 750u);
 
@@ -209,7 +209,7 @@ TEST_F(DeviceUcs, CraftedDatagramsGiveMessagesNotCrashes) {
   EXPECT_NE(o.out.find("Periph 15 : Connection closing...\n"), std::string::npos) << o.out;
   EXPECT_EQ(nombres(run("device(15) format(\"SS\")")), std::vector<float>{128});
   o = run("device(15) format(\"SS\")");
-  EXPECT_NE(o.out.find("Received Message Truncated for Format SS : Rx Lg 65507 -> 32754 > Orvela Lg "),
+  EXPECT_NE(o.out.find("Received Message Truncated for Format SS : Rx Lg 65507 -> 32754 > Orvela Lg 750\n"),
             std::string::npos) << o.out;
   EXPECT_EQ(nombres(o).size(), 750u);
   EXPECT_EQ(texte(run("device(15)")), "abc");

@@ -22,19 +22,20 @@ inline int port_libre(bool stream) {
   return port;
 }
 
-// Runs a Python script in the background, for 10 s at most; its output
-// goes to `out` (a file the test reads afterwards).
+// Runs a Python script (or a shell command) in the background, for 10 s
+// at most; its output goes to `out` (a file the test reads afterwards).
 struct Pair {
   pid_t pid = -1;
   std::string out;
-  void start(const std::string& script) {
+  void start(const std::string& script) { start_command("python3 -c '" + script + "'"); }
+  void start_command(const std::string& command) {
     char tmpl[] = "/tmp/orvela_peerXXXXXX";
     const int fd = mkstemp(tmpl);
     if (fd >= 0) close(fd);
     out = tmpl;
     pid = fork();
     if (pid == 0) {
-      const std::string cmd = "timeout 10 python3 -c '" + script + "' > " + out + " 2>&1";
+      const std::string cmd = "timeout 10 " + command + " > " + out + " 2>&1";
       execl("/bin/sh", "sh", "-c", cmd.c_str(), static_cast<char*>(nullptr));
       _exit(127);
     }

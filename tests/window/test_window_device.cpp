@@ -23,3 +23,45 @@ TEST(WindowDevice, TheMouseDeviceReadsWhereThePointerHovers) {
                 "wait_text 'LOOP RUNNING'\nxdotool mousemove --window $(window_id) 576 144\nsleep 0.5\nkey Escape\n");
   EXPECT_TRUE(has(run.out, "BACK\n ?0.500000 -0.500000 0.000000 \n ?2.000000 0.000000 0.000000")) << run.out;
 }
+
+// A table of three rows marked as the `cin` device places the pointer at
+// each image, before the second user function, which reads it back through
+// a "MOU" device: 192 pixels right of the centre of the 768-pixel-wide
+// window is x 0.5, 144 above the centre of its 576 pixels is y -0.5.
+TEST(WindowDevice, TheCinDeviceDrivesThePointerImageByImage) {
+  REQUIRE_XVFB();
+  const std::string script =
+      "no edit\n"
+      "device(9) ini(\"LIR\") name(\"rows\")\n"
+      "device(9) = \"192 -144 0\\n-384 288 5\\n96 0 0\\n\"\n"
+      "device(2) ini(\"DAT\") name(\"rows.dat\")\n"
+      "device(2) cin\n"
+      "device(1) ini(\"MOU\")\n"
+      "func=\"show(n){p=device(1); print(\\\"IMAGE \\\",n); print(p)}\"\n"
+      "interaction func(2,\"show\")\ninteraction period(25)\n"
+      "interaction format(\"ORVELA 0.1 for\") time(4)\nprint(\"BACK\")\nbye abs\n";
+  WindowRun run(script, "ID");
+  EXPECT_TRUE(has(run.out, "IMAGE \n1.000000 \n0.500000 -0.500000 0.000000 \n"
+                           "IMAGE \n2.000000 \n-1.000000 1.000000 0.000000 \n"
+                           "IMAGE \n3.000000 \n0.250000 0.000000 0.000000 \n"
+                           "IMAGE \n4.000000 \n0.500000 -0.500000 0.000000 \n ?BACK"))
+      << run.out;
+}
+
+// The `cin` read at each image asks for no memory: a table marked, and a
+// datagram device polled by a user function, over images 30 to 230.
+TEST(WindowDevice, TheCinReadAndAPolledDatagramDeviceAllocateNothing) {
+  REQUIRE_XVFB();
+  REQUIRE_COUNTED_ALLOCATIONS();
+  const std::string script =
+      "no edit\n"
+      "device(9) ini(\"LIR\") name(\"rows\")\n"
+      "device(9) = \"10 20 30\\n40 50 60\\n\"\n"
+      "device(2) ini(\"DAT\") name(\"rows.dat\") coe(2)\n"
+      "device(2) cin\n"
+      "device(3) ini(\"UCS\") lead number(47397)\n"
+      "func=\"poll(n){p=device(3) format(\\\"FF\\\")}\"\n"
+      "interaction func(2,\"poll\")\ninteraction period(0)\ninteraction time(240)\nbye abs\n";
+  WindowRun run(script, "ID", "", ORVELA_ALLOC_PROBE);
+  EXPECT_TRUE(has(run.out, "probe: images 30 to 230: 0 new, 0 blocks\n")) << run.out;
+}
