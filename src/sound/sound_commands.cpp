@@ -9,8 +9,11 @@
 //   smooth audio(id) [dist(n, coe, width)] [limit(lo, hi)]
 //   stock audio(id) [name("f")] [coe(c1, c2)]    stock audio(id) read("f.stock")
 //   inv audio(id) [time(t1, t2)]
+//   dim audio(id) = seconds          speed audio(id) = f
+//   clean audio[(ids)]
 #include "sound/sound_commands.h"
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -20,6 +23,8 @@
 #include "kernel/values.h"
 #include "language/args.h"
 #include "scene/graphic.h"
+#include "scene/removal.h"
+#include "sound/sound_edit.h"
 #include "sound/sound_files.h"
 #include "sound/sound_generate.h"
 #include "sound/sound_object.h"
@@ -107,9 +112,18 @@ int forme_edit(word* s, const word*, word*, const word*, bool* done) {
 }
 
 // `dim audio(id)`: channels, bytes a sample, rate, frames, seconds.
-int forme_dim(word* s, const word*, word*, const word* lim, bool* done) {
+// Assigned, the length in seconds (DIM_AUDIO).
+int forme_dim(word* s, const word* ob, word*, const word* lim, bool* done) {
   if (!(*done = has_word(s, KW_audio))) return 0;
   Objet* o = audio_requis(id_audio(s), "DIM_AUDIO()");
+  if (o && ob) {
+    const float secondes = value_at(ob, 0, -1);
+    if (!(secondes >= 0) || secondes > 3600) {
+      voir_texte("dim audio(id) = seconds\a\n");
+      return -1;
+    }
+    return RESIZE_WAV(o, std::llround(static_cast<double>(secondes) * Rate(o))) < 0 ? -1 : 0;
+  }
   long long samples = 0;
   double time = 0;
   if (!o || GET_DIM_AUDIO(o, &samples, &time) < 0) return -1;
@@ -204,6 +218,25 @@ int forme_inv(word* s, const word*, word*, const word*, bool* done) {
   return build_nil(s);
 }
 
+// `speed audio(id) = f`, or `speed(f) audio(id)`.
+int forme_speed(word* s, const word* ob, word*, const word*, bool* done) {
+  if (!(*done = has_word(s, KW_audio))) return 0;
+  Objet* o = audio_requis(id_audio(s), "SPEED_AUDIO()");
+  if (!o) return -1;
+  const float f = ob ? value_at(ob, 0, 0) : arg_float(s, KW_speed, 0);
+  if (SPEED_AUDIO(o, f) < 0) return -1;
+  return ob ? 0 : build_nil(s);
+}
+
+// CLEAN_AUDIO: the sounds named, or all of them, freed.
+int forme_clean(word* s, const word*, word*, const word*, bool* done) {
+  if (!(*done = has_word(s, KW_audio))) return 0;
+  const std::vector<float> ids = arg_floats(s, KW_audio);
+  if (ids.empty()) rem_tous(chaine_audio(), KW_audio, 0);
+  for (float id : ids) rem_objet_id(KW_audio, entier(id));
+  return build_nil(s);
+}
+
 }  // namespace
 
 void install_sound_commands() {
@@ -215,4 +248,6 @@ void install_sound_commands() {
   register_graphic_shape(KW_smooth, forme_smooth);
   register_graphic_shape(KW_stock, forme_stock);
   register_graphic_shape(KW_inv, forme_inv);
+  register_graphic_shape(KW_speed, forme_speed);
+  register_graphic_shape(KW_clean, forme_clean);
 }
