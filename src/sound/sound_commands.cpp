@@ -11,6 +11,7 @@
 //   inv audio(id) [time(t1, t2)]
 //   dim audio(id) = seconds          speed audio(id) = f
 //   clean audio[(ids)]
+//   stock audio name("f.stock") time(images): a recording of the live level
 #include "sound/sound_commands.h"
 
 #include <cmath>
@@ -22,10 +23,12 @@
 #include "kernel/report.h"
 #include "kernel/values.h"
 #include "language/args.h"
+#include "interaction/loop_state.h"
 #include "scene/graphic.h"
 #include "scene/removal.h"
 #include "sound/sound_edit.h"
 #include "sound/sound_files.h"
+#include "sound/sound_record.h"
 #include "sound/sound_generate.h"
 #include "sound/sound_object.h"
 #include "sound/sound_smooth.h"
@@ -192,6 +195,10 @@ int forme_smooth(word* s, const word*, word*, const word* lim, bool* done) {
 int forme_stock(word* s, const word*, word*, const word* lim, bool* done) {
   if (!(*done = second_word(s) == KW_audio)) return 0;
   if (has_word(s, KW_read)) return lit_stock(s, lim, textes(s, {KW_read, KW_name}));
+  if (!arg_of(s, KW_audio)) {
+    const std::vector<std::string> noms = textes(s, {KW_name});
+    return stock_audio_ini(noms.empty() ? "" : noms[0], arg_int(s, KW_time, 0)) < 0 ? -1 : build_nil(s);
+  }
   Objet* o = audio_requis(id_audio(s), "WAV_STOCK_AUDIO_1()");
   if (!o) return -1;
   const std::vector<std::string> noms = textes(s, {KW_name});
@@ -250,4 +257,5 @@ void install_sound_commands() {
   register_graphic_shape(KW_inv, forme_inv);
   register_graphic_shape(KW_speed, forme_speed);
   register_graphic_shape(KW_clean, forme_clean);
+  loop().stock_audio = STOCK_AUDIO;
 }

@@ -6,6 +6,8 @@
 #pragma once
 #include <cstddef>
 #include <cstdint>
+#include <string>
+#include <vector>
 
 #include "kernel/objet.h"
 #include "kernel/word.h"
@@ -36,9 +38,19 @@ enum MetaWord {
   MW_CHANNEL, MW_BITS, MW_NB_OCTET
 };
 
+// A recording of the live level, one pair an image, for STOCK_AUDIO.
+struct EnregistrementStock {
+  bool actif = false;
+  std::string nom;           // the file written at the end
+  int limite = 0;            // images to record
+  int compte = 0;            // images recorded
+  std::vector<float> bloc;   // the pairs, room made at the set-up
+};
+
 // What the sound subsystem keeps beyond its objects.
 struct SoundState {
   int Largeur_lissage = 8;  // the smoothing width `smooth audio` takes by default
+  EnregistrementStock enregistrement;
 };
 SoundState& son();
 
