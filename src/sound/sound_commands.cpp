@@ -12,6 +12,9 @@
 //   dim audio(id) = seconds          speed audio(id) = f
 //   clean audio[(ids)]
 //   stock audio name("f.stock") time(images): a recording of the live level
+//   write audio("f") [type("char"|"float"|"long")]   write audio = values
+//   read audio("f") [type(...)]                       read audio [NP(n)]
+//   end write audio                                   end read audio
 #include "sound/sound_commands.h"
 
 #include <cmath>
@@ -32,6 +35,7 @@
 #include "sound/sound_generate.h"
 #include "sound/sound_object.h"
 #include "sound/sound_smooth.h"
+#include "sound/sound_stream.h"
 #include "sound/sound_stock.h"
 
 namespace {
@@ -67,10 +71,23 @@ int lit_stock(word* s, const word* lim, const std::vector<std::string>& noms) {
   return resultat_pairs(s, lim, pairs);
 }
 
+// The text of `audio("name")`: a raw stream rather than a sound.
+const char* nom_flux(word* s) { return arg_text(s, KW_audio); }
+std::string type_flux(word* s) {
+  const char* t = arg_text(s, KW_type);
+  return t ? t : "";
+}
+
 int forme_read(word* s, const word*, word*, const word* lim, bool* done) {
   if (!(*done = has_word(s, KW_audio))) return 0;
+  if (const char* flux = nom_flux(s)) return READ_AUDIO_1(flux, type_flux(s)) < 0 ? -1 : build_nil(s);
   if (has_word(s, KW_stock)) return lit_stock(s, lim, textes(s, {KW_name, KW_stock, KW_read}));
   const std::vector<std::string> noms = textes(s, {KW_read, KW_name});
+  if (noms.empty() && !arg_of(s, KW_audio)) {
+    std::vector<float> v;
+    if (lit_flux(arg_int(s, KW_NP, 1), v) < 0) return -1;
+    return build_floats_or_nil(s, lim, v);
+  }
   if (noms.empty()) return usage(KW_read, "(id) name(\"nnn.wav\")\a\n");
   Objet* o = READ_AUDIO(id_audio(s), noms[0]);
   if (!o) return -1;
@@ -84,8 +101,10 @@ int forme_read(word* s, const word*, word*, const word* lim, bool* done) {
   return build_nil(s);
 }
 
-int forme_write(word* s, const word*, word*, const word*, bool* done) {
+int forme_write(word* s, const word* ob, word*, const word*, bool* done) {
   if (!(*done = has_word(s, KW_audio))) return 0;
+  if (const char* flux = nom_flux(s)) return WRITE_AUDIO_1(flux, type_flux(s)) < 0 ? -1 : build_nil(s);
+  if (ob && !arg_of(s, KW_audio)) return ecrit_flux(floats_of(ob)) < 0 ? -1 : 0;
   const std::vector<std::string> noms = textes(s, {KW_name, KW_write});
   if (noms.empty()) {
     voir_mot(KW_write);
@@ -244,6 +263,12 @@ int forme_clean(word* s, const word*, word*, const word*, bool* done) {
   return build_nil(s);
 }
 
+int forme_end(word* s, const word*, word*, const word*, bool* done) {
+  if (!(*done = has_word(s, KW_audio) && (has_word(s, KW_write) || has_word(s, KW_read)))) return 0;
+  const int r = has_word(s, KW_write) ? END_WRITE_AUDIO() : END_READ_AUDIO();
+  return r < 0 ? -1 : build_nil(s);
+}
+
 }  // namespace
 
 void install_sound_commands() {
@@ -257,5 +282,6 @@ void install_sound_commands() {
   register_graphic_shape(KW_inv, forme_inv);
   register_graphic_shape(KW_speed, forme_speed);
   register_graphic_shape(KW_clean, forme_clean);
+  register_graphic_shape(KW_end, forme_end);
   loop().stock_audio = STOCK_AUDIO;
 }

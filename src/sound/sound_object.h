@@ -47,10 +47,21 @@ struct EnregistrementStock {
   std::vector<float> bloc;   // the pairs, room made at the set-up
 };
 
+// The raw streams of numbers: one open for writing, one for reading.
+enum class TypeFlux { char_, float_, long_ };
+struct FluxSon {
+  struct SafeFile* ecriture = nullptr;
+  std::string nom_ecriture;
+  TypeFlux type_ecriture = TypeFlux::float_;
+  struct OsFile* lecture = nullptr;
+  TypeFlux type_lecture = TypeFlux::float_;
+};
+
 // What the sound subsystem keeps beyond its objects.
 struct SoundState {
   int Largeur_lissage = 8;  // the smoothing width `smooth audio` takes by default
   EnregistrementStock enregistrement;
+  FluxSon flux;
 };
 SoundState& son();
 
