@@ -125,36 +125,39 @@ int GET_DIM_AUDIO(Objet* o, long long* samples, double* time) {
   return 0;
 }
 
-int EDIT_AUDIO_1(Objet* o) {
+namespace {
+
+// The labels of the two printed forms; `octets` is printed by one only.
+struct Libelles {
+  const char *format, *channel, *data, *rate, *header, *file, *octets, *samples, *time;
+};
+constexpr Libelles EDIT = {"format: %s\n", "channel: %d\n", "data_size: %d\n", "sample_rate: %d\n",
+                           "header_size: %d\n", "file_size: %d\n", nullptr, "sample_number: %d\n", "time: %f\n"};
+constexpr Libelles EDIT_DIM = {"format = %s\n", "channel = %d\n", "date size = %d\n", "sample rate = %d\n",
+                               "header size = %d\n", "file size = %d\n", "octet number = %d\n",
+                               "sample number = %d\n", "time = %f\n"};
+
+// The data size printed is the data bytes, Size - Header.
+int edite(Objet* o, const Libelles& l) {
   long long samples = 0;
   double time = 0;
   if (GET_DIM_AUDIO(o, &samples, &time) < 0) return -1;
-  VOIR_CHAR("format: %s\n", texte_dim(o));
-  voir_int("channel: %d\n", Channel(o));
-  voir_int("data_size: %d\n", static_cast<int>(octets_donnees(o)));
-  voir_int("sample_rate: %d\n", Rate(o));
-  voir_int("header_size: %d\n", Header(o));
-  voir_int("file_size: %d\n", Size(o));
-  voir_int("sample_number: %d\n", static_cast<int>(samples));
-  voir_float("time: %f\n", static_cast<float>(time));
+  VOIR_CHAR(l.format, texte_dim(o));
+  voir_int(l.channel, Channel(o));
+  voir_int(l.data, static_cast<int>(octets_donnees(o)));
+  voir_int(l.rate, Rate(o));
+  voir_int(l.header, Header(o));
+  voir_int(l.file, Size(o));
+  if (l.octets) voir_int(l.octets, Nb_octet(o));
+  voir_int(l.samples, static_cast<int>(samples));
+  voir_float(l.time, static_cast<float>(time));
   return 0;
 }
 
-int EDIT_DIM_AUDIO_1(Objet* o) {
-  long long samples = 0;
-  double time = 0;
-  if (GET_DIM_AUDIO(o, &samples, &time) < 0) return -1;
-  VOIR_CHAR("format = %s\n", texte_dim(o));
-  voir_int("channel = %d\n", Channel(o));
-  voir_int("date size = %d\n", static_cast<int>(octets_donnees(o)));
-  voir_int("sample rate = %d\n", Rate(o));
-  voir_int("header size = %d\n", Header(o));
-  voir_int("file size = %d\n", Size(o));
-  voir_int("octet number = %d\n", Nb_octet(o));
-  voir_int("sample number = %d\n", static_cast<int>(samples));
-  voir_float("time = %f\n", static_cast<float>(time));
-  return 0;
-}
+}  // namespace
+
+int EDIT_AUDIO_1(Objet* o) { return edite(o, EDIT); }
+int EDIT_DIM_AUDIO_1(Objet* o) { return edite(o, EDIT_DIM); }
 
 Objet* GENERATE_AUDIO_DIM(int id, float seconds, int channels) {
   if (!(seconds > 0) || seconds > 3600 || channels < 1 || channels > 8) {

@@ -13,21 +13,14 @@
 
 namespace {
 
-// A one-key property holding a value of `mots` data words, in place of
-// the old one; its value with only the size word set, or null.
+// The file image's property holding `mots` data words; its value with
+// only the size set, or null after a report.
 bloc installe_valeur(Objet* o, int code, long long mots) {
   if (mots + 10 > 0x7fffffff) {
     err_malloc("audio_alloue()", static_cast<double>(mots) * 4);
     return nullptr;
   }
-  int ind = 0;
-  bloc old = get_propr_ind_1(o->local, code, &ind);
-  bloc p = installe_propriete(o, old, ind, static_cast<int>(6 + 4 + mots));
-  if (!p) return nullptr;
-  propr_key_1(p, code);
-  bloc v = propr_val(p);
-  v[0] = static_cast<word>(4 + mots);
-  return v;
+  return installe_valeur_1(o, code, static_cast<int>(mots));
 }
 
 }  // namespace

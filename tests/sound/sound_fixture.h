@@ -6,41 +6,28 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
 #include "kernel/chains.h"
 #include "scene/removal.h"
 #include "scene/scene_fixture.h"
+#include "support/scratch_folder.h"
 #include "sound/sound_object.h"
 
 using Octets = std::vector<uint8_t>;
 
-class SoundTest : public SceneTest {
+class SoundTest : public SceneTest, protected ScratchFolder {
  protected:
-  std::filesystem::path dir;
   void SetUp() override {
     SceneTest::SetUp();
     rem_tous(chaine_audio(), 0, 0);
-    static int n = 0;
-    dir = std::filesystem::temp_directory_path() / ("orvela_snd_" + std::to_string(getpid()) + "_" + std::to_string(++n));
-    std::filesystem::create_directories(dir);
+    make_folder("orvela_snd_");
   }
   void TearDown() override {
     rem_tous(chaine_audio(), 0, 0);
     SceneTest::TearDown();
-    std::filesystem::remove_all(dir);
-  }
-  std::string at(const std::string& name) const { return (dir / name).string(); }
-  static Octets file(const std::string& path) {
-    std::ifstream f(path, std::ios::binary);
-    return Octets((std::istreambuf_iterator<char>(f)), {});
-  }
-  static void put(const std::string& path, const Octets& b) {
-    std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(b.data()), static_cast<long>(b.size()));
+    remove_folder();
   }
   static bool have(const char* program) {
     return std::system((std::string("command -v ") + program + " >/dev/null 2>&1").c_str()) == 0;
