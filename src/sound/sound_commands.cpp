@@ -17,6 +17,7 @@
 //   end write audio                                   end read audio
 #include "sound/sound_commands.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 #include <vector>
@@ -39,6 +40,8 @@
 #include "sound/sound_stock.h"
 
 namespace {
+
+constexpr int MAX_HARMONIQUES = 100;
 
 int id_audio(word* s) { return arg_int(s, KW_audio, 0); }
 
@@ -165,7 +168,7 @@ Generation options_generation(word* s) {
   bool hasard = false;
   g.rand = arg_floats(s, KW_alea, &hasard);
   if (hasard && g.rand.empty()) g.rand.push_back(1);
-  g.harmoniques = arg_int(s, KW_NP, 0);
+  g.harmoniques = std::clamp(arg_int(s, KW_NP, 0), 0, MAX_HARMONIQUES);
   g.cut = has_word(s, KW_cut);
   g.add = has_word(s, KW_add);
   if (const std::vector<float> ids = arg_floats(s, KW_audio); ids.size() > 1) {

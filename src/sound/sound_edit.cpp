@@ -43,6 +43,10 @@ int SPEED_AUDIO(Objet* o, float f) {
     return -1;
   }
   const long long avant = trames(o);
+  if (static_cast<double>(avant) / f > 1e9) {
+    err_malloc("SPEED_AUDIO()", static_cast<double>(avant) / f * octets_trame(o));
+    return -1;
+  }
   const long long apres = std::llround(static_cast<double>(avant) / f);
   const uint8_t* d = donnees(o);
   std::vector<int> vieux(static_cast<size_t>(avant * canaux));

@@ -30,7 +30,7 @@ struct Generation {
   std::vector<float> puls;              // `puls(f, a, width)`
   std::vector<float> period;            // `period(f, a, v1, ..., vn)`
   std::vector<float> rand;              // `alea(a)`: noise
-  int harmoniques = 0;                  // `NP(n)`
+  int harmoniques = 0;                  // `NP(n)`, at most 100
   bool cut = false;
   bool add = false;                     // `add`: mixed into the samples there
   Objet* source = nullptr;              // `audio(id, source)`

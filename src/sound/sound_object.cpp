@@ -64,6 +64,11 @@ const uint8_t* audio_octets(const Objet* o) {
 uint8_t* audio_octets(Objet* o) { return const_cast<uint8_t*>(audio_octets(static_cast<const Objet*>(o))); }
 
 uint8_t* audio_alloue(Objet* o, size_t n) {
+  // Size is an int: a file image holds less than 2 GB.
+  if (n > 0x7ffffff0u) {
+    err_malloc("audio_alloue()", static_cast<double>(n));
+    return nullptr;
+  }
   const long long mots = (static_cast<long long>(n) + 3) / 4;
   bloc v = installe_valeur(o, KW_audio, mots);
   if (!v) {

@@ -14,6 +14,8 @@
 
 namespace {
 
+constexpr int MAX_IMAGES_STOCK = 10000000;  // 111 hours
+
 // The floats to the file; a short write prints the counts and message 67.
 int ecrit_floats(const std::string& name, const std::vector<float>& v) {
   const size_t n = v.size() * sizeof(float);
@@ -84,6 +86,12 @@ int WAV_STOCK_AUDIO_1(Objet* o, const char* name, float c1, float c2, std::vecto
   const uint8_t* d = donnees(o);
   if (Nb_octet(o) != 1 && Nb_octet(o) != 2) {
     voir_int("data size %d\n", Nb_octet(o));
+    return -1;
+  }
+  // A pair an image: a header's rate of a few Hz would ask for more
+  // images than any animation follows.
+  if (Images(o) > MAX_IMAGES_STOCK || Rate(o) < IMAGES_SECONDE) {
+    err_malloc("WAV_STOCK_AUDIO_1()", static_cast<double>(Images(o)) * 8);
     return -1;
   }
   pairs = analyse_stock(d, d ? octets_donnees(o) : 0, {Rate(o), Channel(o), Nb_octet(o), Images(o)}, c1, c2);

@@ -50,7 +50,8 @@ WavLecture lit_entete_wav(const uint8_t* b, size_t n, WavEntete& e) {
   e.Header = static_cast<int>(pos + 8);
   e.data = static_cast<long long>(n) - e.Header;
   const long long par_seconde = static_cast<long long>(e.Nb_octet) * e.Rate * e.Channel;
-  e.seconds = static_cast<int>(std::max<long long>(1, e.data / par_seconde));
+  // Held so that the images still count in an int (a rate of 1 Hz...).
+  e.seconds = static_cast<int>(std::clamp<long long>(e.data / par_seconde, 1, 0x7fffffff / IMAGES_SECONDE));
   e.Images = e.seconds * IMAGES_SECONDE;
   return WavLecture::ok;
 }

@@ -75,6 +75,10 @@ TEST_F(SoundTest, StockFileErrors) {
   put(at("s.wav"), wav(1, 100, 32, Octets(400)));
   ok("read audio(1) name(\"" + at("s.wav") + "\");");
   EXPECT_EQ(fails("stock audio(1)"), "data size 4\n");
+  // A rate under 25 Hz has windows of no sample: refused.
+  put(at("slow.wav"), wav(1, 10, 8, Octets(400)));
+  ok("read audio(1) name(\"" + at("slow.wav") + "\");");
+  EXPECT_NE(fails("stock audio(1)").find("MALLOC ERROR"), std::string::npos);
   // A file whose length is no whole number of pairs: the last part is left.
   put(at("odd.stock"), Octets(13, 0));
   EXPECT_EQ(floats("read audio(2) stock name(\"" + at("odd.stock") + "\")").size(), 2u);
