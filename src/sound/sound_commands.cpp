@@ -10,7 +10,7 @@
 //   stock audio(id) [name("f")] [coe(c1, c2)]    stock audio(id) read("f.stock")
 //   inv audio(id) [time(t1, t2)]
 //   dim audio(id) = seconds          speed audio(id) = f
-//   clean audio[(ids)]
+//   clean audio[(ids)]                format audio(id) = bits (8, 16)
 //   stock audio name("f.stock") time(images): a recording of the live level
 //   write audio("f") [type("char"|"float"|"long")]   write audio = values
 //   read audio("f") [type(...)]                       read audio [NP(n)]
@@ -257,6 +257,13 @@ int forme_speed(word* s, const word* ob, word*, const word*, bool* done) {
   return ob ? 0 : build_nil(s);
 }
 
+// `format audio(id) = bits`.
+int forme_format(word* s, const word* ob, word*, const word*, bool* done) {
+  if (!(*done = has_word(s, KW_audio) && ob)) return 0;
+  Objet* o = audio_requis(id_audio(s), "AUDIO_FORMAT()");
+  return !o || AUDIO_FORMAT(o, entier(value_at(ob, 0, 0)) / 8) < 0 ? -1 : 0;
+}
+
 // CLEAN_AUDIO: the sounds named, or all of them, freed.
 int forme_clean(word* s, const word*, word*, const word*, bool* done) {
   if (!(*done = has_word(s, KW_audio))) return 0;
@@ -286,5 +293,6 @@ void install_sound_commands() {
   register_graphic_shape(KW_speed, forme_speed);
   register_graphic_shape(KW_clean, forme_clean);
   register_graphic_shape(KW_end, forme_end);
+  register_graphic_shape(KW_format, forme_format);
   loop().stock_audio = STOCK_AUDIO;
 }

@@ -36,6 +36,33 @@ int RESIZE_WAV(Objet* o, long long frames) {
   return 0;
 }
 
+int AUDIO_FORMAT(Objet* o, int nb_octet) {
+  const int avant = Nb_octet(o), canaux = Channel(o);
+  if ((avant != 1 && avant != 2) || (nb_octet != 1 && nb_octet != 2) || !donnees(o)) {
+    voir_texte("format audio(id) = bits (8, 16)\a\n");
+    return -1;
+  }
+  const long long n = trames(o) * canaux;
+  const uint8_t* d = donnees(o);
+  std::vector<int> v(static_cast<size_t>(n));
+  const double echelle = static_cast<double>(pleine_echelle(nb_octet)) / pleine_echelle(avant);
+  for (long long i = 0; i < n; i++) v[i] = static_cast<int>(std::lround(lit_echantillon(d + i * avant, avant) * echelle));
+  WavEntete e;
+  const bool wav = lit_entete_wav(audio_octets(o), static_cast<size_t>(Size(o)), e) == WavLecture::ok;
+  Nb_octet(o) = nb_octet;
+  Bits(o) = nb_octet * 8;
+  if (RESIZE_WAV(o, n / canaux) < 0) return -1;
+  uint8_t* b = audio_octets(o);
+  if (wav) {
+    ecrit_u32(b + e.fmt + 8, static_cast<uint32_t>(Rate(o) * canaux * nb_octet));
+    ecrit_u16(b + e.fmt + 12, static_cast<uint16_t>(canaux * nb_octet));
+    ecrit_u16(b + e.fmt + 14, static_cast<uint16_t>(nb_octet * 8));
+  }
+  uint8_t* nd = donnees(o);
+  for (long long i = 0; i < n; i++) ecrit_echantillon(nd + i * nb_octet, nb_octet, v[i]);
+  return 0;
+}
+
 int SPEED_AUDIO(Objet* o, float f) {
   const int nb = Nb_octet(o), canaux = Channel(o);
   if ((nb != 1 && nb != 2) || !donnees(o) || !(f > 0) || !std::isfinite(f)) {

@@ -29,6 +29,7 @@ WavLecture lit_entete_wav(const uint8_t* b, size_t n, WavEntete& e) {
   if (n < ENTETE_GENERE) return WavLecture::pas_un_son;
   const long long fmt = corps_fmt(b, n);
   if (fmt < 0) return WavLecture::pas_un_son;
+  e.fmt = static_cast<int>(fmt);
   e.format = lit_u16(b + fmt);
   e.Channel = lit_u16(b + fmt + 2);
   e.Rate = static_cast<int>(std::min<uint32_t>(lit_u32(b + fmt + 4), 0x7fffffff));

@@ -6,6 +6,7 @@
 
 struct WavEntete {
   int format = 0;      // format tag (1 for PCM)
+  int fmt = 0;         // offset of the "fmt " chunk's body
   int Channel = 0;
   int Rate = 0;
   int Bits = 0;

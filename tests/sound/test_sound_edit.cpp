@@ -54,6 +54,23 @@ TEST_F(SoundTest, SpeedResamples) {
   EXPECT_NE(fails("speed audio(1) = 0").find("f > 0"), std::string::npos);
 }
 
+TEST_F(SoundTest, FormatChangesTheSampleSize) {
+  put(at("a.wav"), wav(2, 8000, 16, le16({32767, -32767, 16384, 0, -100, 258})));
+  ok("read audio(1) name(\"" + at("a.wav") + "\"); format audio(1) = 8;");
+  Objet* o = audio_numero(1);
+  EXPECT_EQ(Nb_octet(o), 1);
+  EXPECT_EQ(Bits(o), 8);
+  EXPECT_EQ(Octets(donnees(o), donnees(o) + 6), (Octets{255, 1, 128 + 64, 128, 128, 129}));
+  ok("write audio(1) name(\"" + at("b.wav") + "\");");
+  const std::string cmd = "python3 -c 'import wave,sys; f=wave.open(sys.argv[1]); sys.exit(0 if f.getsampwidth()==1 "
+                          "and f.getnframes()==3 and f.readframes(3)==bytes([255,1,192,128,128,129]) else 1)' " + at("b.wav");
+  EXPECT_EQ(std::system(cmd.c_str()), 0);
+  ok("format audio(1) = 16;");
+  EXPECT_EQ(lit_echantillon(donnees(o), 2), 32767);
+  EXPECT_EQ(lit_echantillon(donnees(o) + 4, 2), 16513);  // 64 * 32767 / 127 = 16512.5, rounded
+  EXPECT_NE(fails("format audio(1) = 24").find("bits (8, 16)"), std::string::npos);
+}
+
 TEST_F(SoundTest, CleanFreesTheSoundsNamedOrAll) {
   ok("generate audio(1) dim(1); generate audio(2) dim(1); generate audio(3) dim(1);");
   ok("clean audio(2);");
