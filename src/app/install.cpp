@@ -5,6 +5,7 @@
 #include "persist/object_file.h"
 #include "render/commands.h"
 #include "scene/graphic.h"
+#include "sound/sound_commands.h"
 
 void install_graphic_commands() {
   static bool installed = false;  // each row once, whoever calls first
@@ -15,4 +16,5 @@ void install_graphic_commands() {
   install_image_commands();
   install_object_commands();
   install_device_commands();
+  install_sound_commands();
 }

@@ -202,6 +202,17 @@ static bloc set_val(Objet* o, int k, const int* codes, int n) {
   return propr_val(p);
 }
 
+bloc installe_valeur_1(Objet* o, int code, int words) {
+  int ind = 0;
+  bloc old = get_propr_ind_1(o->local, code, &ind);
+  bloc p = installe_propriete(o, old, ind, 6 + 4 + words);
+  if (!p) return nullptr;
+  propr_key_1(p, code);
+  bloc v = propr_val(p);
+  v[0] = 4 + words;
+  return v;
+}
+
 bloc set_val_1(Objet* o, int c1, int n) { return set_val(o, 1, &c1, n); }
 bloc set_val_2(Objet* o, int c1, int c2, int n) {
   const int c[] = {c1, c2};

@@ -18,6 +18,11 @@ bloc ajoute_propriete(Objet* o, int n);
 // when `old` is null. Null on failure.
 bloc installe_propriete(Objet* o, bloc old, int ind, int size);
 
+// A one-key property whose value has `words` data words, in the slot of
+// the old one with that key (released) or appended; its value returned
+// with only the size word set. Null on failure.
+bloc installe_valeur_1(Objet* o, int code, int words);
+
 // Value of the first property with these keys, or null (also for a null
 // list or a block that is not a list). The key count must match for one
 // and two keys; get_val_3 and get_val_4 compare the leading codes only.

@@ -22,8 +22,19 @@ bool file_read_all(const std::string& path, std::string& out) {
   // Only regular files: a device or a fifo could be endless.
   std::error_code ec;
   if (path.empty() || !std::filesystem::is_regular_file(path, ec)) return false;
-  std::ifstream in(path, std::ios::binary);
+  std::ifstream in(path, std::ios::binary | std::ios::ate);
   if (!in) return false;
+  // In one read of the size the file has (a sound runs to 100 MB); a file
+  // that tells no size (those of /proc) is read to its end.
+  const std::streamoff n = in.tellg();
+  if (n > 0) {
+    out.resize(static_cast<size_t>(n));
+    in.seekg(0);
+    in.read(out.data(), n);
+    out.resize(static_cast<size_t>(in.gcount()));
+    return true;
+  }
+  in.seekg(0);
   std::ostringstream ss;
   ss << in.rdbuf();
   out = ss.str();

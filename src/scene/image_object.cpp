@@ -30,13 +30,8 @@ bool bloc_de_taille(const word* b, word t, long long n) {
 // A property of one key (`code`) holding a zeroed pixel block of n
 // pixels with tag `t`, in place of the old one.
 bloc installe_pixels(Objet* o, int code, word t, long long n) {
-  int ind = 0;
-  bloc old = get_propr_ind_1(o->local, code, &ind);
-  bloc p = installe_propriete(o, old, ind, static_cast<int>(6 + 4 + n));
-  if (!p) return nullptr;
-  propr_key_1(p, code);
-  bloc v = propr_val(p);
-  v[0] = static_cast<word>(4 + n);
+  bloc v = installe_valeur_1(o, code, static_cast<int>(n));
+  if (!v) return nullptr;
   v[1] = t;
   v[2] = static_cast<word>(n);
   v[3] = 4;

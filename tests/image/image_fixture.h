@@ -15,8 +15,9 @@
 #include "image/image_files.h"
 #include "scene/image_object.h"
 #include "scene/scene_fixture.h"
+#include "support/scratch_folder.h"
 
-class ImageTest : public SceneTest {
+class ImageTest : public SceneTest, protected ScratchFolder {
  public:
   // Image `id` of nx by ny holding `px` (R, G, B, A a pixel).
   static Objet* pose(int id, int nx, int ny, const std::vector<uint8_t>& px) {
@@ -40,24 +41,13 @@ class ImageTest : public SceneTest {
   }
 
  protected:
-  std::filesystem::path dir;
   void SetUp() override {
     SceneTest::SetUp();
-    static int n = 0;
-    dir = std::filesystem::temp_directory_path() / ("orvela_img_" + std::to_string(getpid()) + "_" + std::to_string(++n));
-    std::filesystem::create_directories(dir);
+    make_folder("orvela_img_");
   }
   void TearDown() override {
     SceneTest::TearDown();
-    std::filesystem::remove_all(dir);
-  }
-  std::string at(const std::string& name) const { return (dir / name).string(); }
-  static Bytes file(const std::string& path) {
-    std::ifstream f(path, std::ios::binary);
-    return Bytes((std::istreambuf_iterator<char>(f)), {});
-  }
-  static void put(const std::string& path, const Bytes& b) {
-    std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(b.data()), static_cast<long>(b.size()));
+    remove_folder();
   }
 };
 
