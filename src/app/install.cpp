@@ -1,5 +1,6 @@
 #include "app/install.h"
 
+#include "adaptive/network.h"
 #include "device/device_command.h"
 #include "image/image_command.h"
 #include "persist/object_file.h"
@@ -15,4 +16,5 @@ void install_graphic_commands() {
   install_image_commands();
   install_object_commands();
   install_device_commands();
+  install_network();
 }

@@ -87,7 +87,9 @@ struct Table {
   std::vector<Handler1> handlers{bloc_0};
   std::vector<bool> quiet{false};
   std::vector<Change> change{Change::never};
-  std::array<ShapedHandler, NB_ENTRIES> shaped{};  // null: the row answers alone
+  // The shapes a word's subsystems take, tried in order; none: the row
+  // answers alone.
+  std::array<std::vector<ShapedHandler>, NB_ENTRIES> shaped{};
   Table() {
     for (const Row& r : ROWS) {
       handlers.push_back(r.handler);
@@ -188,7 +190,7 @@ void register_graphic_handler(std::initializer_list<int> codes, Handler1 handler
 }
 
 void register_graphic_shape(int code, ShapedHandler handler) {
-  if (code >= -1 && code < NB_ENTRIES - 1) table().shaped[code + 1] = handler;
+  if (code >= -1 && code < NB_ENTRIES - 1) table().shaped[code + 1].push_back(handler);
 }
 
 int evaluer_1(word* s, const word* ob, word* st, const word* lim) {
@@ -216,7 +218,11 @@ int evaluer_1(word* s, const word* ob, word* st, const word* lim) {
     }
     if (!done) r = special(s, code, ob, st, lim, &done);
     const Table& t = table();
-    if (!done && code < NB_ENTRIES - 1 && t.shaped[code + 1]) r = t.shaped[code + 1](s, ob, st, lim, &done);
+    if (!done && code < NB_ENTRIES - 1)
+      for (ShapedHandler shape : t.shaped[code + 1]) {
+        r = shape(s, ob, st, lim, &done);
+        if (done) break;
+      }
     if (!done) {
       const int h = code < NB_ENTRIES - 1 ? t.index[code + 1] : 0;
       const Change c = t.change[h];

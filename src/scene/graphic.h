@@ -22,7 +22,8 @@ void install_scene_commands();
 void register_graphic_handler(std::initializer_list<int> codes, Handler1 handler, bool quiet = false);
 // A handler that takes only some shapes of a word's commands (`dim
 // image(1)` but not `dim vol(1)`): it sets *done when the command was its
-// own, and the word's row answers the others.
+// own, and the word's row answers the others. A word may have several
+// shapes, from several subsystems: they are tried in the order given.
 using ShapedHandler = int (*)(word* s, const word* ob, word* st, const word* lim, bool* done);
 void register_graphic_shape(int code, ShapedHandler handler);
 

@@ -1,0 +1,5 @@
+// The networks' place in the system: their commands' rows.
+#include "adaptive/net_commands.h"
+#include "adaptive/network.h"
+
+void install_network() { install_network_commands(); }

@@ -1,0 +1,34 @@
+// The state of the networks' subsystem: the generator of weights, the
+// work array of back-propagation, and the live screen of mode 298.
+#pragma once
+#include <cstdint>
+#include <random>
+#include <vector>
+
+#include "kernel/word.h"
+
+struct Objet;
+
+struct NetworkScreen {
+  Objet* net = nullptr;         // the network on the screen
+  std::vector<word> commande;   // the `interaction` command's options, kept
+  std::vector<float> initial;   // the matrix when the screen started
+  float lowest = 0, highest = 1;  // weight range for the greys
+  int nb = 1;                   // passes of one learning (the image count)
+  int compteur = 0;             // the image counter, wraps at nb
+  int pas_a_pas = 0;            // single-step mode
+  int cible = 0;                // single-step target
+  int vitesse = 1;              // the delay between passes
+  int delai = 0;                // the delay counter
+  int numero_motif = 0;         // 0: patterns cycle
+  float centre_x = 0, centre_y = 0, echelle = 1;
+  int menu = 0;                 // the GLUT menu, made once
+};
+
+struct NetworkState {
+  std::mt19937 rng{1};
+  std::vector<float> work;      // L*L products of back-propagation
+  NetworkScreen screen;
+};
+
+NetworkState& networks();
