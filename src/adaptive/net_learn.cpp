@@ -206,6 +206,7 @@ int generer_reseau_1(Objet* o, const NetOptions& opt, NetResult* res) {
     const int first = resume ? opt.start : 1, last = resume ? opt.start : opt.passes;
     for (int p = first; p <= last; p++) {
       const float coef = coefficient(opt, start, end, p);
+      largest = 0;  // the result is the last pass's
       int count;
       if (kind == KW_texture) count = passe_texture(r, coef, p, opt, &largest);
       else if (kind == KW_near) count = passe_near(r, coef, opt, &largest);
