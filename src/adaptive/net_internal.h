@@ -1,6 +1,7 @@
 // Helpers shared by the files of the networks.
 #pragma once
 #include <cstdio>
+#include <vector>
 
 #include "adaptive/network.h"
 #include "kernel/access.h"
@@ -61,3 +62,8 @@ int gagnant(const Reseau& r, const word* pattern, float* distance);
 // takes the mean of the others' weighted outputs, then its activation;
 // the first layer holds the pattern.
 void passe_recurrente(Reseau& r, const word* pattern);
+// The outputs of a layer's neurons, in order, into `out` (grown to fit).
+void sorties_couche(const Reseau& r, const word* layer, std::vector<float>& out);
+// The first number of a layer whose numbers follow one another, else 0:
+// its weights then lie side by side in each row.
+int suite(const word* layer);

@@ -28,6 +28,7 @@ struct NetworkScreen {
 struct NetworkState {
   std::mt19937 rng{1};
   std::vector<float> work;      // L*L products of back-propagation
+  std::vector<float> sorties;   // the outputs of one layer, side by side
   NetworkScreen screen;
 };
 
