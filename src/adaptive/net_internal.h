@@ -67,3 +67,8 @@ void sorties_couche(const Reseau& r, const word* layer, std::vector<float>& out)
 // The first number of a layer whose numbers follow one another, else 0:
 // its weights then lie side by side in each row.
 int suite(const word* layer);
+// The learning screen: the network drawn in the window, layers as
+// columns; its idle step (mode 298), registered at start-up.
+void dessine_reseau(const Reseau& r);
+void idle_reseau();
+void install_network_screen();
