@@ -12,6 +12,22 @@ int SPEED_NETWORK(word* s, const word* ob, word* st, const word* lim);
 // `network(id) brush ...`: the brushes that paint through a network.
 int BRUSH_NETWORK(word* s, const word* ob, word* st, const word* lim);
 
+// The brushes by kind: one value a pixel, (r+g+b)/765 (`lum`), or three
+// (`col`); "network not found: " for a network that is missing.
+int BRUSH_NETWORK_1(word* s, const word* lim);
+int BRUSH_NETWORK_3(word* s, const word* lim);
+int BRUSH_NETWORK_LUM(word* s, const word* lim);
+int BRUSH_NETWORK_COL(word* s, const word* lim);
+// Picture files, each reduced to nx by ny, as the `motif` list (0) or the
+// `law` list (1) of the network. Negative after a report.
+int READ_IMAGE_NETWORK_0(Objet* o, const char* names, int nx, int ny);
+int READ_IMAGE_NETWORK_1(Objet* o, const char* names, int nx, int ny);
+// `motif(v) network(id)`: the outputs for v.
+int MOTIF_b(word* s, const word* ob, word* st, const word* lim);
+// `roll network(id) motif(v)`: the first motif rolled by v, then run.
+int ROLL_NETWORK_MOTIF_PROPR(word* s, const word* ob, word* st, const word* lim);
+void install_network_drivers();
+
 // The networks a command names; with `network` alone, all of them.
 std::vector<Objet*> reseaux_commande(word* s);
 // The options of `generate network` from the command. Negative after a

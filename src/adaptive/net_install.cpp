@@ -6,4 +6,5 @@
 void install_network() {
   install_network_commands();
   install_network_screen();
+  install_network_drivers();
 }
