@@ -35,7 +35,7 @@ int compte_neurones(const word* fac) {
   for (const word* l : Parties(fac)) {
     if (tag(l) != T_LONG || elements(l) < 1) return 0;
     for (int k = 0; k < elements(l); k++) {
-      if (l[4 + k] < 1) return 0;
+      if (l[4 + k] < 1 || l[4 + k] > NEURONES_MAX) return 0;
       n = std::max(n, l[4 + k]);
     }
   }
@@ -129,6 +129,14 @@ void go_rand(Reseau& r, float lo, float hi, float min, int mode) {
 }
 
 int set_fac_tailles(Objet* o, const std::vector<int>& sizes) {
+  long total = 0;
+  for (int n : sizes) total += std::max(n, 1);
+  if (total > NEURONES_MAX) {
+    voir_mot(KW_fac);
+    voir_int("%d ", static_cast<int>(std::min<long>(total, 2147483647L)));
+    voir_int("> %d\a\n", NEURONES_MAX);
+    return -1;
+  }
   std::vector<word> fac = liste_vide();
   int next = 1;
   for (int n : sizes) {

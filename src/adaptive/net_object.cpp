@@ -77,8 +77,8 @@ int set_network_fac_motif_law(Objet* o, const word* fac, const word* motif, cons
   if (law && !decoupe(law, nk, KW_law, l)) return -1;
   if (!o->local && !local_ini(o)) return -1;
   if (fac) {
-    oublie_structure(o);
     if (set_fac_tailles(o, sizes) < 0) return -1;
+    oublie_structure(o);
   }
   if (motif && !set_propr_1(o, KW_motif, m.data())) return -1;
   if (law && !set_propr_1(o, KW_law, l.data())) return -1;
@@ -104,8 +104,8 @@ int regle(Objet* o, word* s) {
   if ((fac || motif || law) && set_network_fac_motif_law(o, fac, motif, law) < 0) return -1;
   if (has_word(s, KW_dim)) {
     if (!o->local && !local_ini(o)) return -1;
-    oublie_structure(o);
     if (NETWORK_DIM(o, arg_int(s, KW_dim, 6, 0), arg_int(s, KW_dim, 6, 1), arg_int(s, KW_dim, 1, 2)) < 0) return -1;
+    oublie_structure(o);
   }
   if (const word* v = arg_of(s, KW_vol); v && !set_propr_1(o, KW_vol, v)) return -1;
   return 0;

@@ -17,6 +17,10 @@
 #include "kernel/objet.h"
 #include "kernel/word.h"
 
+// The most neurons a network has: its matrix is N x N floats, and a best
+// copy beside it (two times 256 MB at the most).
+constexpr int NEURONES_MAX = 8192;
+
 // Words of a `neuron` record.
 enum NeuronWord : int {
   NR_NUMBER = 0,   // from 1

@@ -36,6 +36,16 @@ TEST_F(NetworkTest, MismatchedSizesAreReported) {
   EXPECT_EQ(o.out, "fac law (1) 1 != 2 * 1\n");
 }
 
+TEST_F(NetworkTest, TooManyNeuronsAreRefusedAndTheWeightsKept) {
+  reseau_221();
+  EXPECT_EQ(fails("network(1) fac(5000, 5000)"), "fac 10000 > 8192\n");
+  EXPECT_EQ(fails("network(1) dim(100000, 1, 1)"), "fac 150001 > 8192\n");
+  Reseau r = trouve_reseau(net(1));
+  EXPECT_EQ(r.N, 5);
+  ASSERT_NE(r.matrix, nullptr);
+  EXPECT_EQ(w(r, 5, 3), 1.0f);
+}
+
 TEST_F(NetworkTest, ShorterListsRepeatTheirLastElement) {
   ok("network(1) fac(1,1,1) motif(0.1, 0.2, 0.3) law(0.9)");
   ASSERT_EQ(egalise_listes(net(1)), 0);
