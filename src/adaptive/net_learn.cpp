@@ -188,6 +188,8 @@ int generer_reseau_1(Objet* o, const NetOptions& opt, NetResult* res) {
     return 1;
   }
   const bool resume = opt.start > 0;
+  // The third value of `validate` is kept with a map, for nothing yet.
+  if (kind == KW_texture && opt.third) o->work[NW_TROISIEME] = opt.third;
   if (complete_reseau(o, opt, resume) < 0) {
     TRACE_FAIL("generer_reseau_1()");
     return -1;

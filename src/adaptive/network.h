@@ -21,6 +21,10 @@
 // copy beside it (two times 256 MB at the most).
 constexpr int NEURONES_MAX = 8192;
 
+// The owner word of the record that keeps the third value of a map's
+// `validate` (saved with the object).
+constexpr int NW_TROISIEME = 2;
+
 // Words of a `neuron` record.
 enum NeuronWord : int {
   NR_NUMBER = 0,   // from 1
