@@ -194,6 +194,11 @@ bool demarre() {
     S.highest = *std::max_element(S.initial.begin(), S.initial.end());
   }
   cree_menu(r);
+  // validate(nb, start): learning runs free from that pass at once.
+  if (L.reseau_debut > 0 && L.reseau_debut <= S.nb) {
+    depart(false);
+    S.compteur = L.reseau_debut;
+  }
   S.actif = true;
   return true;
 }

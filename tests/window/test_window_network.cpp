@@ -31,7 +31,8 @@ TEST(WindowNetwork, TheMenuStepsLearnsAndLeaves) {
       "generate network(1) validate(1) alea(1)\n"
       "yes debug\n"
       "print(\"READY\")\n"
-      "interaction network(1) validate(300,1)\n"
+      "interaction network(1) validate(20,1)\n"
+      "print(\"MARK0\")\n"
       "print(\"MARK1\")\n"
       "print(\"MARK2\")\n"
       "print(\"MARK3\")\n"
@@ -39,7 +40,8 @@ TEST(WindowNetwork, TheMenuStepsLearnsAndLeaves) {
       "generate network(1) validate validate\n"
       "bye abs\n";
   const std::string driver = std::string(DRIVER_HELPERS) +
-                             "wait_text READY\nsleep 1\n"
+                             // validate(20, 1): twenty passes at once.
+                             "wait_text READY\nsleep 2\nroot 4\nwait_text MARK0 5\n"
                              "root 2\nwait_text 'quitter: Retour' 5\n"
                              // One step, then nothing more until asked.
                              "root 8\nsleep 0.5\nroot 4\nwait_text MARK1 5\nsleep 1\n"
@@ -55,11 +57,17 @@ TEST(WindowNetwork, TheMenuStepsLearnsAndLeaves) {
   // Single steps: one pass before MARK1 (four patterns, 12 weights: every
   // pattern above the tolerance changes 12 weights), none while waiting,
   // one more before MARK3.
-  const size_t m1 = out.find("MARK1"), m2 = out.find("MARK2"), m3 = out.find("MARK3");
+  const size_t m0 = out.find("MARK0"), m1 = out.find("MARK1"), m2 = out.find("MARK2"), m3 = out.find("MARK3");
+  ASSERT_NE(m0, std::string::npos) << out;
+  // The run of validate(20, 1) started by itself and ended: at most 20
+  // passes' worth of weight changes.
+  const int free_run = count_of(out.substr(0, m0), "poids[");
+  EXPECT_GT(free_run, 48);
+  EXPECT_LE(free_run, 20 * 48);
   ASSERT_NE(m1, std::string::npos) << out;
   ASSERT_NE(m2, std::string::npos) << out;
   ASSERT_NE(m3, std::string::npos) << out;
-  const int first = count_of(out.substr(0, m1), "poids[");
+  const int first = count_of(out.substr(m0, m1 - m0), "poids[");
   EXPECT_GT(first, 0) << out;
   EXPECT_EQ(first % 12, 0);
   EXPECT_LE(first, 48);
@@ -69,6 +77,7 @@ TEST(WindowNetwork, TheMenuStepsLearnsAndLeaves) {
   EXPECT_LE(second, 48);
   // The random start learned more than two passes' worth.
   EXPECT_GT(count_of(out.substr(m3), "poids["), 96);
+  EXPECT_LE(count_of(out.substr(m3), "poids["), 20 * 48);
   // "quitter" went back to the console, which ran the test pass.
   EXPECT_TRUE(has(out.substr(m3), "1: 0.000000 ")) << out;
   // The picture: three columns of neurons (2, 4, 1), framed in yellow.
