@@ -178,12 +178,13 @@ int rafraichit_validate(Reseau& r) {
 int generer_reseau_1(Objet* o, const NetOptions& opt, NetResult* res) {
   *res = NetResult{};
   const int kind = network_kind(o);
+  if (o->local && (en_liste(o, KW_motif) < 0 || en_liste(o, KW_law) < 0)) return -1;
   Reseau r = trouve_reseau(o);
-  if (!get_val_1(o->local, KW_motif)) {
+  if (!r.motif) {
     rapport_manque(o, KW_motif);
     return 1;
   }
-  if (!get_val_1(o->local, KW_law) && (kind != KW_texture || !r.fac)) {
+  if (!r.law && (kind != KW_texture || !r.fac)) {
     rapport_manque(o, KW_law);
     return 1;
   }
@@ -322,6 +323,12 @@ const word* requete_inverse(const std::vector<Objet*>& nets, const word* v) {
 }
 
 int GENERATE_INV_NETWORK(Objet* first, Objet* second, int h, const NetOptions& opt, NetResult* res) {
+  if (first == second) {  // it would lose its own structure and weights
+    voir_mot(KW_network);
+    voir_int("%d", first->id);
+    voir_message(0, MES_ILLEGAL);
+    return -1;
+  }
   bloc m = get_propr_1(first->local, KW_motif);
   bloc l = get_propr_1(first->local, KW_law);
   if (!m || !l) {

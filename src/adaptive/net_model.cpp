@@ -26,7 +26,7 @@ int Reseau::kind() const { return network_kind(o); }
 
 namespace {
 
-bool liste(const word* v) { return v && tag(v) == T_HYBRIDE && size(v) >= 4; }
+bool liste(const word* v) { return v && tag(v) == T_HYBRIDE && size(v) > 4 && np(v) >= 1; }
 
 // The largest neuron number of the layers, 0 when a layer is not a list
 // of numbers from 1.
@@ -191,7 +191,11 @@ void rapport_taille_element(const word* e, int n) {
 int generer_fac_reseau(Objet* o, int h) {
   Reseau r = trouve_reseau(o);
   int n = 0, m = 0;
-  if (!r.motif || !r.law || taille_uniforme(KW_motif, r.motif, &n) < 0 || taille_uniforme(KW_law, r.law, &m) < 0) {
+  if (!r.motif || !r.law) {
+    rapport_manque(o, !r.motif ? KW_motif : KW_law);
+    return -1;
+  }
+  if (taille_uniforme(KW_motif, r.motif, &n) < 0 || taille_uniforme(KW_law, r.law, &m) < 0) {
     TRACE_FAIL("generer_fac_reseau()");
     return -1;
   }

@@ -204,6 +204,14 @@ TEST_F(NetworkTest, InverseNetworkExchangesTheFirstNetworksLists) {
   EXPECT_EQ(elements(sous_bloc(b.fac, 3)), 2);
 }
 
+TEST_F(NetworkTest, AnInverseOfItselfIsRefused) {
+  reseau_221();
+  EXPECT_EQ(fails("generate inv network(1) network(1)"), "network 1 ILLEGAL\n");
+  Reseau r = trouve_reseau(net(1));
+  EXPECT_EQ(values(sous_bloc(r.motif, 0)), (std::vector<float>{1, 0.5f}));
+  EXPECT_EQ(w(r, 5, 3), 1.0f);
+}
+
 TEST_F(NetworkTest, SpeedIsTheChangeSinceTheLastLook) {
   ok("network(1) fac(1,1,1) motif(0.1, 0.2) law(0.5, 0.2)");
   expect_floats(floats("speed network(1) law"), {0, 0}, "first look");
