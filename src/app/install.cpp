@@ -1,5 +1,6 @@
 #include "app/install.h"
 
+#include "adaptive/network.h"
 #include "device/device_command.h"
 #include "image/image_command.h"
 #include "persist/object_file.h"
@@ -17,4 +18,5 @@ void install_graphic_commands() {
   install_object_commands();
   install_device_commands();
   install_sound_commands();
+  install_network();
 }

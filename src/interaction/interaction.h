@@ -28,3 +28,10 @@ void interaction_Idle_Func();
 void palette_Idle_Func();
 // The `ascii` bindings of the current keyboard line.
 int exec_INTERACTION();
+
+// For the screens that other subsystems run in the loop's place (mode
+// 298): user slot n, a console line run, and menus of theirs that the
+// loop frees with its own when it stops.
+int interaction_slot(int n);
+int interaction_ligne(const char* text);
+void interaction_menus(int racine, int sous_menu_1, int sous_menu_2);

@@ -184,6 +184,7 @@ struct InteractionState {
   int reseau = 0;
   word reseau_objet = 0;
   int reseau_images = 0;
+  int reseau_debut = 0;        // the pass it starts at, 0: it waits for the menu
 
   // Steps that later subsystems register; a null one is not built and
   // costs one test.

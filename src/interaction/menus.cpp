@@ -169,3 +169,12 @@ void generer_menu_interaction() {
   menu_submenu("memoire", mem);
   menu_attach_right();
 }
+
+int interaction_ligne(const char* text) { return execute_ligne(text); }
+
+void interaction_menus(int racine, int sous_menu_1, int sous_menu_2) {
+  InteractionState& L = loop();
+  libere_menus();
+  L.menu_racine = racine;
+  L.sous_menus = {sous_menu_1, sous_menu_2};
+}

@@ -106,6 +106,7 @@ int valide(const word* v) {
     return -1;
   }
   L.reseau_images = entier(f[0]);
+  L.reseau_debut = entier(f[1]);
   return 0;
 }
 

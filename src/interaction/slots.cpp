@@ -4,6 +4,7 @@
 // function removed since does not run. Each runs with one argument: the
 // number of images since the loop started; a function with no formal
 // ignores it.
+#include "interaction/interaction.h"
 #include "interaction/internal.h"
 #include "kernel/access.h"
 #include "kernel/handles.h"
@@ -120,3 +121,5 @@ int INTERACTION_FUNC(word* s, const word* lim) {
   L.P_fonc[slot] = h;
   return build_nil(s);
 }
+
+int interaction_slot(int n) { return run_slot(n); }

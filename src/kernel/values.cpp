@@ -187,3 +187,25 @@ int seg_add_fn_r(bloc s, const word* lim, int code, int n, const float* f) {
   return seg_floats(s, lim, code, n, f);
 }
 int seg_add_val_r(bloc s, const word* lim, int code, const word* val) { return seg_copie(s, lim, code, val); }
+
+std::vector<word> liste_vide() { return {4, T_HYBRIDE, 0, 1}; }
+
+void liste_ajoute(std::vector<word>& list, const word* part) {
+  list.insert(list.end(), part, part + size(part));
+  list[0] = static_cast<word>(list.size());
+  list[2] += 1;
+}
+
+std::vector<word> valeur_floats(const float* f, int n, int dimp) {
+  const int width = dimp > 1 ? dimp : 1;
+  std::vector<word> v{4 + n, T_FLOAT, n / width, width};
+  for (int i = 0; i < n; i++) v.push_back(fw(f[i]));
+  return v;
+}
+
+std::vector<word> valeur_longs(const int* x, int n, int dimp) {
+  const int width = dimp > 1 ? dimp : 1;
+  std::vector<word> v{4 + n, T_LONG, n / width, width};
+  v.insert(v.end(), x, x + n);
+  return v;
+}

@@ -61,6 +61,14 @@ int build_text_or_nil(bloc at, const word* limit, const std::string& s);
 int build_text_in_place(bloc at, const word* limit, size_t len);
 bloc build_zeros(bloc at, const word* limit, int n, int dimp = 1);
 
+// A HYBRIDE list grown in a vector: an empty list, then parts appended
+// (each a whole value, copied), the size and count kept in step.
+std::vector<word> liste_vide();
+void liste_ajoute(std::vector<word>& list, const word* part);
+// A FLOAT or LONG value of n numbers as np points of dimp, in a vector.
+std::vector<word> valeur_floats(const float* f, int n, int dimp = 1);
+std::vector<word> valeur_longs(const int* v, int n, int dimp = 1);
+
 // A CHAR as a list of names: np becomes the count of blanks plus 1.
 void recompte_char(bloc v);
 
