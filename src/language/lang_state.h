@@ -6,6 +6,7 @@
 
 #include "kernel/objet.h"
 #include "kernel/word.h"
+#include "language/quick_code.h"
 #include "language/symbols.h"
 
 // One saved variable, or the mark that opens a call's frame. A formal's
@@ -40,12 +41,24 @@ constexpr int PENDING_MAX = 1024;
 // What is known of one function for the quick road of pure calls, for the
 // code it had when judged.
 constexpr int MAX_FORMALS = 8;
+// A step of a pure function's decoded code: a test going to step `yes`
+// or `no`, a `return`, or a place the quick road cannot run.
+enum PureStepKind : word { P_IF, P_RETURN, P_UNFIT };
+struct PureStep {
+  word kind;
+  int first = 0, count = 0;  // the expression's ops
+  int yes = 0, no = 0;
+};
 struct Verdict {
   const word* code = nullptr;
   int id = 0;
   int fit = 0;  // 1 pure, -1 not
   int formals = 0;
   word formal[MAX_FORMALS] = {};  // the formals' handles, in order
+  // The code decoded: steps, the first being the entry, over the
+  // programs of their expressions.
+  std::vector<PureStep> steps;
+  std::vector<QuickOp> ops;
 };
 
 // The functions `exec` runs at each image, each on its own count.

@@ -67,9 +67,11 @@ void process_exit(int status) {
   std::_Exit(status);
 }
 
+SignalFlags signal_flags;
+
 namespace {
-std::atomic<bool> interrupted{false};
-std::atomic<int> terminated{0};
+std::atomic<bool>& interrupted = signal_flags.interrupted;
+std::atomic<int>& terminated = signal_flags.terminated;
 // The handler also writes a byte here, so that a reader waiting in poll
 // wakes up whenever the signal arrives (no window before a blocking read).
 int wake_pipe[2] = {-1, -1};
@@ -120,7 +122,6 @@ void interrupt_install() {
   set_handler(SIGINT, on_sigint);
 }
 
-bool interrupt_pending() { return interrupted.load() || terminated.load() != 0; }
 bool sigint_pending() { return interrupted.load(); }
 int terminate_pending() { return terminated.load(); }
 void hangup_request() { on_terminate(SIGHUP); }
