@@ -1,12 +1,14 @@
 // State of the language layer that outlives one compile or one line.
 #pragma once
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "kernel/objet.h"
 #include "kernel/word.h"
 #include "language/quick_code.h"
+#include "language/quick_loop.h"
 #include "language/symbols.h"
 
 // One saved variable, or the mark that opens a call's frame. A formal's
@@ -120,6 +122,11 @@ struct LanguageState {
   // (depth, interrupt, a callee not compiled yet), the rest of the call
   // takes the general road.
   int quick_off = 0;
+  // Bodies of counted `for` loops decoded for their quick turns, by the
+  // address of their record; the count changes each time the cache is
+  // emptied, so that a loop holding an entry knows to ask again.
+  std::unordered_map<const word*, QuickLoop> quick_loops;
+  unsigned quick_loops_generation = 0;
   // Named stopping points of `stop`: a name and a line.
   std::vector<std::pair<std::string, int>> stopping_points;
   double chrono_start = 0.0;     // seconds at the last `time(0)`

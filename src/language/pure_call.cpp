@@ -127,12 +127,12 @@ QuickOutcome run(const Verdict& v, const float* formal, int depth, float* r) {
     switch (step->kind) {
       case P_IF: {
         float test;
-        const QuickOutcome o = quick_run(v.ops.data() + step->first, step->count, fr, &test);
+        const QuickOutcome o = quick_eval(v.ops.data() + step->first, step->count, fr, &test);
         if (o != QUICK_DONE) return o;
         step = v.steps.data() + (test != 0.0f ? step->yes : step->no);
         break;
       }
-      case P_RETURN: return quick_run(v.ops.data() + step->first, step->count, fr, r);
+      case P_RETURN: return quick_eval(v.ops.data() + step->first, step->count, fr, r);
       default: return QUICK_UNFIT;
     }
   }

@@ -13,13 +13,8 @@
 
 namespace {
 
-// The program's own codes for the operators scalar_op takes, so that one
-// switch runs each step.
-enum QuickOperator : word { Q_ADD = 100, Q_SUB, Q_MUL, Q_LT, Q_GT, Q_LE, Q_GE, Q_EQ, Q_NE };
-// Where an operator finds its right operand (its `arg`): popped, or the
-// leaf Q_NUMBER, Q_SLOT or Q_FORMAL (`arg` = leaf kind + 1) named by `value`.
-constexpr word RIGHT_ON_STACK = 0;
-static_assert(Q_NUMBER == 0 && Q_SLOT == 1 && Q_FORMAL == 2);
+// Where an operator finds a leaf right operand: `arg` is its kind + 1.
+static_assert(Q_NUMBER == 0 && Q_SLOT == 1 && Q_FORMAL == 2 && RIGHT_ON_STACK == 0);
 
 word quick_operator(word op) {
   switch (op) {
@@ -41,6 +36,7 @@ bool opens_index(const word* t) { return t[0] == C_OPER && (t[1] == '[' || t[1] 
 bool is_closer(const word* t, word c) { return t[0] == C_OPER && t[1] == c; }
 
 const word* operand(const word* p, QuickNames& names, std::vector<QuickOp>& out);
+const word* right_operand(word kind, const word* p, QuickNames& names, std::vector<QuickOp>& out);
 
 // "( a )" or "( a op b )".
 const word* group(const word* p, QuickNames& names, std::vector<QuickOp>& out) {
@@ -48,11 +44,17 @@ const word* group(const word* p, QuickNames& names, std::vector<QuickOp>& out) {
   const word* q = operand(p + 2, names, out);
   if (!q || q[0] != C_OPER) return nullptr;
   if (q[1] == ')') return q + 2;
-  const word kind = quick_operator(q[1]);
+  q = right_operand(quick_operator(q[1]), q + 2, names, out);
+  return q && is_closer(q, ')') ? q + 2 : nullptr;
+}
+
+// The operator of `kind` (none when negative) and its right operand at
+// `p`, behind the left one already decoded: the cursor after it.
+const word* right_operand(word kind, const word* p, QuickNames& names, std::vector<QuickOp>& out) {
   if (kind < 0) return nullptr;
   const size_t right = out.size();
-  q = operand(q + 2, names, out);
-  if (!q || !is_closer(q, ')')) return nullptr;
+  const word* q = operand(p, names, out);
+  if (!q) return nullptr;
   // A right operand that is one leaf goes into the operator's step.
   if (out.size() == right + 1 && out[right].kind <= Q_FORMAL) {
     const QuickOp leaf = out[right];
@@ -60,7 +62,7 @@ const word* group(const word* p, QuickNames& names, std::vector<QuickOp>& out) {
   } else {
     out.push_back({kind, RIGHT_ON_STACK, 0});
   }
-  return q + 2;
+  return q;
 }
 
 // A call of a linked function with its argument groups.
@@ -130,45 +132,27 @@ const word* quick_operand(const word* p, QuickNames& names, std::vector<QuickOp>
   return q;
 }
 
+const word* quick_compound(int slot, word op, const word* p, QuickNames& names, std::vector<QuickOp>& out) {
+  const size_t first = out.size();
+  out.push_back({Q_SLOT, slot, 0});
+  const word* q = right_operand(quick_operator(op), p, names, out);
+  if (q && stack_depth(out.data() + first, static_cast<int>(out.size() - first)) > QUICK_STACK) q = nullptr;
+  if (!q) out.resize(first);
+  return q;
+}
+
 QuickOutcome quick_run(const QuickOp* op, int n, const QuickFrame& fr, float* r) {
   float st[QUICK_STACK];
   int sp = 0;
-  // The right operand of an operator step.
-  auto right = [&](const QuickOp* o) -> float {
-    switch (o->arg) {
-      case RIGHT_ON_STACK: return st[--sp];
-      case Q_NUMBER + 1: return wf(o->value);
-      case Q_SLOT + 1: return wf(fr.slot[o->value][4]);
-      default: return fr.formal[o->value];
-    }
-  };
   for (const QuickOp* end = op + n; op < end; op++) {
     switch (op->kind) {
       case Q_NUMBER: st[sp++] = wf(op->value); break;
       case Q_SLOT: st[sp++] = wf(fr.slot[op->arg][4]); break;
       case Q_FORMAL: st[sp++] = fr.formal[op->arg]; break;
       case Q_ELEMENT: {
-        // An index is a one-element list [x]: a non-finite x is no list.
-        const float x = st[sp - 1];
-        if (!std::isfinite(x)) return QUICK_LATER;
-        const int k = entier(x);
-        if (k < 0 || k >= fr.length[op->arg]) return QUICK_LATER;
+        const int k = quick_index(st[sp - 1], fr.length[op->arg]);
+        if (k < 0) return QUICK_LATER;
         st[sp - 1] = wf(fr.slot[op->arg][4 + k]);
-        break;
-      }
-      case Q_ADD: { const float b = right(op); st[sp - 1] = st[sp - 1] + b; break; }
-      case Q_SUB: { const float b = right(op); st[sp - 1] = st[sp - 1] - b; break; }
-      case Q_MUL: { const float b = right(op); st[sp - 1] = st[sp - 1] * b; break; }
-      case Q_LT: { const float b = right(op); st[sp - 1] = st[sp - 1] < b ? 1.0f : 0.0f; break; }
-      case Q_GT: { const float b = right(op); st[sp - 1] = st[sp - 1] > b ? 1.0f : 0.0f; break; }
-      case Q_LE: { const float b = right(op); st[sp - 1] = st[sp - 1] <= b ? 1.0f : 0.0f; break; }
-      case Q_GE: { const float b = right(op); st[sp - 1] = st[sp - 1] >= b ? 1.0f : 0.0f; break; }
-      case Q_EQ: { const float b = right(op); st[sp - 1] = st[sp - 1] == b ? 1.0f : 0.0f; break; }
-      case Q_NE: { const float b = right(op); st[sp - 1] = st[sp - 1] != b ? 1.0f : 0.0f; break; }
-      case Q_DIVIDE: {
-        const float b = right(op);
-        if (near_zero(b)) return QUICK_LATER;
-        st[sp - 1] = st[sp - 1] / b;
         break;
       }
       case Q_CALL: {
@@ -178,7 +162,11 @@ QuickOutcome quick_run(const QuickOp* op, int n, const QuickFrame& fr, float* r)
         sp++;
         break;
       }
-      default: return QUICK_UNFIT;
+      default: {
+        const float b = op->arg == RIGHT_ON_STACK ? st[--sp] : quick_leaf(op->arg - 1, op->value, fr);
+        if (!quick_apply(op->kind, st[sp - 1], b, &st[sp - 1])) return QUICK_LATER;
+        break;
+      }
     }
   }
   *r = st[0];

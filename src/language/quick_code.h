@@ -5,19 +5,27 @@
 // program then runs without reading a token, and gives up, before any
 // effect, at the first operand or result the general road must judge.
 #pragma once
+#include <cmath>
 #include <vector>
 
+#include "kernel/entier.h"
+
 #include "kernel/word.h"
+#include "language/operators.h"
 
 enum QuickKind : word {
-  Q_NUMBER,    // push the float `value`
-  Q_SLOT,      // push the float of slot `arg` (a variable holding one float)
-  Q_FORMAL,    // push formal `arg` of the running pure function
+  // Leaves: push one float.
+  Q_NUMBER,    // the float `value`
+  Q_SLOT,      // the float of slot `arg` (a variable holding one float)
+  Q_FORMAL,    // formal `arg` of the running pure function
   Q_ELEMENT,   // pop an index, push that element of vector slot `arg`
-  Q_DIVIDE,    // pop b and a, push a / b; a divisor near 0 gives up
   Q_CALL,      // pop `arg` arguments, push the value of pure function `value` (a handle)
-  // The operators of scalar_op have kinds of their own (quick_code.cpp).
+  // Operators: a op b in place of a, b being popped when `arg` is
+  // RIGHT_ON_STACK, else the leaf of kind `arg` - 1 named by `value`.
+  Q_DIVIDE,    // a divisor near 0 gives up
+  Q_ADD, Q_SUB, Q_MUL, Q_LT, Q_GT, Q_LE, Q_GE, Q_EQ, Q_NE,
 };
+constexpr word RIGHT_ON_STACK = 0;
 
 struct QuickOp {
   word kind;
@@ -41,6 +49,19 @@ struct QuickNames {
 // `out`; the cursor after it, or null when it is not such an operand.
 const word* quick_operand(const word* p, QuickNames& names, std::vector<QuickOp>& out);
 
+// The same for "v op= (operand)": slot `slot`, the base operator `op` of
+// the compound, then the operand at `p`.
+const word* quick_compound(int slot, word op, const word* p, QuickNames& names, std::vector<QuickOp>& out);
+
+// The element an index `x` names in a vector of `length` elements, or -1
+// when the general road must judge it: an index is the one-element list
+// [x], which a non-finite x cannot make, truncated, and within range.
+inline int quick_index(float x, int length) {
+  if (!std::isfinite(x)) return -1;
+  const int k = entier(x);
+  return k >= 0 && k < length ? k : -1;
+}
+
 // What running a program gave.
 enum QuickOutcome { QUICK_DONE, QUICK_UNFIT, QUICK_LATER };
 
@@ -53,7 +74,47 @@ struct QuickFrame {
   int depth = 0;
 };
 
+// The value of a leaf of kind Q_NUMBER, Q_SLOT or Q_FORMAL named by `v`.
+[[gnu::always_inline]] inline float quick_leaf(word kind, word v, const QuickFrame& fr) {
+  switch (kind) {
+    case Q_NUMBER: return wf(v);
+    case Q_SLOT: return wf(fr.slot[v][4]);
+    default: return fr.formal[v];
+  }
+}
+
+// a op b for an operator's kind in *r; false for a divisor near 0.
+[[gnu::always_inline]] inline bool quick_apply(word kind, float a, float b, float* r) {
+  switch (kind) {
+    case Q_ADD: *r = a + b; return true;
+    case Q_SUB: *r = a - b; return true;
+    case Q_MUL: *r = a * b; return true;
+    case Q_LT: *r = a < b ? 1.0f : 0.0f; return true;
+    case Q_GT: *r = a > b ? 1.0f : 0.0f; return true;
+    case Q_LE: *r = a <= b ? 1.0f : 0.0f; return true;
+    case Q_GE: *r = a >= b ? 1.0f : 0.0f; return true;
+    case Q_EQ: *r = a == b ? 1.0f : 0.0f; return true;
+    case Q_NE: *r = a != b ? 1.0f : 0.0f; return true;
+    default:
+      if (near_zero(b)) return false;
+      *r = a / b;
+      return true;
+  }
+}
+
 // Runs ops[0..n) and leaves the one value in *r. QUICK_UNFIT when a
 // called function proved not pure, QUICK_LATER for any other reason to
 // give up (an index out of range, a divisor near 0, a deep call).
 QuickOutcome quick_run(const QuickOp* ops, int n, const QuickFrame& fr, float* r);
+
+// The same, the commonest programs (a leaf, or a leaf and an operator
+// whose right operand is a leaf) done in line.
+[[gnu::always_inline]] inline QuickOutcome quick_eval(const QuickOp* ops, int n, const QuickFrame& fr, float* r) {
+  if (n > 2 || ops[0].kind > Q_FORMAL || (n == 2 && ops[1].arg == RIGHT_ON_STACK)) return quick_run(ops, n, fr, r);
+  const float a = quick_leaf(ops[0].kind, ops[0].kind == Q_NUMBER ? ops[0].value : ops[0].arg, fr);
+  if (n == 1) {
+    *r = a;
+    return QUICK_DONE;
+  }
+  return quick_apply(ops[1].kind, a, quick_leaf(ops[1].arg - 1, ops[1].value, fr), r) ? QUICK_DONE : QUICK_LATER;
+}
