@@ -128,7 +128,7 @@ const word* Run::for_turn(const word* r, bool first) {
       elements(l->variable->local) < 1)
     return fail_for() < 0 ? nullptr : nullptr;
   word* value = l->variable->local;
-  if (!first && l->quick_state >= 0)
+  if (!first && l->quick_state >= 0 && lang().quick_roads)
     if (const word* q = quick_for(l, value)) return q;
   float counter = getf(value, 0);
   if (!first) {

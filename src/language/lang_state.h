@@ -122,6 +122,9 @@ struct LanguageState {
   // (depth, interrupt, a callee not compiled yet), the rest of the call
   // takes the general road.
   int quick_off = 0;
+  // The quick roads (pure calls, quick loop turns) may be taken; off,
+  // everything runs on the general road, which they must match.
+  bool quick_roads = true;
   // Bodies of counted `for` loops decoded for their quick turns, by the
   // address of their record; the count changes each time the cache is
   // emptied, so that a loop holding an entry knows to ask again.

@@ -143,7 +143,7 @@ bool scalar_value(const word* a) { return a[0] == 5 && a[1] == T_FLOAT && a[2] =
 }  // namespace
 
 bool pure_calls_allowed() {
-  return !lang().quick_off && Yes(KW_debug) <= 0 && Yes(KW_system) <= 0 && !debug_points_set() &&
+  return lang().quick_roads && !lang().quick_off && Yes(KW_debug) <= 0 && Yes(KW_system) <= 0 && !debug_points_set() &&
          lang().link_state == 1;
 }
 
@@ -151,8 +151,7 @@ QuickOutcome pure_call_floats(word h, const float* args, int count, int depth, f
   Objet* f = handle_objet(h);
   if (!f || f->kind != KIND_FUNC) return QUICK_UNFIT;
   if (!f->code) return QUICK_LATER;
-  if (lang().verdicts.size() < static_cast<size_t>(handle_table_size))
-    lang().verdicts.resize(static_cast<size_t>(handle_table_size));
+  // The table is not resized here: the callers hold their verdicts.
   Verdict* v = verdict_of(f);
   if (!v) return QUICK_LATER;
   if (v->fit < 0) return QUICK_UNFIT;
@@ -163,10 +162,15 @@ QuickOutcome pure_call_floats(word h, const float* args, int count, int depth, f
   return o;
 }
 
+void pure_calls_prepare() {
+  if (lang().verdicts.size() < static_cast<size_t>(handle_table_size))
+    lang().verdicts.resize(static_cast<size_t>(handle_table_size));
+}
+
 int pure_call(Objet* f, const word* args, int count, float* result) {
   if (!pure_calls_allowed()) return 0;
   objet_handle(f);  // before sizing, should it have none yet
-  if (lang().verdicts.size() < static_cast<size_t>(handle_table_size)) lang().verdicts.resize(static_cast<size_t>(handle_table_size));
+  pure_calls_prepare();
   Verdict* v = verdict_of(f);
   if (!v || v->fit < 0 || count < v->formals) return 0;
   float formal[MAX_FORMALS];

@@ -14,6 +14,9 @@ int pure_call(Objet* f, const word* args, int count, float* result);
 // True when the quick road may be taken at all: not while the debugger
 // or the post-mortem copies watch calls, nor before calls are linked.
 bool pure_calls_allowed();
+// Sizes the table of verdicts to the handles made so far: done before a
+// quick road starts, never while one runs (its verdicts are held).
+void pure_calls_prepare();
 // The pure function of handle `h` on `count` floats at `args`, run by a
 // quick road already running at `depth` functions: its value in *r.
 QuickOutcome pure_call_floats(word h, const float* args, int count, int depth, float* r);

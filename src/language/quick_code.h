@@ -110,7 +110,8 @@ QuickOutcome quick_run(const QuickOp* ops, int n, const QuickFrame& fr, float* r
 // The same, the commonest programs (a leaf, or a leaf and an operator
 // whose right operand is a leaf) done in line.
 [[gnu::always_inline]] inline QuickOutcome quick_eval(const QuickOp* ops, int n, const QuickFrame& fr, float* r) {
-  if (n > 2 || ops[0].kind > Q_FORMAL || (n == 2 && ops[1].arg == RIGHT_ON_STACK)) return quick_run(ops, n, fr, r);
+  if (n > 2 || ops[0].kind > Q_FORMAL || (n == 2 && (ops[1].kind < Q_DIVIDE || ops[1].arg == RIGHT_ON_STACK)))
+    return quick_run(ops, n, fr, r);
   const float a = quick_leaf(ops[0].kind, ops[0].kind == Q_NUMBER ? ops[0].value : ops[0].arg, fr);
   if (n == 1) {
     *r = a;

@@ -165,6 +165,7 @@ const word* quick_turns(const QuickLoop& q, const word* r, word* counter, float 
   word* slot[QUICK_SLOTS];
   int length[QUICK_SLOTS];
   if (debug_points_set() || (q.calls && !pure_calls_allowed()) || !bind_slots(q, slot, length)) return nullptr;
+  if (q.calls) pure_calls_prepare();
   EvalState& E = eval_state();
   const QuickFrame fr{slot, length, nullptr, E.depth};
   const bool lines = Yes(KW_debug) != 2;
