@@ -164,7 +164,11 @@ const word* quick_turns(const QuickLoop& q, const word* r, word* counter, float 
                         bool* unfit) {
   word* slot[QUICK_SLOTS];
   int length[QUICK_SLOTS];
-  if (debug_points_set() || (q.calls && !pure_calls_allowed()) || !bind_slots(q, slot, length)) return nullptr;
+  // Not with the debugger's stopping points, nor without room for the
+  // value left at `base` (the general road reports that).
+  if (debug_points_set() || (q.calls && !pure_calls_allowed()) || base + 5 > eval_limit() ||
+      !bind_slots(q, slot, length))
+    return nullptr;
   if (q.calls) pure_calls_prepare();
   EvalState& E = eval_state();
   const QuickFrame fr{slot, length, nullptr, E.depth};
