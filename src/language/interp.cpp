@@ -28,6 +28,9 @@ namespace {
 // The end and step of a counted `for`, computed once at its start. They
 // are kept per run of the code, so that a recursive call running the same
 // loop does not change its caller's bounds.
+// Turns a loop tries the quick road without its variables fitting it.
+constexpr int QUICK_MISSES = 2;
+
 struct Loop {
   const word* record;
   Objet* variable;
@@ -36,6 +39,7 @@ struct Loop {
   const QuickLoop* quick = nullptr;
   unsigned generation = 0;
   int quick_state = 0;  // 0 not asked yet, 1 quick, -1 not quick
+  int quick_misses = 0;  // turns its variables did not fit it
 };
 
 struct Run {
@@ -148,9 +152,11 @@ const word* Run::quick_for(Loop* l, word* counter) {
     l->quick_state = l->quick && l->quick->fit ? 1 : -1;
     if (l->quick_state < 0) return nullptr;
   }
-  bool unfit = false;
-  const word* q = quick_turns(*l->quick, l->record, counter, l->end, l->step, base, &unfit);
-  if (unfit) l->quick_state = -1;
+  QuickOutcome why = QUICK_DONE;
+  const word* q = quick_turns(*l->quick, l->record, counter, l->end, l->step, base, &why);
+  // A variable may take its kind in the first turns (a NIL made a float);
+  // past that the turns stay on the general road.
+  if (why == QUICK_UNFIT || (why == QUICK_LATER && !q && ++l->quick_misses >= QUICK_MISSES)) l->quick_state = -1;
   return q;
 }
 

@@ -161,14 +161,16 @@ const QuickLoop* quick_loop_of(const word* r) {
 }
 
 const word* quick_turns(const QuickLoop& q, const word* r, word* counter, float end, float step, word* base,
-                        bool* unfit) {
+                        QuickOutcome* why) {
   word* slot[QUICK_SLOTS];
   int length[QUICK_SLOTS];
   // Not with the debugger's stopping points, nor without room for the
   // value left at `base` (the general road reports that).
   if (debug_points_set() || (q.calls && !pure_calls_allowed()) || base + 5 > eval_limit() ||
-      !bind_slots(q, slot, length))
+      !bind_slots(q, slot, length)) {
+    *why = QUICK_LATER;
     return nullptr;
+  }
   if (q.calls) pure_calls_prepare();
   EvalState& E = eval_state();
   const QuickFrame fr{slot, length, nullptr, E.depth};
@@ -224,7 +226,7 @@ const word* quick_turns(const QuickLoop& q, const word* r, word* counter, float 
         }
       }
       if (o != QUICK_DONE) {
-        *unfit = o == QUICK_UNFIT;
+        *why = o;
         at = r + s.offset;
         goto done;
       }

@@ -49,8 +49,9 @@ const QuickLoop* quick_loop_of(const word* r);
 // step that follows a turn of its body, `counter` being its variable's
 // value. The cursor where the general road goes on: past the loop, at a
 // statement it must run, or at `r` for an interrupt; null when the quick
-// road is not taken at all. *unfit is set when a called function proved
-// not pure, so that the loop is not tried again. The value of the last
+// road is not taken at all (a variable does not hold what the body reads
+// it as). *why tells QUICK_UNFIT when a called function proved not pure,
+// QUICK_LATER when the road was not taken. The value of the last
 // statement run is left at `base`, as the general road leaves it.
 const word* quick_turns(const QuickLoop& q, const word* r, word* counter, float end, float step, word* base,
-                        bool* unfit);
+                        QuickOutcome* why);

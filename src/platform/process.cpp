@@ -70,8 +70,6 @@ void process_exit(int status) {
 SignalFlags signal_flags;
 
 namespace {
-std::atomic<bool>& interrupted = signal_flags.interrupted;
-std::atomic<int>& terminated = signal_flags.terminated;
 // The handler also writes a byte here, so that a reader waiting in poll
 // wakes up whenever the signal arrives (no window before a blocking read).
 int wake_pipe[2] = {-1, -1};
@@ -85,12 +83,12 @@ void wake() {
 }
 
 void on_sigint(int) {
-  interrupted.store(true);
+  signal_flags.interrupted.store(true);
   wake();
 }
 
 void on_terminate(int signal) {
-  terminated.store(signal);
+  signal_flags.terminated.store(signal);
   wake();
 }
 
@@ -122,8 +120,8 @@ void interrupt_install() {
   set_handler(SIGINT, on_sigint);
 }
 
-bool sigint_pending() { return interrupted.load(); }
-int terminate_pending() { return terminated.load(); }
+bool sigint_pending() { return signal_flags.interrupted.load(); }
+int terminate_pending() { return signal_flags.terminated.load(); }
 void hangup_request() { on_terminate(SIGHUP); }
 
 std::string signal_name(int signal) {
@@ -131,11 +129,11 @@ std::string signal_name(int signal) {
   return abbrev ? std::string("SIG") + abbrev : "signal " + std::to_string(signal);
 }
 void interrupt_clear() {
-  interrupted.store(false);
+  signal_flags.interrupted.store(false);
   char buf[64];
   while (wake_pipe[0] >= 0 && read(wake_pipe[0], buf, sizeof buf) > 0) {}
   // A termination keeps the reader awake until it is dealt with.
-  if (terminated.load()) wake();
+  if (signal_flags.terminated.load()) wake();
 }
 
 void sleep_ms(int ms) {

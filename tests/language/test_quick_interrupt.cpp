@@ -22,12 +22,6 @@ std::string interrupt_and_answer(ProgramSession& s, const std::string& answer) {
   return s.seen.substr(mark);
 }
 
-void expect_answer(ProgramSession& s, const std::string& line, const std::string& answer) {
-  const size_t mark = s.seen.size();
-  ASSERT_TRUE(s.type(line + "\n"));
-  EXPECT_TRUE(s.wait_for(answer, mark)) << line << s.seen.substr(mark);
-}
-
 }  // namespace
 
 TEST(QuickInterrupt, CtrlCReachesTightLoops) {
