@@ -35,19 +35,6 @@ namespace {
 
 inline Frames& frames() { return lang().frames; }
 
-// Calls nest through the C++ stack: a guard stops them well before it
-// could run out, by depth and by the stack left (which differs between
-// builds), keeping room for nested groups within the deepest call.
-constexpr int MAX_DEPTH = 2000;
-constexpr unsigned long CALL_STACK_KEPT = 1ul << 20;
-
-
-}  // namespace
-
-bool call_too_deep(int depth) { return depth >= MAX_DEPTH || pile_epuisee(CALL_STACK_KEPT); }
-
-namespace {
-
 const char* call_name(const word* record) {
   const word* code = eval_state().code;
   if (!code) return nullptr;

@@ -19,6 +19,7 @@
 #include "language/eval_internal.h"
 #include "language/lang_state.h"
 #include "language/operators.h"
+#include "language/quick_loop.h"
 #include "language/variables.h"
 #include "platform/process.h"
 
@@ -27,10 +28,18 @@ namespace {
 // The end and step of a counted `for`, computed once at its start. They
 // are kept per run of the code, so that a recursive call running the same
 // loop does not change its caller's bounds.
+// Turns a loop tries the quick road without its variables fitting it.
+constexpr int QUICK_MISSES = 2;
+
 struct Loop {
   const word* record;
   Objet* variable;
   float end, step;
+  // Its quick form (quick_loop.h): asked for at its second turn.
+  const QuickLoop* quick = nullptr;
+  unsigned generation = 0;
+  int quick_state = 0;  // 0 not asked yet, 1 quick, -1 not quick
+  int quick_misses = 0;  // turns its variables did not fit it
 };
 
 struct Run {
@@ -56,6 +65,7 @@ struct Run {
   const word* condition(const word* p);
   const word* for_start(const word* r);
   const word* for_turn(const word* r, bool first);
+  const word* quick_for(Loop* l, word* counter);
   const word* do_switch(const word* r);
 };
 
@@ -122,6 +132,8 @@ const word* Run::for_turn(const word* r, bool first) {
       elements(l->variable->local) < 1)
     return fail_for() < 0 ? nullptr : nullptr;
   word* value = l->variable->local;
+  if (!first && l->quick_state >= 0 && lang().quick_roads)
+    if (const word* q = quick_for(l, value)) return q;
   float counter = getf(value, 0);
   if (!first) {
     counter += l->step;
@@ -129,6 +141,23 @@ const word* Run::for_turn(const word* r, bool first) {
   }
   if ((l->step > 0 && counter > l->end) || (l->step < 0 && counter < l->end)) return r + r[FOR_AFTER];
   return r + r[FOR_BODY];
+}
+
+// The turns of a loop on the quick road, when its body allows it.
+const word* Run::quick_for(Loop* l, word* counter) {
+  LanguageState& L = lang();
+  if (l->quick_state == 0 || l->generation != L.quick_loops_generation) {
+    l->quick = quick_loop_of(l->record);
+    l->generation = L.quick_loops_generation;
+    l->quick_state = l->quick && l->quick->fit ? 1 : -1;
+    if (l->quick_state < 0) return nullptr;
+  }
+  QuickOutcome why = QUICK_DONE;
+  const word* q = quick_turns(*l->quick, l->record, counter, l->end, l->step, base, &why);
+  // A variable may take its kind in the first turns (a NIL made a float);
+  // past that the turns stay on the general road.
+  if (why == QUICK_UNFIT || (why == QUICK_LATER && !q && ++l->quick_misses >= QUICK_MISSES)) l->quick_state = -1;
+  return q;
 }
 
 // Two values match when both are NIL, or of one type and equal.

@@ -2,11 +2,14 @@
 #pragma once
 #include <map>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "kernel/objet.h"
 #include "kernel/word.h"
+#include "language/quick_code.h"
+#include "language/quick_loop.h"
 #include "language/symbols.h"
 
 // One saved variable, or the mark that opens a call's frame. A formal's
@@ -41,12 +44,24 @@ constexpr int PENDING_MAX = 1024;
 // What is known of one function for the quick road of pure calls, for the
 // code it had when judged.
 constexpr int MAX_FORMALS = 8;
+// A step of a pure function's decoded code: a test going to step `yes`
+// or `no`, a `return`, or a place the quick road cannot run.
+enum PureStepKind : word { P_IF, P_RETURN, P_UNFIT };
+struct PureStep {
+  word kind;
+  int first = 0, count = 0;  // the expression's ops
+  int yes = 0, no = 0;
+};
 struct Verdict {
   const word* code = nullptr;
   int id = 0;
   int fit = 0;  // 1 pure, -1 not
   int formals = 0;
   word formal[MAX_FORMALS] = {};  // the formals' handles, in order
+  // The code decoded: steps, the first being the entry, over the
+  // programs of their expressions.
+  std::vector<PureStep> steps;
+  std::vector<QuickOp> ops;
 };
 
 // The functions `exec` runs at each image, each on its own count.
@@ -108,6 +123,14 @@ struct LanguageState {
   // (depth, interrupt, a callee not compiled yet), the rest of the call
   // takes the general road.
   int quick_off = 0;
+  // The quick roads (pure calls, quick loop turns) may be taken; off,
+  // everything runs on the general road, which they must match.
+  bool quick_roads = true;
+  // Bodies of counted `for` loops decoded for their quick turns, by the
+  // address of their record; the count changes each time the cache is
+  // emptied, so that a loop holding an entry knows to ask again.
+  std::unordered_map<const word*, QuickLoop> quick_loops;
+  unsigned quick_loops_generation = 0;
   // Named stopping points of `stop`: a name and a line.
   std::vector<std::pair<std::string, int>> stopping_points;
   double chrono_start = 0.0;     // seconds at the last `time(0)`

@@ -20,5 +20,8 @@ word compound_base(word op);
 // gives NIL.
 int eval_not(const word* v, word* dest, const word* limit);
 
+// A divisor this close to 0 stops `/` and `%` (message 56).
+inline bool near_zero(float b) { return b > -0.0001f && b < 0.0001f; }
+
 // Number of words a bloc takes (size word), or 2 for a two-word token.
 inline int item_words(const word* v) { return v[0] < 0 ? 2 : v[0]; }

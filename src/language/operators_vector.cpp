@@ -9,12 +9,10 @@
 #include "kernel/message_names.h"
 #include "kernel/vocab.h"
 #include "language/code.h"
+#include "language/operators.h"
 #include "language/operators_internal.h"
 
 namespace {
-
-// A divisor this close to 0 stops the operation.
-bool near_zero(float b) { return b > -0.0001f && b < 0.0001f; }
 
 // Element operators. `bad` tells a divisor that faults (message 56).
 struct NoFault {

@@ -3,8 +3,9 @@
 // `return(...)`s over numbers, its formals, the common scalar operators
 // and calls of such functions, cannot be seen running: it changes no
 // variable and runs no command. Such a call keeps its formals in a C++
-// frame instead of saving and binding the variable objects, and walks
-// the same compiled code with a small evaluator of floats.
+// frame instead of saving and binding the variable objects, and runs its
+// code decoded once into steps over postfix programs of floats
+// (quick_code.h).
 //
 // The evaluator gives up at the first thing outside that set, before any
 // effect: the general road then runs the call from its start, unchanged.
@@ -29,150 +30,111 @@
 
 namespace {
 
-
-enum Outcome { DONE, UNFIT, LATER };
-
-struct Frame {
-  Verdict* v;
-  float value[MAX_FORMALS];
+// The formals of the function being decoded, by their handles.
+struct FormalNames : QuickNames {
+  const Verdict& v;
+  explicit FormalNames(const Verdict& verdict) : v(verdict) {}
+  int slot(const word* t, bool vector) override {
+    if (vector || t[0] != C_FORMEL) return -1;
+    for (int i = 0; i < v.formals; i++)
+      if (v.formal[i] == t[1]) return i;
+    return -1;
+  }
+  bool formals() const override { return true; }
 };
+
+// Decodes the code of `v` by following it from `offset` as the quick road
+// walks it: the number of the step reached there. `seen` maps offsets to
+// steps already made; a step the road cannot take is made P_UNFIT, so that
+// only a run that reaches it gives up.
+int decode_from(Verdict& v, int offset, std::vector<int>& seen) {
+  const word* code = v.code;
+  const int words = size(code);
+  const word* p = code + offset;
+  // Jumps, lines and the like lead to the step; a cycle of them has none.
+  for (int walked = 0;; walked++) {
+    if (p < code + CODE_HEAD || p >= code + words || walked > words) {
+      v.steps.push_back({P_UNFIT});
+      return static_cast<int>(v.steps.size()) - 1;
+    }
+    if (seen[static_cast<size_t>(p - code)] >= 0) return seen[static_cast<size_t>(p - code)];
+    if (stream_end(p)) break;
+    if (p[0] > 0) {
+      if (p[1] != R_ORIGIN) break;
+      p += p[0];
+      continue;
+    }
+    if (p[0] == C_JUMP) {
+      p += p[1];
+      continue;
+    }
+    if (p[0] == C_LINE || p[0] == C_LABEL || p[0] == C_DEFAULT ||
+        (p[0] == C_OPER && p[1] != '(' && p[1] != '[' && p[1] != '{' && p[1] != O_FOR_START)) {
+      p += 2;
+      continue;
+    }
+    break;
+  }
+  const int at = static_cast<int>(p - code);
+  const int s = static_cast<int>(v.steps.size());
+  seen[static_cast<size_t>(at)] = s;
+  seen[static_cast<size_t>(offset)] = s;
+  v.steps.push_back({P_UNFIT});
+  FormalNames names(v);
+  const int first = static_cast<int>(v.ops.size());
+  if (p[0] > 0 && p[1] == R_IF_LINKED) {
+    if (!is_oper(p + p[TEST_CONDITION], '(') || !quick_operand(p + p[TEST_CONDITION], names, v.ops)) return s;
+    PureStep step{P_IF, first, static_cast<int>(v.ops.size()) - first};
+    step.yes = decode_from(v, at + p[TEST_TRUE], seen);
+    step.no = decode_from(v, at + p[TEST_FALSE], seen);
+    v.steps[static_cast<size_t>(s)] = step;
+    return s;
+  }
+  // A statement: only "( return ( ... ) )" is taken.
+  if (is_oper(p, '(') && starts_return(p + 2)) {
+    const word* q = quick_operand(p + 4, names, v.ops);
+    if (q && is_oper(q, ')'))
+      v.steps[static_cast<size_t>(s)] = {P_RETURN, first, static_cast<int>(v.ops.size()) - first};
+  }
+  return s;
+}
 
 Verdict* verdict_of(Objet* f) {
   word h = objet_handle(f);
   if (h <= 0 || static_cast<size_t>(h) >= lang().verdicts.size()) return nullptr;
   Verdict& v = lang().verdicts[static_cast<size_t>(h)];
   if (v.fit && v.code == f->code && v.id == f->id) return &v;
-  v = Verdict{f->code, f->id, -1, 0, {}};
+  v = Verdict{f->code, f->id, -1, 0, {}, {}, {}};
   if (!f->code || f->work[FN_ADDRESS] || f->work[FN_FORMALS] > MAX_FORMALS) return &v;
   if (f->locals)
     for (Objet* var = f->locals->next; var; var = var->next) {
       if (var->kind != C_FORMEL || var->subkind == C_AD_GLB || v.formals == MAX_FORMALS) return &v;
       v.formal[v.formals++] = objet_handle(var);
     }
-  if (v.formals == f->work[FN_FORMALS]) v.fit = 1;
+  if (v.formals != f->work[FN_FORMALS]) return &v;
+  std::vector<int> seen(static_cast<size_t>(size(f->code)), -1);
+  decode_from(v, CODE_HEAD, seen);
+  v.fit = 1;
   return &v;
 }
 
-Outcome group(const word*& p, const Frame& fr, float* r, int depth);
-Outcome run(const Frame& fr, float* r, int depth);
-
-// The call record at `p` and its argument groups, read in the caller's
-// frame `fr`; `depth` counts the functions running. Kept out of line so
-// that the operands' path stays light.
-[[gnu::noinline]] Outcome call(const word*& p, const Frame& fr, float* r, int depth) {
-  if (p[1] != R_CODE_FUNC) return UNFIT;
-  Objet* f = handle_objet(p[2]);
-  if (!f || f->kind != KIND_FUNC) return UNFIT;
-  if (!f->code) return LATER;
-  Verdict* v = verdict_of(f);
-  if (!v) return LATER;
-  if (v->fit < 0) return UNFIT;
-  Frame callee;
-  callee.v = v;
-  int groups = p[3], count = 0;
-  const word* q = p + p[0];
-  for (; count < groups && q[0] == C_OPER && q[1] == '('; count++) {
-    float a;
-    Outcome o = group(q, fr, &a, depth);
-    if (o != DONE) return o;
-    if (count < MAX_FORMALS) callee.value[count] = a;
-  }
-  if (count < v->formals) return UNFIT;  // a formal would be NIL
-  if (call_too_deep(depth)) return LATER;
-  Outcome o = run(callee, r, depth + 1);
-  if (o == DONE) p = q;
-  else if (o == UNFIT) v->fit = -1;
-  return o;
-}
-
-// One operand: a number, a formal, a group or a call.
-Outcome item(const word*& p, const Frame& fr, float* r, int depth) {
-  if (p[0] == C_FORMEL) {
-    if (p[2] == C_OPER && (p[3] == '[' || p[3] == '{')) return UNFIT;
-    for (int i = 0; i < fr.v->formals; i++)
-      if (fr.v->formal[i] == p[1]) {
-        *r = fr.value[i];
-        p += 2;
-        return DONE;
-      }
-    return UNFIT;
-  }
-  if (p[0] == T_FLOAT || p[0] == C_PI) {
-    *r = p[0] == C_PI ? 3.14159274f : wf(p[1]);
-    p += 2;
-    return DONE;
-  }
-  if (p[0] == C_OPER) {
-    if (p[1] != '(') return UNFIT;
-    Outcome o = group(p, fr, r, depth);
-    if (o == DONE && p[0] == C_OPER && (p[1] == '[' || p[1] == '{')) return UNFIT;
-    return o;
-  }
-  return p[0] > 0 ? call(p, fr, r, depth) : UNFIT;
-}
-
-// "( a )" or "( a op b )".
-Outcome group(const word*& p, const Frame& fr, float* r, int depth) {
-  // Too deep for the stack: the general road reports it.
-  if (pile_epuisee()) return LATER;
-  if (p[0] != C_OPER || p[1] != '(') return UNFIT;
-  const word* q = p + 2;
-  float a, b;
-  Outcome o = item(q, fr, &a, depth);
-  if (o != DONE) return o;
-  if (q[0] != C_OPER) return UNFIT;
-  if (q[1] == ')') {
-    *r = a;
-    p = q + 2;
-    return DONE;
-  }
-  word op = q[1];
-  if (!scalar_operator(op)) return UNFIT;
-  q += 2;
-  o = item(q, fr, &b, depth);
-  if (o != DONE) return o;
-  if (q[0] != C_OPER || q[1] != ')') return UNFIT;
-  scalar_op(op, a, b, r);
-  p = q + 2;
-  return DONE;
-}
-
-// The function's code from its start to a `return(...)`.
-Outcome run(const Frame& fr, float* r, int depth) {
-  const word* p = fr.v->code + CODE_HEAD;
+// The decoded steps of `v` on the formals' values `formal`.
+QuickOutcome run(const Verdict& v, const float* formal, int depth, float* r) {
+  const QuickFrame fr{nullptr, nullptr, formal, depth};
+  const PureStep* step = v.steps.data();
   for (;;) {
-    if (interrupt_pending()) return LATER;
-    if (stream_end(p)) return UNFIT;
-    if (p[0] > 0) {
-      if (p[1] == R_ORIGIN) {
-        p += p[0];
-        continue;
+    if (interrupt_pending()) return QUICK_LATER;
+    switch (step->kind) {
+      case P_IF: {
+        float test;
+        const QuickOutcome o = quick_eval(v.ops.data() + step->first, step->count, fr, &test);
+        if (o != QUICK_DONE) return o;
+        step = v.steps.data() + (test != 0.0f ? step->yes : step->no);
+        break;
       }
-      if (p[1] != R_IF_LINKED) return UNFIT;
-      const word* c = p + p[TEST_CONDITION];
-      float test;
-      Outcome o = group(c, fr, &test, depth);
-      if (o != DONE) return o;
-      p += test != 0.0f ? p[TEST_TRUE] : p[TEST_FALSE];
-      continue;
+      case P_RETURN: return quick_eval(v.ops.data() + step->first, step->count, fr, r);
+      default: return QUICK_UNFIT;
     }
-    switch (p[0]) {
-      case C_JUMP: p += p[1]; continue;
-      case C_LINE: case C_LABEL: case C_DEFAULT: p += 2; continue;
-      case C_OPER: break;
-      default: return UNFIT;
-    }
-    if (p[1] == '[' || p[1] == '{' || p[1] == O_FOR_START) return UNFIT;
-    if (p[1] != '(') {
-      p += 2;
-      continue;
-    }
-    // A statement: only "( return ( ... ) )" is taken.
-    if (!starts_return(p + 2)) return UNFIT;
-    const word* q = p + 4;
-    Outcome o = group(q, fr, r, depth);
-    if (o != DONE) return o;
-    return q[0] == C_OPER && q[1] == ')' ? DONE : UNFIT;
   }
 }
 
@@ -180,22 +142,45 @@ bool scalar_value(const word* a) { return a[0] == 5 && a[1] == T_FLOAT && a[2] =
 
 }  // namespace
 
+bool pure_calls_allowed() {
+  return lang().quick_roads && !lang().quick_off && Yes(KW_debug) <= 0 && Yes(KW_system) <= 0 && !debug_points_set() &&
+         lang().link_state == 1;
+}
+
+QuickOutcome pure_call_floats(word h, const float* args, int count, int depth, float* r) {
+  Objet* f = handle_objet(h);
+  if (!f || f->kind != KIND_FUNC) return QUICK_UNFIT;
+  if (!f->code) return QUICK_LATER;
+  // The table is not resized here: the callers hold their verdicts.
+  Verdict* v = verdict_of(f);
+  if (!v) return QUICK_LATER;
+  if (v->fit < 0) return QUICK_UNFIT;
+  if (count < v->formals) return QUICK_UNFIT;  // a formal would be NIL
+  if (call_too_deep(depth)) return QUICK_LATER;
+  const QuickOutcome o = run(*v, args, depth + 1, r);
+  if (o == QUICK_UNFIT) v->fit = -1;
+  return o;
+}
+
+void pure_calls_prepare() {
+  if (lang().verdicts.size() < static_cast<size_t>(handle_table_size))
+    lang().verdicts.resize(static_cast<size_t>(handle_table_size));
+}
+
 int pure_call(Objet* f, const word* args, int count, float* result) {
-  if (lang().quick_off || Yes(KW_debug) > 0 || Yes(KW_system) > 0 || debug_points_set() || lang().link_state != 1)
-    return 0;
+  if (!pure_calls_allowed()) return 0;
   objet_handle(f);  // before sizing, should it have none yet
-  if (lang().verdicts.size() < static_cast<size_t>(handle_table_size)) lang().verdicts.resize(static_cast<size_t>(handle_table_size));
+  pure_calls_prepare();
   Verdict* v = verdict_of(f);
   if (!v || v->fit < 0 || count < v->formals) return 0;
-  Frame fr;
-  fr.v = v;
+  float formal[MAX_FORMALS];
   for (int i = 0; i < v->formals; i++, args += item_words(args)) {
     if (!scalar_value(args)) return 0;
-    fr.value[i] = wf(args[4]);
+    formal[i] = wf(args[4]);
   }
-  Outcome o = run(fr, result, eval_state().depth + 1);
-  if (o == UNFIT) v->fit = -1;
-  return o == DONE ? 1 : o == LATER ? -1 : -2;
+  QuickOutcome o = run(*v, formal, eval_state().depth + 1, result);
+  if (o == QUICK_UNFIT) v->fit = -1;
+  return o == QUICK_DONE ? 1 : o == QUICK_LATER ? -1 : -2;
 }
 
 PureCallsOff::PureCallsOff() { lang().quick_off++; }

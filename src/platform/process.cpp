@@ -78,9 +78,9 @@ void process_exit(int status) {
   std::_Exit(status);
 }
 
+SignalFlags signal_flags;
+
 namespace {
-std::atomic<bool> interrupted{false};
-std::atomic<int> terminated{0};
 // The handler also writes a byte here, so that a reader waiting in poll
 // wakes up whenever the signal arrives (no window before a blocking read).
 int wake_pipe[2] = {-1, -1};
@@ -94,12 +94,12 @@ void wake() {
 }
 
 void on_sigint(int) {
-  interrupted.store(true);
+  signal_flags.interrupted.store(true);
   wake();
 }
 
 void on_terminate(int signal) {
-  terminated.store(signal);
+  signal_flags.terminated.store(signal);
   wake();
 }
 
@@ -131,9 +131,8 @@ void interrupt_install() {
   set_handler(SIGINT, on_sigint);
 }
 
-bool interrupt_pending() { return interrupted.load() || terminated.load() != 0; }
-bool sigint_pending() { return interrupted.load(); }
-int terminate_pending() { return terminated.load(); }
+bool sigint_pending() { return signal_flags.interrupted.load(); }
+int terminate_pending() { return signal_flags.terminated.load(); }
 void hangup_request() { on_terminate(SIGHUP); }
 
 std::string signal_name(int signal) {
@@ -141,11 +140,11 @@ std::string signal_name(int signal) {
   return abbrev ? std::string("SIG") + abbrev : "signal " + std::to_string(signal);
 }
 void interrupt_clear() {
-  interrupted.store(false);
+  signal_flags.interrupted.store(false);
   char buf[64];
   while (wake_pipe[0] >= 0 && read(wake_pipe[0], buf, sizeof buf) > 0) {}
   // A termination keeps the reader awake until it is dealt with.
-  if (terminated.load()) wake();
+  if (signal_flags.terminated.load()) wake();
 }
 
 void sleep_ms(int ms) {

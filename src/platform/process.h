@@ -1,6 +1,7 @@
 // Process-level services: files, working directory, thread id, exit,
 // and the signal flags.
 #pragma once
+#include <atomic>
 #include <string>
 #include <vector>
 
@@ -23,8 +24,15 @@ unsigned long thread_id();
 // writes fail rather than end the process. Reads of standard input are
 // broken by these signals.
 void interrupt_install();
+// The flags the handlers raise, read inline at every safe point of the
+// interpreter.
+struct SignalFlags {
+  std::atomic<bool> interrupted{false};
+  std::atomic<int> terminated{0};
+};
+extern SignalFlags signal_flags;
 // True when SIGINT, SIGTERM or SIGHUP has arrived and was not dealt with.
-bool interrupt_pending();
+inline bool interrupt_pending() { return signal_flags.interrupted.load() || signal_flags.terminated.load() != 0; }
 // True when SIGINT (Ctrl-C) has arrived and was not dealt with.
 bool sigint_pending();
 // The number of the terminating signal that arrived, or 0.

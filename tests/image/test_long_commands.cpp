@@ -22,12 +22,6 @@ void interrupt_line(ProgramSession& s, const std::string& line) {
   ASSERT_TRUE(s.wait_for("ABANDONMENT", mark)) << line << s.seen.substr(mark);
 }
 
-void expect_answer(ProgramSession& s, const std::string& line, const std::string& answer) {
-  size_t mark = s.seen.size();
-  ASSERT_TRUE(s.type(line + "\n"));
-  EXPECT_TRUE(s.wait_for(answer, mark)) << line << s.seen.substr(mark);
-}
-
 }  // namespace
 
 TEST(LongCommands, CtrlCReachesLongImageCommands) {

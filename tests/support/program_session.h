@@ -7,6 +7,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 #include <string>
 
@@ -89,3 +91,10 @@ struct ProgramSession {
     }
   }
 };
+
+// Types `line` and expects `answer` to appear after it.
+inline void expect_answer(ProgramSession& s, const std::string& line, const std::string& answer) {
+  const size_t mark = s.seen.size();
+  ASSERT_TRUE(s.type(line + "\n"));
+  EXPECT_TRUE(s.wait_for(answer, mark)) << line << s.seen.substr(mark);
+}
