@@ -9,10 +9,10 @@ namespace {
 
 constexpr HelpEntry ENTRIES[] = {
     {KW_acc, "acc: an accelerating law; rotx(a0,a1) vertex(..) acc vol(id) spreads values slow then fast; traj(id) .. acc spaces the rows; acc vol(id)=x,y,z the acceleration of a volume with mass", "cube(1) dim(10); rotx(0,1) vertex(1,2,3,4) acc vol(1)"},
-    {KW_adhere, "adhere: a key word; adhere vol(id)=v stores a value and adhere vol(id) reads it", "cube(1); adhere vol(1)=1"},
+    {KW_adhere, "adhere: a key word; adhere vol(id)=v stores a value and adhere vol(id) reads it", "cube(1); adhere vol(1)=1; adhere vol(1)"},
     {KW_anc, "anc: the anchoring of volumes in a chain; follow, lead, anc, reanc link volumes; CG anc vol(id) the origin of the matrix; yes anc reads led vertices through matrix anc", "cube(1) dim(10); CG anc vol(1)"},
     {KW_animate, "animate: traj(id) KIND(keys) animate(ni,order) vol(id) computes ni rows; traj(id) animate reads them; CG animate vol(id) how far the centre moved", "ball(1) dim(20); traj(1) tran(0,0,0,100,0,0) animate(10) vol(1)"},
-    {KW_attach, "attach: commands attached to an object, run at its display; attach vol(id)=v stores one", "cube(1); attach vol(1)=1"},
+    {KW_attach, "attach: commands attached to an object, run at its display; attach vol(id)=v stores one", "cube(1); attach vol(1)=1; attach vol(1)"},
     {KW_collision, "collision vol(ids) [coe(c)] makes volumes bounce on each other (yes collision runs the stage); collision vol(id) reads the settings", "ball(1) dim(10); mass vol(1)=1; collision vol(1)"},
     {KW_dec, "dec: a decelerating law; rotx(a0,a1) vertex(..) dec vol(id) spreads values fast then slow; traj(id) .. dec spaces the rows", "cube(1) dim(10); rotx(0,1) vertex(1,2,3,4) dec vol(1)"},
     {KW_dynamic, "yes dynamic moves every volume with a mass by its force an image; dynamic alone reads the settings; dynamic mouse the pointer's place, speed and acceleration; dynamic image(id)=0 leaves an image out", "yes dynamic"},
@@ -26,7 +26,7 @@ constexpr HelpEntry ENTRIES[] = {
     {KW_pend, "pend: a pendulum law; rotx(a0,a1) vertex(..) pend vol(id) goes and comes back; traj(id) .. pend, pend(-1)", "cube(1) dim(10); rotx(0,1) vertex(1,2,3,4) pend vol(1)"},
     {KW_period, "period: traj(id) .. period(p,inc): 0 once, 1 loop, -1 go and come back; interaction period(25) the images a second asked for, period alone reads it", "ball(1); traj(1) tran(0,0,0,50,0,0) animate(5) period(1) vol(1)"},
     {KW_quat, "quat: quaternion rows of a trajectory, four a key: traj(id) quat(..) animate(n) vol(id)", "cube(1); traj(1) quat(0,0,0,1,0,1,0,1) animate(4) vol(1)"},
-    {KW_reanc, "reanc: anchors a led volume again where it stands; reanc vol(id)=v", "cube(1); reanc vol(1)=1"},
+    {KW_reanc, "reanc: anchors a led volume again where it stands; reanc vol(id)=v", "cube(1); reanc vol(1)=1; reanc vol(1)"},
     {KW_simple, "simple vol(id)=2 the simple form of the dynamic step (no bounds, springs or chains); status simple(2) for all", "ball(1); simple vol(1)=2"},
     {KW_speed, "speed vol(id) the speed of a volume with mass, speed vol(id)=x,y,z sets it; limit speed vol(id)=s bounds it; speed rota vol(id) the turning speed; interaction period speed the rate measured", "ball(1) dim(10); mass vol(1)=1; speed vol(1)=1,0,0"},
     {KW_spring, "spring vol(id)=k,c springs along the edges of the facets (rest lengths as first seen); eye poi(x,y,z) view(id) spring(k,c) pulls the eye", "grid(1) dim(10,10) secx(3) secy(3); spring vol(1)=0.1,-0.05"},

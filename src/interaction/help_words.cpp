@@ -10,19 +10,19 @@ namespace {
 constexpr HelpEntry ENTRIES[] = {
     {KW_alphabet, "alphabet object(id)=\"keys\" with number object(id)=n..: a key typed in the window plays the sound of the same place", "object(1); alphabet object(1)=\"abc\""},
     {KW_brush, "brush(id) makes a brush of the palette tools; word brush(id)=v sets its properties", "brush(1); col brush(1)=1,0,0"},
-    {KW_cin, "cin: a key word; cin vol(id)=v stores a value and cin vol(id) reads it", "cube(1); cin vol(1)=1"},
+    {KW_cin, "cin: a key word; cin vol(id)=v stores a value and cin vol(id) reads it", "cube(1); cin vol(1)=1; cin vol(1)"},
     {KW_interaction, "interaction starts the loop, one image an idle call, until Escape; interaction time(n) n images; func(\"f\") or func(n,\"f\") a function each image; period(p); cut(1) freeze; STOP; mouse; ascii(\"a\") func(\"f\"); interaction(\"tran\") drags; message(\"text\") poi(x,y) a button", "interaction period(25)"},
     {KW_menu, "yes menu shows the menus; menu(id) makes a menu object; displ exec(\"Run\") poi(x,y) rectangle(r,g,b) frame mouse a text button", "menu(1)"},
-    {KW_motif, "motif: a pattern; motif vol(id)=.. drawn in place of the facets with yes motif; network(id) motif(..) the inputs of a network", "cube(1); motif vol(1)=1"},
+    {KW_motif, "motif: a pattern; motif vol(id)=.. drawn in place of the facets with yes motif; network(id) motif(..) the inputs of a network", "cube(1); motif vol(1)=1; motif vol(1)"},
     {KW_mouse, "mouse: the pointer; yes mouse shows the cursor, no mouse hides it; interaction mouse the CONTINUE panel; device(n) ini(\"MOU\") reads it", "yes mouse"},
-    {KW_NF, "NF: an option of volumes, a count of facets to reserve; NF vol(id)=v stores it", "cube(1); NF vol(1)=1"},
-    {KW_palette, "palette: the colour palette panel (hue, saturation, value) of the tools", "palette vol(1)"},
-    {KW_pan, "pan: a key word; pan vol(id)=v stores a value and pan vol(id) reads it", "cube(1); pan vol(1)=1"},
-    {KW_play, "play: replays the stocked images; play(im1,im2,ni)", "cube(1); play vol(1)=1"},
-    {KW_pull, "pull: the manual motion that drags a vertex: interaction interaction(\"pull\")", "cube(1); pull vol(1)=1"},
-    {KW_put, "put: a key word; put vol(id)=v stores a value and put vol(id) reads it", "cube(1); put vol(1)=1"},
+    {KW_NF, "NF: an option of volumes, a count of facets to reserve; NF vol(id)=v stores it", "cube(1); NF vol(1)=1; NF vol(1)"},
+    {KW_palette, "palette: a key word of the colour palette tool of the panels (hue, saturation, value), a tool not built in this version; palette vol(id)=v stores a value and palette vol(id) reads it", "cube(1); palette vol(1)=1; palette vol(1)"},
+    {KW_pan, "pan: a key word; pan vol(id)=v stores a value and pan vol(id) reads it", "cube(1); pan vol(1)=1; pan vol(1)"},
+    {KW_play, "play: the replay of recorded images (a tool of the panels not built in this version); interaction end play stops recording and replaying; play vol(id)=v stores a value as a key word", "cube(1); play vol(1)=1; play vol(1)"},
+    {KW_pull, "pull: the manual motion that drags a vertex: interaction interaction(\"pull\")", "cube(1); pull vol(1)=1; pull vol(1)"},
+    {KW_put, "put: a key word; put vol(id)=v stores a value and put vol(id) reads it", "cube(1); put vol(1)=1; put vol(1)"},
     {KW_scale, "scale(id) makes a scale (a gauge of the panels); word scale(id)=v sets its properties", "scale(1); col scale(1)=1,1,0"},
-    {KW_stock, "stock(id) keeps recorded images for play; write audio(id) stock(t) name(\"f\") the level of a sound", "stock(1)"},
+    {KW_stock, "stock(id) makes a stock object, a store of recorded images for the play tool; write audio(id) stock(t) name(\"f\") the levels of a sound", "stock(1); list stock"},
 };
 
 }  // namespace
