@@ -52,7 +52,7 @@ std::string lower(std::string s) {
 
 constexpr size_t FEW = 3;
 constexpr int COLUMNS = 6;
-constexpr int WIDTH = 13;
+constexpr size_t WIDTH = 13;
 
 }  // namespace
 
@@ -95,16 +95,21 @@ void help_list() {
   const VocabState& v = vocab();
   for (const HelpGroup& g : help_state().groups) {
     VOIR_CHAR("%s\n", g.heading);
+    // Names in columns of WIDTH, no blanks at the end of a line.
     int column = 0;
+    size_t last = 0;
     for (const HelpEntry& e : g.entries) {
       if (e.code < 0 || e.code >= NB_CODES || !v.name[e.code]) continue;
-      std::string n = keyword_name(e.code);
-      n.resize(std::max(n.size(), static_cast<size_t>(WIDTH)), ' ');
-      VOIR_CHAR("%s", n.c_str());
-      if (++column == COLUMNS) {
+      if (column == COLUMNS) {
         voir_texte("\n");
         column = 0;
+      } else if (column > 0) {
+        VOIR_CHAR("%s", std::string(last < WIDTH ? WIDTH - last : 1, ' ').c_str());
       }
+      std::string n = keyword_name(e.code);
+      VOIR_CHAR("%s", n.c_str());
+      last = n.size();
+      column++;
     }
     if (column) voir_texte("\n");
   }
