@@ -9,7 +9,7 @@ namespace {
 
 constexpr HelpEntry ENTRIES[] = {
     {KW_acc, "acc: an accelerating law; rotx(a0,a1) vertex(..) acc vol(id) spreads values slow then fast; traj(id) .. acc spaces the rows; acc vol(id)=x,y,z the acceleration of a volume with mass", "cube(1) dim(10); rotx(0,1) vertex(1,2,3,4) acc vol(1)"},
-    {KW_adhere, "adhere: a key word; adhere vol(id)=v stores a value and adhere vol(id) reads it", "cube(1); adhere vol(1)=1; adhere vol(1)"},
+    key_word(KW_adhere),
     {KW_anc, "anc: the anchoring of volumes in a chain; follow, lead, anc, reanc link volumes; CG anc vol(id) the origin of the matrix; yes anc reads led vertices through matrix anc", "cube(1) dim(10); CG anc vol(1)"},
     {KW_animate, "animate: traj(id) KIND(keys) animate(ni,order) vol(id) computes ni rows; traj(id) animate reads them; CG animate vol(id) how far the centre moved", "ball(1) dim(20); traj(1) tran(0,0,0,100,0,0) animate(10) vol(1)"},
     {KW_attach, "attach: commands attached to an object, run at its display; attach vol(id)=v stores one", "cube(1); attach vol(1)=1; attach vol(1)"},

@@ -75,6 +75,19 @@ const HelpEntry* help_find(int code) {
   return nullptr;
 }
 
+std::string help_usage(const HelpEntry& e) {
+  if (e.usage) return e.usage;
+  const std::string n = keyword_name(e.code);
+  return n + ": a key word with no command of its own; any words before an object form the key of a property: " + n +
+         " vol(id)=v stores a value and " + n + " vol(id) reads it";
+}
+
+std::string help_example(const HelpEntry& e) {
+  if (e.example) return e.example;
+  const std::string n = keyword_name(e.code);
+  return "cube(1); " + n + " vol(1)=1; " + n + " vol(1)";
+}
+
 void help_print(int code) {
   const VocabState& v = vocab();
   if (code < 0 || code >= NB_CODES || !v.name[code]) return;
@@ -86,8 +99,8 @@ void help_print(int code) {
   print_values("default:", v.defaults[code], v.dim[code]);
   print_values("current:", v.current[code], v.dim[code]);
   if (const HelpEntry* e = help_find(code)) {
-    VOIR_CHAR("usage: %s\n", e->usage);
-    VOIR_CHAR("example: %s\n", e->example);
+    VOIR_CHAR("usage: %s\n", help_usage(*e).c_str());
+    VOIR_CHAR("example: %s\n", help_example(*e).c_str());
   }
 }
 

@@ -14,6 +14,11 @@ struct HelpEntry {
   const char* example;  // one line that runs as it stands
 };
 
+// The entry of a word that has no command of its own and serves only as
+// the key of properties: its usage and example are the same for all such
+// words, made from its name.
+constexpr HelpEntry key_word(int code) { return {code, nullptr, nullptr}; }
+
 struct HelpGroup {
   const char* heading;
   std::span<const HelpEntry> entries;
@@ -29,6 +34,10 @@ HelpState& help_state();
 void help_register(const char* heading, std::span<const HelpEntry> entries);
 // The entry of a keyword code, or null.
 const HelpEntry* help_find(int code);
+// The usage and the example of an entry, those of a key word made from
+// its name.
+std::string help_usage(const HelpEntry& e);
+std::string help_example(const HelpEntry& e);
 // The name line, descriptor and values of a keyword, then its usage and
 // example.
 void help_print(int code);

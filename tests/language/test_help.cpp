@@ -71,8 +71,8 @@ TEST_F(HelpTest, EveryWordOfBothVocabulariesHasOneEntry) {
   for (int code : codes) {
     const HelpEntry* e = help_find(code);
     ASSERT_NE(e, nullptr) << vocab().name[code] << " has no help entry";
-    EXPECT_GT(strlen(e->usage), 10u) << vocab().name[code];
-    EXPECT_GT(strlen(e->example), 0u) << vocab().name[code];
+    EXPECT_GT(help_usage(*e).size(), 10u) << vocab().name[code];
+    EXPECT_FALSE(help_example(*e).empty()) << vocab().name[code];
   }
   // No word is explained twice, in one group or in two.
   std::set<int> seen;
@@ -93,11 +93,12 @@ TEST_F(HelpTest, EveryExampleRunsWithoutAFault) {
         continue;
       }
       Program p;
-      const int status = p.run_lines(std::string("yes ring\n") + e.example + "\n");
+      const std::string example = help_example(e);
+      const int status = p.run_lines("yes ring\n" + example + "\n");
       const std::string& out = p.seen;
-      EXPECT_EQ(status, 0) << e.example << "\n" << out;
-      EXPECT_EQ(out.find('\a'), std::string::npos) << e.example << "\n" << out;
-      for (const std::string& f : faults) EXPECT_EQ(out.find(f), std::string::npos) << e.example << "\n" << out;
+      EXPECT_EQ(status, 0) << example << "\n" << out;
+      EXPECT_EQ(out.find('\a'), std::string::npos) << example << "\n" << out;
+      for (const std::string& f : faults) EXPECT_EQ(out.find(f), std::string::npos) << example << "\n" << out;
       run++;
     }
   EXPECT_GT(run, 250);
@@ -114,6 +115,10 @@ TEST_F(HelpTest, AWordShowsItsDescriptorUsageAndExample) {
   EXPECT_EQ(run("demo sort").out, h);
   // Graphic words too.
   EXPECT_NE(run("help ball").out.find("example: ball(1) dim(20) secy(8)\n"), std::string::npos);
+  // A word that only keys properties says so, with its own name.
+  std::string zoom = run("help zoom").out;
+  EXPECT_NE(zoom.find("usage: zoom: a key word with no command of its own;"), std::string::npos) << zoom;
+  EXPECT_NE(zoom.find("example: cube(1); zoom vol(1)=1; zoom vol(1)\n"), std::string::npos) << zoom;
 }
 
 TEST_F(HelpTest, UnknownWordsAreReportedInTheirPlaceWithTheNearestNames) {
