@@ -80,7 +80,7 @@ constexpr HelpEntry ENTRIES[] = {
     {KW_local, "local(\"f(){...}\") vol(ids) adds a local function; local vol(id) their names; local(n) or local(\"f\") vol(id) a text; local exec vol(ids) runs them; rem local[(n)] vol(ids)", "cube(1); local(\"spin(){roty(0.1) vol(1);}\") vol(1); local vol(1)"},
     {KW_log, "log(v) the natural logarithm of each element (a negative one is an error)", "log(1,10)"},
     {KW_malloc, "x=malloc(n) a zeroed vector of n elements; malloc dim(n,d) n points of d elements; malloc(n) char a zeroed text", "x=malloc(3); dim(x)"},
-    {KW_matrix, "matrix the 4x4 identity; matrix(m) a matrix; matrix(a,b) the product; matrix(m) transp; matrix(m,x,y,z,...) vector the points transformed; as an option, rotx(a) matrix vol(id) changes the object's matrix instead of its vertices", "m=matrix; matrix(m,1,2,3) vector"},
+    {KW_matrix, "matrix the 4x4 identity; matrix(m) a matrix; matrix(a,b) product the product; matrix(m) transp; matrix(m,x,y,z,...) vector the points transformed; as an option, rotx(a) matrix vol(id) changes the object's matrix instead of its vertices", "m=matrix; matrix(m,1,2,3) vector"},
     {KW_max, "max(v) the largest element; max(\"text\") its largest character", "max(3,9,2)"},
     {KW_message, "message: an option that names a text; compile message(\"t\") evaluates (..) in t; exec message(env,num) runs a message; message vol(id)=\"text\" a label drawn at the volume", "compile message(\"(2*21)\")"},
     {KW_min, "min(v) the smallest element; min(\"text\") its smallest character", "min(3,9,2)"},

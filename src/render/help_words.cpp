@@ -9,7 +9,7 @@ namespace {
 
 constexpr HelpEntry ENTRIES[] = {
     {KW_above, "interaction above puts the eye of the view above the scene, at (0,-896,1), looking at the origin with foc 0.825 (above, below, front, behind)", "interaction above"},
-    {KW_aim, "aim(x,y,z) the point the current view looks at; aim alone reads it; aim view(id)=x,y,z another view's; aim light(id)=.. a light's", "aim(0,0,0)"},
+    {KW_aim, "aim(x,y,z) the point the current view looks at; aim alone reads it; aim view(id)=x,y,z that of a view made by view(id); aim light(id)=.. a light's", "aim(0,0,0)"},
     {KW_ambiance, "ambiance vol(id)=a the ambient part of a volume's lighting; ambiance light(id)=r,g,b a light's ambient colour", "cube(1) dim(10); ambiance vol(1)=0.3"},
     {KW_back, "back(r,g,b) the background colour that screen clears to; back alone reads it; back ini the start-up colour", "back(0,0,0.2)"},
     {KW_behind, "behind: the facets turned away; no behind leaves them out of the drawing (lighting is one-sided), yes behind draws them; behind vol(id)=1 for one volume; interaction behind puts the eye behind the scene, at (0,0,896)", "no behind"},
@@ -22,8 +22,8 @@ constexpr HelpEntry ENTRIES[] = {
     {KW_depth, "depth: the depth colouring of images (its current values); depth audio(id) the depth of sound objects", "depth"},
     {KW_displ, "displ draws every volume in every view in use; displ vol(ids) some; displ image(id) draws an image; view(id) displ(0) leaves a view out; displ exec(\"text\") poi(x,y) a text button", "cube(1) dim(10); displ vol(1)"},
     key_word(KW_draw),
-    {KW_eye, "eye(x,y,z) the place of the current view's eye; eye alone reads it; eye view(id)=x,y,z another view's; light(id) eye(x,y,z) places a light", "eye(0,0,-100)"},
-    {KW_foc, "foc(f) the focal of the current view (multiplies the 57.75 degree aperture); foc alone reads it; foc view(id)=f another view's", "foc(1.5)"},
+    {KW_eye, "eye(x,y,z) the place of the current view's eye; eye alone reads it; eye view(id)=x,y,z that of a view made by view(id); light(id) eye(x,y,z) places a light", "eye(0,0,-100)"},
+    {KW_foc, "foc(f) the focal of the current view (multiplies the 57.75 degree aperture); foc alone reads it; foc view(id)=f that of a view made by view(id)", "foc(1.5)"},
     {KW_fog, "yes fog turns the fog on; fog zbuf vol(id)=r,g,b,start,end the fog's colour and depths; fog(id) makes a fog object", "cube(1); fog zbuf vol(1)=0.5,0.5,0.5,100,500; fog zbuf vol(1)"},
     {KW_font, "font: the font of texts; font message vol(id)=n the font of a volume's label", "cube(1); font message vol(1)=1; font message vol(1)"},
     {KW_frame, "frame: an option of text buttons, a frame around the text: displ exec(\"Run\") poi(x,y) rectangle(r,g,b) frame; col frame vol(id)=r,g,b its colour", "cube(1); col frame vol(1)=1,1,1; col frame vol(1)"},
@@ -36,7 +36,7 @@ constexpr HelpEntry ENTRIES[] = {
     {KW_pers, "pers(1) perspective, pers(0) orthographic (scene units are window pixels, origin mid-window); pers alone reads it", "pers(1)"},
     {KW_rectangle, "rectangle(r,g,b): an option of text buttons, the colour of the box behind the text: displ exec(\"Run\") poi(x,y) rectangle(r,g,b); image(id) rectangle(..) a part of an image", "cube(1); rectangle vol(1)=1; rectangle vol(1)"},
     key_word(KW_right),
-    {KW_roll, "roll(a) the roll of the current view about its line of sight; roll alone reads it; roll view(id)=a another view's", "roll(0)"},
+    {KW_roll, "roll(a) the roll of the current view about its line of sight; roll alone reads it; roll view(id)=a that of a view made by view(id)", "roll(0)"},
     {KW_screen, "screen clears the window to the background; screen(r,g,b) to that colour; screen image(id) clears images", "screen"},
     {KW_see, "see: the object of the current text; see as an option starts the loop in watching mode: interaction see", "cube(1); see vol(1)=1; see vol(1)"},
     {KW_shadow, "shadow vol(id)=.. the shadow of a volume: shadow col vol(id)=r,g,b its colour, shadow poi vol(id)=x,y,z,.. its plane", "cube(1); shadow col vol(1)=0.2,0.2,0.2; shadow col vol(1)"},

@@ -48,7 +48,7 @@ constexpr HelpEntry ENTRIES[] = {
     {KW_hom, "hom(k) vol(ids) scales the vertices by k in all three directions about the centre" TRANSFORM_OPTIONS, "cube(1) dim(10); hom(2) vol(1); poi(1) vol(1)"},
     key_word(KW_inherit),
     key_word(KW_intersection),
-    {KW_lattice, "lattice: a sub-element word, like vertex; lattice vol(id) reads the lattice property of a volume, col lattice(k) vol(id)=.. writes one element", "cube(1); lattice vol(1)=1; lattice vol(1)"},
+    {KW_lattice, "lattice: a sub-element word, like vertex; lattice vol(id) reads the lattice property of a volume, col lattice(k) vol(id)=.. writes one element of a volume that has a lattice", "cube(1); lattice vol(1)=1; lattice vol(1)"},
     {KW_line, "line: an option, a polyline or a band; inside poi(x,y) line(x1,y1,...) close tests a point; read image(id) name(\"f.raw\") line(k,n) reads a band; line vol(id)=.. stores points", "inside poi(1,1) line(0,0,4,0,4,4,0,4) close"},
     {KW_meta, "meta: a qualifier; field(id) meta(a,b,c,...) a quadric field; meta vol(id)=.. stores a meta shape; yes meta runs the meta stage of each image", "cube(1); meta vol(1)=1,1,1; meta vol(1)"},
     key_word(KW_morphing),

@@ -7,7 +7,7 @@
 namespace {
 
 constexpr HelpEntry ENTRIES[] = {
-    {KW_audio, "read audio(id) name(\"f.wav\") reads a sound; write audio(id) name(\"f.wav\") writes it, write audio(id) stock(t) name(\"f.stock\") its levels; generate audio(id) sin(freq,amp,phase) synthesises; audio dim, min, module, status read the live capture (device ini(\"AUD\") starts it); the time unit is the image, 1/25 second", "generate audio(1) sin(440,1,0) time(25); write audio(1) name(\"help_la.wav\")"},
+    {KW_audio, "generate audio(id) dim(seconds[,channels]) makes a silent sound; generate audio(id) time(t1,t2) sin(f,a,p) writes a sine between images t1 and t2; read audio(id) name(\"f.wav\") reads a sound, write audio(id) name(\"f.wav\") writes it, write audio(id) stock(t) name(\"f\") its levels; dim audio(id) its shape; the time unit is the image, 1/25 second; device(n) ini(\"AUD\") starts the live capture that audio dim, min, module and status read", "generate audio(1) dim(1); generate audio(1) time(0,25) sin(440,1,0); dim audio(1)"},
 };
 
 }  // namespace
