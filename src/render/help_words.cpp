@@ -20,7 +20,7 @@ constexpr HelpEntry ENTRIES[] = {
     {KW_clip, "clip: the switch of back-face culling; yes clip culls the facets turned away, no clip draws both sides", "no clip"},
     {KW_col, "col(r,g,b) the current colour; col vol(id)=r,g,b a volume's colour, col fac(f) vol(id)= one facet's, col vertex(n) vol(id)= one vertex's; col vol(id) reads it; col light(id)=.. a light's; col(..) as an option of image, disk and stereo", "cube(1) dim(10); col vol(1)=1,0.5,0; col vol(1)"},
     {KW_depth, "depth: the depth colouring of images (its current values); depth audio(id) the depth of sound objects", "depth"},
-    {KW_displ, "displ draws every volume in every view in use; displ vol(ids) some; displ image(id) draws an image; view(id) displ(0) leaves a view out; displ exec(\"text\") poi(x,y) a text button", "cube(1) dim(10); displ vol(1)"},
+    {KW_displ, "displ draws every volume in every view in use, displ vol(ids) those volumes; displ image(ids) draws images now; displ vol(id)=n, displ view(id)=n, displ light(id)=n set the displ word of objects (0: out of use), displ view(id) reads it; displ image(id)=1 lays an image over each display; displ exec(\"text\") poi(x,y) rectangle(r,g,b) frame [mouse] a text button", "cube(1) dim(10); displ vol(1)"},
     key_word(KW_draw),
     {KW_eye, "eye(x,y,z) the place of the current view's eye; eye alone reads it; eye view(id)=x,y,z that of a view made by view(id); light(id) eye(x,y,z) places a light", "eye(0,0,-100)"},
     {KW_foc, "foc(f) the focal of the current view (multiplies the 57.75 degree aperture); foc alone reads it; foc view(id)=f that of a view made by view(id)", "foc(1.5)"},

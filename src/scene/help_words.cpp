@@ -11,17 +11,18 @@ namespace {
 // The options every transformation takes.
 #define TRANSFORM_OPTIONS                                                                             \
   "; options: vertex(n..) only those vertices; acc, dec, cos, sin, pend or law(id) spread the values "  \
-  "from a start to an end along the vertices; poi(x,y,z) or CG the centre; ini(1) from the saved copy, " \
-  "validate saves the result; matrix changes the object's matrix instead of its vertices"
+  "from a start to an end along the vertices; poi(x,y,z) the centre (the origin by default), CG the "   \
+  "mean of the vertices; ini(1) from the saved copy, validate saves the result; matrix changes the "     \
+  "object's matrix instead of its vertices"
 
 constexpr HelpEntry ENTRIES[] = {
-    {KW_alea, "alea reads and alea(n) sets the seed of the random table; alea(ax,ay,az) vol(ids) moves each vertex at random by up to ax,ay,az", "cube(1) dim(10); alea(1,1,1) vol(1); poi(1) vol(1)"},
-    {KW_alex, "alex(a) vol(ids) moves the vertices at random along x by up to a (aley along y, alez along z)", "cube(1) dim(10); alex(2) vol(1); poi(1) vol(1)"},
-    {KW_aley, "aley(a) vol(ids) moves the vertices at random along y by up to a", "cube(1) dim(10); aley(2) vol(1); poi(1) vol(1)"},
-    {KW_alez, "alez(a) vol(ids) moves the vertices at random along z by up to a", "cube(1) dim(10); alez(2) vol(1); poi(1) vol(1)"},
+    {KW_alea, "alea reads and alea(n) sets the seed of the random table; alea(ax,ay,az) vol(ids) adds to each coordinate of the vertices a value drawn from the table between -a and a, the same again for the same seed", "cube(1) dim(10); alea(1,1,1) vol(1); poi(1) vol(1)"},
+    {KW_alex, "alex(a) vol(ids) adds to the x of each vertex a random value between -a and a (aley, alez the same on y, z)", "cube(1) dim(10); alex(2) vol(1); poi(1) vol(1)"},
+    {KW_aley, "aley(a) vol(ids) adds to the y of each vertex a random value between -a and a", "cube(1) dim(10); aley(2) vol(1); poi(1) vol(1)"},
+    {KW_alez, "alez(a) vol(ids) adds to the z of each vertex a random value between -a and a", "cube(1) dim(10); alez(2) vol(1); poi(1) vol(1)"},
     {KW_ang, "ang: an option, angles; rev(id) poi(..) ang(a,a0) turns the profile by a radians from a0; ang vol(id)=v stores angles", "rev(1) poi(10,0,0,10,20,0) ang(3.14,0) secx(8)"},
     {KW_axis, "axis: an option, a direction; rota(a) axis(x,y,z) vol(ids) turns about that axis; axis view(id)=x,y,z a view looking along it; axis vol(id) reads the stored one", "cube(1) dim(10); rota(0.5) axis(1,1,0) vol(1); poi(1) vol(1)"},
-    {KW_ball, "ball(id) dim(r) secy(ny) secx(nx) [poi(x,y,z) dila rotx roty rotz] [sphere]: a sphere of ny rings of nx vertices (secx twice secy by default); ball(id) alone: radius 1, 8 sections", "ball(1) dim(20) secy(8)"},
+    {KW_ball, "ball(id) dim(r) [secy(ny)] [secx(nx)] [poi(x,y,z) dila rotx roty rotz] [sphere]: a sphere of ny+1 rings of nx vertices (secy 3 and secx twice secy by default); ball(id) alone: the unit ball of 8 sections", "ball(1) dim(20) secy(8)"},
     {KW_box, "box vol(id) the bounding box kept with a volume, min x,y,z then max x,y,z, as limit vol(id) computes it", "cube(1) dim(5); limit vol(1); box vol(1)"},
     {KW_close, "close: an option; rev(id) .. close and prism(id) .. close join the last section to the first; traj(id) .. ext close a closed curve; inside .. close a closed polygon", "prism(1) poi(0,0,0,10,0,0,0,10,0) poi(0,0,5) secy(2) close"},
     {KW_coe, "coe: an option, a coefficient or weights; CG coe(w1,w2,..) vol(id) a weighted centre; coe vol(id)=c stores it; device(n) .. coe(c) scales values read", "cube(1) dim(10); CG coe(1,1,2,2,1,1,2,2) vol(1)"},
@@ -30,14 +31,14 @@ constexpr HelpEntry ENTRIES[] = {
     {KW_coord, "coord vertex[(n..)] vol(id) the texture coordinates u,v of vertices, computed when stale", "ball(1) dim(10) secy(4); coord vertex(1,2) vol(1)"},
     {KW_cube, "cube(id) dim(dx,dy,dz): 8 vertices at +-d, 6 facets (dim(d) for all three)", "cube(1) dim(50)"},
     {KW_cut, "cut: an option; image(id) cut(x,y,nx,ny) keeps a part of an image; interaction cut(1) freezes the loop, cut(0) one image, cut(-1) runs", "image(1) dim(32,32) col(1,0,0); image(1) cut(0,0,16,16)"},
-    {KW_cutx, "cutx(k) vol(ids) shears the vertices along x by k times their distance from the centre (cuty, cutz the same along y, z)" TRANSFORM_OPTIONS, "cube(1) dim(10); cutx(0.5) vol(1); poi(1) vol(1)"},
-    {KW_cuty, "cuty(k) vol(ids) shears the vertices along y" TRANSFORM_OPTIONS, "cube(1) dim(10); cuty(0.5) vol(1); poi(1) vol(1)"},
-    {KW_cutz, "cutz(k) vol(ids) shears the vertices along z" TRANSFORM_OPTIONS, "cube(1) dim(10); cutz(0.5) vol(1); poi(1) vol(1)"},
+    {KW_cutx, "cutx(k) vol(ids) cuts along x at the plane of the centre c: k=0 puts every vertex on the plane, k>0 brings back to it those beyond it, k<0 those below it (cuty, cutz the same along y, z)" TRANSFORM_OPTIONS, "cube(1) dim(10); cutx(0.5) vol(1); poi(1) vol(1)"},
+    {KW_cuty, "cuty(k) vol(ids) cuts along y at the plane of the centre, as cutx does along x" TRANSFORM_OPTIONS, "cube(1) dim(10); cuty(0.5) vol(1); poi(1) vol(1)"},
+    {KW_cutz, "cutz(k) vol(ids) cuts along z at the plane of the centre, as cutx does along x" TRANSFORM_OPTIONS, "cube(1) dim(10); cutz(0.5) vol(1); poi(1) vol(1)"},
     {KW_dila, "dila(kx,ky,kz) vol(ids) scales the vertices about the centre" TRANSFORM_OPTIONS, "cube(1) dim(10); dila(2,1,1) vol(1); poi(1) vol(1)"},
     {KW_dilx, "dilx(k) vol(ids) scales the vertices along x about the centre (dily, dilz along y, z)" TRANSFORM_OPTIONS, "cube(1) dim(10); dilx(3) vol(1); poi(1) vol(1)"},
     {KW_dily, "dily(k) vol(ids) scales the vertices along y" TRANSFORM_OPTIONS, "cube(1) dim(10); dily(3) vol(1); poi(1) vol(1)"},
     {KW_dilz, "dilz(k) vol(ids) scales the vertices along z" TRANSFORM_OPTIONS, "cube(1) dim(10); dilz(3) vol(1); poi(1) vol(1)"},
-    {KW_distort, "distort(k) axis(x,y,z) vol(ids) twists the volume about the axis, k radians a unit of length" TRANSFORM_OPTIONS, "cube(1) dim(10); distort(0.05) axis(0,1,0) vol(1); poi(1) vol(1)"},
+    {KW_distort, "distort(k) axis(x,y,z) vol(ids) twists the volume about the axis by k" TRANSFORM_OPTIONS, "cube(1) dim(10); distort(0.05) axis(0,1,0) vol(1); poi(1) vol(1)"},
     {KW_envelope, "vol(id) envelope(a,b) secx(n): a volume joining the outlines of volumes a and b; envelope vol(id) reads the list", "ball(3) dim(10) secy(4); ball(4) dim(20) secy(4); vol(7) envelope(3,4) secx(8)"},
     {KW_ext, "ext: an option; generate ext(d) vol(id) the surface given a thickness d; traj(id) .. ext(n,tension) a smooth curve of n points a segment", "cube(1) dim(10); generate ext(2) vol(1)"},
     {KW_fac, "fac(a,b,c,...) the facets of a volume, vertices numbered from 1; vol(id) poi(..) fac(..) makes one; fac vol(id) reads them, fac(k) vol(id)=a,b,c replaces facet k; fac as an option selects facets: col fac(2) vol(id)", "vol(1) poi(0,0,0,10,0,0,10,10,0) fac(1,2,3); fac vol(1)"},
