@@ -15,7 +15,6 @@ constexpr HelpEntry ENTRIES[] = {
     {KW_menu, "yes menu shows the menus; menu(id) makes a menu object; displ exec(\"Run\") poi(x,y) rectangle(r,g,b) frame mouse a text button", "menu(1)"},
     {KW_motif, "motif: a pattern; motif vol(id)=.. drawn in place of the facets with yes motif; network(id) motif(..) the inputs of a network", "cube(1); motif vol(1)=1; motif vol(1)"},
     {KW_mouse, "mouse: the pointer; yes mouse shows the cursor, no mouse hides it; interaction mouse the CONTINUE panel; device(n) ini(\"MOU\") reads it", "yes mouse"},
-    {KW_NF, "NF: an option of volumes, a count of facets to reserve; NF vol(id)=v stores it", "cube(1); NF vol(1)=1; NF vol(1)"},
     {KW_palette, "palette: a key word of the colour palette tool of the panels (hue, saturation, value), a tool not built in this version; palette vol(id)=v stores a value and palette vol(id) reads it", "cube(1); palette vol(1)=1; palette vol(1)"},
     key_word(KW_pan),
     {KW_play, "play: the replay of recorded images (a tool of the panels not built in this version); interaction end play stops recording and replaying; play vol(id)=v stores a value as a key word", "cube(1); play vol(1)=1; play vol(1)"},

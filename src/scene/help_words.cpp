@@ -55,6 +55,7 @@ constexpr HelpEntry ENTRIES[] = {
     key_word(KW_morphing),
     {KW_move, "move: with a transformation, move changes the object's place through its matrix as matrix does: rotx(a) move vol(id); speed move view(id) reads the motion of a pulled eye", "cube(1) dim(10); tran(5,0,0) move vol(1); poi(1) vol(1)"},
     {KW_near, "near vertex[(n..)] vol(id) the neighbours of vertices; near vertex dist vol(id) the lengths of the edges; radius near vertex(n) vol(id) half the shortest edge; near image(id) dup(n) passes of the cellular rule", "cube(1) dim(10); near vertex(1) vol(1)"},
+    {KW_NF, "NF: in the making of a volume, vol(id) NP(n) NF(n) gives n vertices at the origin (placed later with poi(k) vol(id)=x,y,z) and one facet joining them", "vol(1) NP(4) NF(4); fac vol(1)"},
     {KW_normal, "normal(x,y,z) the current normal; normal fac[(f..)] vol(id), normal vertex[(n..)] vol(id) unit normals of facets and vertices", "cube(1) dim(10); normal fac(1) vol(1)"},
     {KW_object, "object(id) word(values)... makes generic objects (ids are numbers, names or both); word object(id)=v sets a property, word object(id) reads it", "object(2,\"lamp\"); col object(2)=1,0,0; col object(2)"},
     {KW_particle, "particle: a volume kind of free points; particle vol(id)=.. stores it; generate genetic(id) particle(n,L) rand makes a population of n strings", "cube(1); particle vol(1)=1; particle vol(1)"},
