@@ -8,8 +8,8 @@
 namespace {
 
 constexpr HelpEntry ENTRIES[] = {
-    {KW_alphabet, "alphabet object(id)=\"keys\" with number object(id)=n..: a key typed in the window plays the sound of the same place", "object(1); alphabet object(1)=\"abc\""},
-    {KW_brush, "brush(id) makes a brush of the palette tools; word brush(id)=v sets its properties", "brush(1); col brush(1)=1,0,0"},
+    {KW_alphabet, "alphabet object(id)=\"keys\" with number object(id)=n..: a key typed in the window plays the sound of the same place", "object(1); alphabet object(1)=\"abc\"; alphabet object(1)"},
+    {KW_brush, "brush(id) makes a brush of the palette tools; word brush(id)=v sets its properties", "brush(1); col brush(1)=1,0,0; col brush(1)"},
     key_word(KW_cin),
     {KW_interaction, "interaction starts the loop, one image an idle call, until Escape; interaction time(n) n images; func(\"f\") or func(n,\"f\") a function each image; period(p); cut(1) freeze; STOP; mouse; ascii(\"a\") func(\"f\"); interaction(\"tran\") drags; message(\"text\") poi(x,y) a button", "interaction period(25)"},
     {KW_menu, "yes menu shows the menus; menu(id) makes a menu object; displ exec(\"Run\") poi(x,y) rectangle(r,g,b) frame mouse a text button", "menu(1)"},
@@ -20,7 +20,7 @@ constexpr HelpEntry ENTRIES[] = {
     {KW_play, "play: the replay of recorded images (a tool of the panels not built in this version); interaction end play stops recording and replaying; play vol(id)=v stores a value as a key word", "cube(1); play vol(1)=1; play vol(1)"},
     {KW_pull, "pull: the manual motion that drags a vertex: interaction interaction(\"pull\")", "cube(1); pull vol(1)=1; pull vol(1)"},
     key_word(KW_put),
-    {KW_scale, "scale(id) makes a scale (a gauge of the panels); word scale(id)=v sets its properties", "scale(1); col scale(1)=1,1,0"},
+    {KW_scale, "scale(id) makes a scale (a gauge of the panels); word scale(id)=v sets its properties", "scale(1); col scale(1)=1,1,0; col scale(1)"},
     {KW_stock, "stock(id) makes a stock object, a store of recorded images for the play tool; write audio(id) stock(t) name(\"f\") the levels of a sound", "stock(1); list stock"},
 };
 

@@ -114,7 +114,7 @@ TEST_F(HelpTest, AWordShowsItsDescriptorUsageAndExample) {
   // demo says the same.
   EXPECT_EQ(run("demo sort").out, h);
   // Graphic words too.
-  EXPECT_NE(run("help ball").out.find("example: ball(1) dim(20) secy(8)\n"), std::string::npos);
+  EXPECT_NE(run("help ball").out.find("example: ball(1) dim(20) secy(8); limit vol(1)\n"), std::string::npos);
   // A word that only keys properties says so, with its own name.
   std::string zoom = run("help zoom").out;
   EXPECT_NE(zoom.find("usage: zoom: a key word with no command of its own;"), std::string::npos) << zoom;
