@@ -10,7 +10,6 @@
 #include "kernel/report.h"
 #include "kernel/vocab.h"
 
-extern const HelpGroup INTERPRETER_HELP;  // language/help_words.cpp
 
 namespace {
 

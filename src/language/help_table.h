@@ -28,6 +28,9 @@ struct HelpState {
   std::vector<HelpGroup> groups;  // in the order `help` lists them
 };
 
+// The interpreter's words (language/help_words.cpp): the first group.
+extern const HelpGroup INTERPRETER_HELP;
+
 HelpState& help_state();
 
 // Adds a group; a heading already there is not added twice.

@@ -132,4 +132,4 @@ constexpr HelpEntry ENTRIES[] = {
 
 }  // namespace
 
-extern const HelpGroup INTERPRETER_HELP{"Interpreter words", ENTRIES};
+const HelpGroup INTERPRETER_HELP{"Interpreter words", ENTRIES};
