@@ -287,19 +287,6 @@ int device(word* s, const word* ob, word* st, const word* lim) {
   return lire_ecrire(s, ob, n, *p, st, lim);
 }
 
-constexpr const char* USAGE_DEVICE =
-    "device(n) ini(\"K\") [name number dim char float time speed close lead debug inv coe tran audio] opens slot n "
-    "(1..100); K = LIR MEM COM TCP UDP MID MOU AUD ITR DAT UCS TIM; ini(\"UCS\") help: the datagram exchange\n"
-    "p=device(n) [dim(k)] [float|char] [format(\"F\")] [debug] [image(id)] reads, device(n)=p writes; device alone: "
-    "the mean of the validated devices\n"
-    "device(n..) validate(v) coe(c) tran(t) set, without a value get; device(n) edit, end; device edit, end, clean: "
-    "every device\n"
-    "device(n) cin [format(\"F\")] [float|char]: at each image of the loop the device is read and its first three "
-    "numbers place the pointer (x, y in pixels from the window's centre, y down; missing ones 0, NIL leaves it); "
-    "cin(0) or end takes it back; device cin: its number, 0 for none\n"
-    "device(n) lead texture(port) [dim(bytes)] [time(ms)] [close]: a UDP server; device(n) name(\"host\") "
-    "texture(port) [dim time close]: a UDP client (port 8889, 1024 bytes by default)";
-
 }  // namespace
 
 int DEVICE_b(word* s, const word* ob, word* st, const word* lim) {
@@ -313,6 +300,5 @@ int DEVICE_b(word* s, const word* ob, word* st, const word* lim) {
 void install_device_commands() {
   register_graphic_handler({KW_device}, DEVICE_b);
   loop().lire_cin = lire_cin;
-  register_usage(KW_device, USAGE_DEVICE);
   ini_devices();
 }

@@ -170,7 +170,8 @@ int Walker::command(int code) {
 }
 
 // `help` and `status` take bare keywords up to the end of the statement;
-// an argument group in brackets is compiled as usual.
+// an argument group in brackets is compiled as usual. `help` keeps the
+// words that are no keywords, to report them.
 int Walker::keywords_to_end(int code) {
   emit(C_COMMAND, code);
   for (;;) {
@@ -182,7 +183,15 @@ int Walker::keywords_to_end(int code) {
       p++;
       continue;
     }
-    if (chercher_commande(w, &voc, &kw) >= 0) emit(C_COMMAND, kw);
+    if (chercher_commande(w, &voc, &kw) >= 0) {
+      emit(C_COMMAND, kw);
+    } else if (code == KW_help) {
+      // A word that is none reaches `help` as help("word"), in its place.
+      emit(C_COMMAND, KW_help);
+      emit(C_OPER, '(');
+      emit_text(w, T_CHAR);
+      emit(C_OPER, ')');
+    }
   }
 }
 

@@ -97,7 +97,11 @@ int Walker::string() {
   p = s + 1;
   if (translation_state() == 2 && Yes(KW_generate) >= 0) body = translate_text(body.c_str(), 0, body.size() * 10 + 1000);
   // A string given to a function that takes functions names one.
-  word tag_word = last_call_takes_name ? static_cast<word>(C_TYPE_FUNC) : static_cast<word>(T_CHAR);
+  emit_text(body, last_call_takes_name ? static_cast<word>(C_TYPE_FUNC) : static_cast<word>(T_CHAR));
+  return 0;
+}
+
+void Walker::emit_text(const std::string& body, word tag_word) {
   int words = static_cast<int>(body.size() / 4 + 5);
   Tokens r(static_cast<size_t>(words), 0);
   r[0] = words;
@@ -106,7 +110,6 @@ int Walker::string() {
   r[3] = static_cast<word>(body.size());
   memcpy(reinterpret_cast<char*>(&r[4]), body.data(), body.size());
   emit_record(r);
-  return 0;
 }
 
 int Walker::quoted() {

@@ -1,5 +1,6 @@
 // The walker of the compiler over prepared text.
 #pragma once
+#include <string>
 #include <vector>
 
 #include "language/compile_internal.h"
@@ -31,6 +32,8 @@ struct Walker {
 
   int number();
   int string();
+  // A text constant: its record in the token stream.
+  void emit_text(const std::string& body, word tag_word);
   int quoted();
   int line_mark();
   int origin_mark();

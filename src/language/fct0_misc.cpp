@@ -97,7 +97,12 @@ int keyword_name(Fct0Call& c, int code) {
 // very same body; the display precision itself is read elsewhere from
 // the keyword's current value.
 int fct0_error(Fct0Call& c) {
-  if (c.first[2] == KW_precision && c.time) return TIME_a(c.record, c.limit);
+  if (c.first[2] == KW_precision && c.time) {
+    // `time` leaves its value in place of the record; fct0 takes the
+    // result from its work place.
+    const int r = TIME_a(c.record, c.limit);
+    return r != 0 ? r : copy_result(c, c.record);
+  }
   int& code = fct0_state().Erreur_code;
   const word* v = fct0_argument(c);
   if (!v || (tag(v) != T_FLOAT && tag(v) != T_CHAR) || value_length(v) == 0) {

@@ -49,11 +49,6 @@ int PULS_a(word* record, const word* limit);
 // Commands of cmd_help, cmd_history, cmd_list, cmd_sort, cmd_time,
 // cmd_values, cmd_matrix and cmd_console_io.
 int HELP_a(word* record, const word* limit);
-// The help of one keyword: name line, descriptor, values, usage.
-void print_keyword_help(int code);
-// The usage `help` shows for keyword `code`, lent by a subsystem above the
-// language (the text lives as long as the program).
-void register_usage(int code, const char* text);
 int HISTORY_a(word* record, const word* limit);
 int LIST_a(word* record, const word* limit);
 int SORT_a(word* record, const word* limit);

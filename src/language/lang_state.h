@@ -138,9 +138,6 @@ struct LanguageState {
   // The comment that stood above each function in the file it was read
   // from, by function name, written back above it by `write func`.
   std::map<std::string, std::string> comments;
-  // Usage texts of `help` that the subsystems above lend for their own
-  // keywords: pairs of a keyword code and its text.
-  std::vector<std::pair<int, const char*>> usages;
 };
 
 // The one state of the language layer, reached through lang().

@@ -1,6 +1,6 @@
 // The commands of the interpreter vocabulary outside fct0, run as console
 // texts: value shapes, sorting, matrices, the clock, console input, the
-// alias and stopping-point tables, listings, history and help. Expected
+// alias and stopping-point tables, listings and history. Expected
 // values are worked out by hand.
 #include <gtest/gtest.h>
 
@@ -209,7 +209,7 @@ TEST_F(CommandsTest, HistoryListsAndRunsLines) {
   fails("history(" + std::to_string(n + 1) + ")");
 }
 
-// ---- listings and help -----------------------------------------------------------
+// ---- listings -----------------------------------------------------------------
 
 TEST_F(CommandsTest, ListAndLISTShowFunctionsAndVariables) {
   {
@@ -225,42 +225,6 @@ TEST_F(CommandsTest, ListAndLISTShowFunctionsAndVariables) {
   EXPECT_NE(run("LIST var").out.find("cmdf.cs = 3"), std::string::npos);
   EXPECT_EQ(run("list var").out.find("cmdf.cs"), std::string::npos);
   EXPECT_NE(fails("list").find("func, var, (\"define\") or an object word"), std::string::npos);
-}
-
-TEST_F(CommandsTest, HelpShowsDescriptorValuesAndUsage) {
-  std::string h = run("help sort").out;
-  EXPECT_EQ(h.rfind("sort\n", 0), 0u) << h;
-  EXPECT_NE(h.find("emp="), std::string::npos);
-  EXPECT_NE(h.find("sort(v) inv descending"), std::string::npos);
-  // A keyword with default values shows both lines.
-  std::string p = run("help precision").out;
-  EXPECT_NE(p.find("default: 0.1\ncurrent: 0.1\n"), std::string::npos) << p;
-  // The math family shares one line.
-  EXPECT_NE(run("help cos").out.find("math on a vector"), std::string::npos);
-  // Several words in turn; demo says the same.
-  std::string two = run("help time type").out;
-  EXPECT_LT(two.find("time(0)"), two.find("type(v)"));
-  EXPECT_EQ(run("demo sort").out, h);
-
-  std::string all = run("help").out;
-  EXPECT_EQ(all.rfind("aba          abs          acos", 0), 0u) << all;
-  EXPECT_NE(all.find("yes"), std::string::npos);
-  EXPECT_EQ(all.find("box"), std::string::npos);  // the graphic words are not listed
-}
-
-// Every command of this family has a usage line.
-TEST_F(CommandsTest, EveryCommandHasAUsageLine) {
-  const char* words[] = {"alias", "CG",     "clean", "demo",  "dim",  "help", "history", "ini",  "input",
-                         "limit", "LIST",   "list",  "matrix", "NP",  "number", "read", "ring", "sort",
-                         "STOP",  "time",   "type",  "write", "yes",  "no",   "print",   "return", "status",
-                         "compile", "link", "exec",  "debug", "system", "GO", "bye",     "exit", "var",
-                         "rem",   "name",   "dup",   "func",  "calloc", "malloc"};
-  for (const char* w : words) {
-    std::string h = run(std::string("help ") + w).out;
-    size_t lines = 0;
-    for (char c : h) lines += c == '\n';
-    EXPECT_GE(lines, 3u) << w << ": " << h;  // name, descriptor, usage
-  }
 }
 
 }  // namespace

@@ -222,6 +222,9 @@ int LEAD_FOLLOW(word* s, const word* ob, word* st, const word* lim) {
       if (!a) return -1;
       for (int i = 0; i < elements(a); i++) lu.push_back(value_at(a, i, 0));
     }
+    // In an assignment the right side lies just above the command: the
+    // vertices written over it would destroy the value being assigned.
+    if (ob) return 0;
     return build_floats(s, lim, lu, 3);
   }
   if (!ob || item_count(s) != 2) return bloc_0(s, ob, st, lim);
