@@ -63,7 +63,7 @@ constexpr HelpEntry ENTRIES[] = {
     {KW_poi, "poi(x,y,z,...) the vertices of a volume; poi vol(id) reads them, poi vol(id)=.. replaces them, poi(k) vol(id)=x,y,z moves vertex k; as an option, poi(x,y,z) is a centre or a place: rotx(a) poi(0,0,0) vol(id), disk image(id) poi(x,y)", "cube(1) dim(10); poi(1) vol(1)"},
     {KW_prism, "prism(id) poi(base x,y,z,...) poi(dx,dy,dz) secy(n) [close]: a base moved along a displacement in n steps", "prism(1) poi(0,0,0,10,0,0,0,10,0) poi(0,0,3) secy(2); limit vol(1)"},
     {KW_radius, "radius [vertex(n..)] vol(ids) the largest distance from the mean point; radius near vertex(n) vol(id) half the shortest edge at a vertex; as an option, disk image(id) .. radius(r)", "cube(1) dim(10); radius vol(1)"},
-    {KW_rev, "rev(id) poi(x,y,z,...) [ang(a,a0)] secx(n) [close]: a profile turned about y in n sections", "rev(1) poi(10,0,0,10,20,0) secx(12); limit vol(1)"},
+    {KW_rev, "rev(id) poi(x,y,z,...) [ang(a,a0)] secx(n) [close]: a profile turned about y in n sections (give it from bottom to top, +y down, so that its facets face outwards)", "rev(1) poi(10,20,0,10,0,0) secx(12); limit vol(1)"},
     {KW_rota, "rota(a) axis(x,y,z) vol(ids) turns the vertices by a radians about the axis" TRANSFORM_OPTIONS, "cube(1) dim(10); rota(0.5) axis(0,1,1) vol(1); poi(1) vol(1)"},
     {KW_rotx, "rotx(a) vol(ids) turns the vertices by a radians about x (roty, rotz about y, z); rotx(a0,a1) vertex(..) acc vol(id) spreads the angle" TRANSFORM_OPTIONS, "cube(1) dim(10); rotx(0.5) vol(1); poi(1) vol(1)"},
     {KW_roty, "roty(a) vol(ids) turns the vertices by a radians about y" TRANSFORM_OPTIONS, "cube(1) dim(10); roty(0.5) vol(1); poi(1) vol(1)"},
