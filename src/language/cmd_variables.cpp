@@ -105,6 +105,7 @@ void remove_functions(const char* list) {
   const char* p = list;
   while (lire_mot(w, &p, LONG_MOT) > 1) {
     for (Objet* f = get_fonction(w); f; f = get_fonction(w)) rem_objet(f);
+    lang().comments.erase(w);  // a later function of that name starts bare
     while (*p == ',' || *p == ';') p++;
   }
   lang().link_state = 0;

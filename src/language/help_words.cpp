@@ -14,7 +14,7 @@ constexpr HelpEntry ENTRIES[] = {
     {KW_acosh, "acosh(v) a vector of as many elements, left without a computed value", "acosh(2)"},
     {KW_add, "add: an option; in read vol(..) add name(\"f\") the objects read are added to those there, in fopen(\"f\") add the file is opened to append, in force add vol(id) the force acts one image", "f=fopen(\"help_add.txt\") add; fwrite(f,\"line\"); fclose(f); fread(\"help_add.txt\")"},
     {KW_alias, "alias(\"name=replacement\") adds an alias line, alias alone prints the table; yes alias applies the aliases to the lines that follow", "alias(\"twice=2*\")"},
-    {KW_arc, "arc(r,a,da,n) n points x,y,z of an arc of radius r in the plane z=0, from angle a by steps of da degrees; vol(id) arc(r,a,da,n) makes a volume of them", "arc(10,0,90,3)"},
+    {KW_arc, "arc(r,a,da,n) n points x,y,z of an arc of radius r in the plane z=0, from angle a by steps of da degrees; vol(id) arc(r,a0,a1,n) dim(t) secx(m) is another thing: a tube of radius t along an arc from a0 to a1 radians", "arc(10,0,90,3)"},
     {KW_ascii, "ascii(v) numbers to the text of those bytes; ascii(\"text\") the byte values of a text", "ascii(\"AB\")"},
     {KW_asin, "asin(v) the arc sine of each element, in radians, the element held in [-1,1]", "asin(0,1)"},
     {KW_asinh, "asinh(v) a vector of as many elements, left without a computed value", "asinh(1)"},

@@ -82,7 +82,7 @@ constexpr HelpEntry ENTRIES[] = {
     key_word(KW_triangulate),
     {KW_validate, "validate: an option that keeps a result; rotx(a) validate vol(id) saves the new vertices as the copy that ini(1) starts from; device(ids) validate(1) the mean of the slots; generate network(id) validate(n) n passes", "cube(1) dim(10); rotx(0.3) validate vol(1); poi(1) vol(1)"},
     {KW_vertex, "vertex: a sub-element word, the vertices of a volume by number from 1; rotx(a) vertex(1,2) vol(id) moves those, col vertex(2) vol(id)=r,g,b one colour, normal vertex vol(id) per vertex", "cube(1) dim(10); col vertex(2) vol(1)=0,0,1; col vertex(2) vol(1)"},
-    {KW_vol, "vol(id) poi(x,y,z,...) fac(1,2,3,...) makes a volume; vol(id) pipe(a,b), envelope(a,b) secx(n), arc(r,a0,da,n); vol(id) vol(a) vol(b) the union; word vol(id)=v sets a property, word vol(id) reads it", "vol(1) poi(0,0,0,10,0,0,10,10,0) fac(1,2,3) name(\"tri\")"},
+    {KW_vol, "vol(id) poi(x,y,z,...) fac(1,2,3,...) makes a volume; vol(id) pipe(a,b), envelope(a,b) secx(n), arc(r,a0,a1,n) dim(t) secx(m) (a tube along an arc, angles in radians); vol(id) vol(a) vol(b) the union; word vol(id)=v sets a property, word vol(id) reads it", "vol(1) poi(0,0,0,10,0,0,10,10,0) fac(1,2,3) name(\"tri\")"},
 };
 
 }  // namespace
