@@ -141,8 +141,8 @@ float passe_controle(Reseau& r, const NetOptions& opt, int* count) {
       ecrit(neurone(r, j, NR_ERROR), e);
       largest = std::max(largest, std::fabs(e));
       const bool beyond = std::fabs(e) > opt.error;
-      if (beyond) {
-        ++*count;
+      if (beyond) ++*count;
+      if (beyond && opt.edit) {  // the marks are only for the report
         marks.resize(static_cast<size_t>(a) * 9, ' ');
         marks += " ********";
       }
@@ -162,8 +162,11 @@ float passe_controle(Reseau& r, const NetOptions& opt, int* count) {
 }
 
 int rafraichit_validate(Reseau& r) {
-  std::vector<word> list = liste_vide();
-  std::vector<word> out;
+  // Buffers kept from call to call: a pass of the learning screen takes
+  // no memory once the first has run.
+  std::vector<word>& list = networks().liste_validate;
+  std::vector<word>& out = networks().motif_validate;
+  liste_vide(list);
   for (const word* pattern : Parties{r.motif}) {
     const word* law = sous_bloc(r.law, 0);
     out.assign(static_cast<size_t>(8 + std::max(r.N, elements(pattern)) + (law ? elements(law) : 0)), 0);

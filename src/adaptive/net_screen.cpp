@@ -219,9 +219,10 @@ bool une_passe(Objet* o) {
 }  // namespace
 
 void dessine_reseau(const Reseau& r) {
-  const NetworkScreen& S = ecran();
+  NetworkScreen& S = ecran();
   const WindowState& W = win();
-  std::vector<const word*> couches;
+  std::vector<const word*>& couches = S.couches;  // its memory kept from image to image
+  couches.clear();
   for (const word* l : Parties{r.fac}) couches.push_back(l);
   if (couches.empty() || !r.matrix || !r.neuron) return;
   const float dx = static_cast<float>(W.Dimx) * 0.8f / static_cast<float>(std::max<size_t>(couches.size() - 1, 1));

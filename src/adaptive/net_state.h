@@ -24,12 +24,14 @@ struct NetworkScreen {
   int delai = 0;                // the delay counter
   int numero_motif = 0;         // 0: patterns cycle
   float centre_x = 0, centre_y = 0, echelle = 1;
+  std::vector<const word*> couches;  // the layers, gathered at each drawing
 };
 
 struct NetworkState {
   std::mt19937 rng{1};
   std::vector<float> work;      // L*L products of back-propagation
   std::vector<float> sorties;   // the outputs of one layer, side by side
+  std::vector<word> liste_validate, motif_validate;  // the `validate` list in the making
   NetworkScreen screen;
 };
 

@@ -11,7 +11,7 @@ ByeState& bye_state() {
 
 void unsaved_work_register(const UnsavedWork& row) {
   for (UnsavedWork& w : bye_state().work)
-    if (w.voc == row.voc && w.num == row.num) {
+    if (std::string(w.extension) == row.extension) {
       w = row;
       return;
     }
@@ -36,7 +36,7 @@ int bye(bool abs) {
     if (!b.question.empty() && !confirmed(0, 90, b.question.c_str())) return -1;
     if (!b.function.empty() && b.run_function) b.run_function(b.function);
     for (const UnsavedWork& w : b.work)
-      if (w.pending && w.pending() && !confirmed(w.voc, w.num)) return -1;
+      if (w.pending && w.pending() && !confirmed(w.voc, w.num, w.question)) return -1;
   }
   voir_message(0, MES_SEE_YOU_SOON);
   process_exit(0);

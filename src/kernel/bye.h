@@ -1,18 +1,22 @@
 // Ending the run: questions about unsaved work, then message 5 and exit;
 // and the end forced by a signal, which saves that work first.
 #pragma once
+#include <functional>
 #include <string>
 #include <vector>
 
 // One kind of work that may be unsaved (functions, volumes...). The
 // layer that owns it registers the row at start-up.
+// Rows are told apart by their extension.
 struct UnsavedWork {
   int voc = 0, num = 0;          // the question asked at `bye`
-  bool (*pending)() = nullptr;   // true while some of it is unsaved
+  std::function<bool()> pending;  // true while some of it is unsaved
   // The recovery file's ending, and the writer of the unsaved part to a
   // file: false after its own message.
   const char* extension = "";
-  bool (*save)(const std::string& path) = nullptr;
+  std::function<bool(const std::string& path)> save;
+  // Kinds that no numbered message names ask this text instead.
+  const char* question = nullptr;
 };
 
 struct ByeState {

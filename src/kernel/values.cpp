@@ -190,6 +190,8 @@ int seg_add_val_r(bloc s, const word* lim, int code, const word* val) { return s
 
 std::vector<word> liste_vide() { return {4, T_HYBRIDE, 0, 1}; }
 
+void liste_vide(std::vector<word>& list) { list.assign({4, T_HYBRIDE, 0, 1}); }
+
 void liste_ajoute(std::vector<word>& list, const word* part) {
   list.insert(list.end(), part, part + size(part));
   list[0] = static_cast<word>(list.size());

@@ -64,6 +64,8 @@ bloc build_zeros(bloc at, const word* limit, int n, int dimp = 1);
 // A HYBRIDE list grown in a vector: an empty list, then parts appended
 // (each a whole value, copied), the size and count kept in step.
 std::vector<word> liste_vide();
+// Empties `list` to the empty list in place, keeping its memory.
+void liste_vide(std::vector<word>& list);
 void liste_ajoute(std::vector<word>& list, const word* part);
 // A FLOAT or LONG value of n numbers as np points of dimp, in a vector.
 std::vector<word> valeur_floats(const float* f, int n, int dimp = 1);

@@ -86,33 +86,28 @@ int ecrit_objets(const std::vector<Objet*>& objets, const std::string& file, con
   return 0;
 }
 
-template <int I>
-bool non_sauves() {
-  return objets_non_sauves(TRAVAUX_SCENE[I].kind);
-}
-
-// The unsaved objects of the kind, to a recovery file.
-template <int I>
-bool sauve_non_sauves(const std::string& file) {
-  const int kind = TRAVAUX_SCENE[I].kind;
-  std::vector<Objet*> out;
-  for (Objet* o = chaine_classe(kind)->next; o; o = o->next)
-    if (o->kind == kind && o->unsaved) out.push_back(o);
-  return ecrit_objets(out, file, nullptr) == 0;
-}
-
-template <int I>
-UnsavedWork travail() {
-  const TravailScene& t = TRAVAUX_SCENE[I];
-  return {t.voc, t.num, non_sauves<I>, t.extension, sauve_non_sauves<I>};
-}
-
 }  // namespace
 
+void suivre_travail(int kind, int voc, int num, const char* question, const char* extension) {
+  suivre_objets(kind);
+  UnsavedWork w;
+  w.voc = voc;
+  w.num = num;
+  w.question = question;
+  w.extension = extension;
+  w.pending = [kind] { return objets_non_sauves(kind); };
+  // The unsaved objects of the kind, to a recovery file.
+  w.save = [kind](const std::string& file) {
+    std::vector<Objet*> out;
+    for (Objet* o = chaine_classe(kind)->next; o; o = o->next)
+      if (o->kind == kind && o->unsaved) out.push_back(o);
+    return ecrit_objets(out, file, nullptr) == 0;
+  };
+  unsaved_work_register(w);
+}
+
 void install_object_files() {
-  unsaved_work_register(travail<0>());
-  unsaved_work_register(travail<1>());
-  unsaved_work_register(travail<2>());
+  for (const TravailScene& t : TRAVAUX_SCENE) suivre_travail(t.kind, t.voc, t.num, nullptr, t.extension);
 }
 
 // Objects go to object files; `write image` and `read image` are pictures.

@@ -31,6 +31,11 @@ int lire_objets(const std::string& bytes, const LectureObjets& how);
 // Registers the unsaved volumes, trajectories and laws as work that `bye`
 // asks about and that a signal's end saves (start-up).
 void install_object_files();
+// The same for another kind of object: the commands that name its objects
+// mark them, `bye` asks message `num` of vocabulary `voc` (or `question`
+// when num is 0), and a signal's end writes them to an object file with
+// that extension.
+void suivre_travail(int kind, int voc, int num, const char* question, const char* extension);
 // `write` and `read`: object files, and pictures for `image`.
 int WRITE_b(word* s, const word* ob, word* st, const word* lim);
 int READ_b(word* s, const word* ob, word* st, const word* lim);

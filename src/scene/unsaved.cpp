@@ -14,13 +14,24 @@ const TravailScene TRAVAUX_SCENE[3] = {
 
 namespace {
 
+// The kinds added by suivre_objets; a handful at most.
+constexpr int MAX_SUIVIS = 8;
+int suivis[MAX_SUIVIS];
+int nb_suivis = 0;
+
 bool suivi(int kind) {
   for (const TravailScene& t : TRAVAUX_SCENE)
     if (t.kind == kind) return true;
+  for (int i = 0; i < nb_suivis; i++)
+    if (suivis[i] == kind) return true;
   return false;
 }
 
 }  // namespace
+
+void suivre_objets(int kind) {
+  if (!suivi(kind) && nb_suivis < MAX_SUIVIS) suivis[nb_suivis++] = kind;
+}
 
 bool objets_non_sauves(int kind) {
   for (Objet* o = chaine_classe(kind)->next; o; o = o->next)

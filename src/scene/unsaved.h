@@ -14,6 +14,9 @@ struct TravailScene {
 };
 extern const TravailScene TRAVAUX_SCENE[3];
 
+// Another kind whose objects the command dispatch marks when a command
+// names them (the subsystems above the scene, at start-up).
+void suivre_objets(int kind);
 // True when an object of that kind carries the mark.
 bool objets_non_sauves(int kind);
 // Marks the followed objects that the command names: those its object

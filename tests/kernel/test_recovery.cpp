@@ -4,6 +4,8 @@
 // start names the files, and they read back.
 #include <gtest/gtest.h>
 
+#include <regex>
+
 #include "support/program.h"
 
 namespace {
@@ -69,4 +71,27 @@ TEST(Recovery, NothingUnsavedNothingWritten) {
   EXPECT_EQ(s.exit_code(), 128 + SIGTERM);
   EXPECT_NE(s.seen.find("SIGTERM: nothing unsaved"), std::string::npos) << s.seen;
   EXPECT_TRUE(s.file("orvela-recovery.func").empty());
+}
+
+// A taught network is kept as an object file and gives the same answer
+// once read back.
+TEST(Recovery, ATaughtNetworkGoesToItsOwnFile) {
+  Program s;
+  ASSERT_TRUE(s.start(Program::Input::pipe));
+  s.type("network(1) fac(2,3,1) motif(0.1,0.1, 0.9,0.9) law(0.1,0.9)\n");
+  s.type("generate network(1) validate(200) alea(1)\na=generate network(1) motif(0.9,0.9)\n$a\n");
+  s.type("$\"ready\"\n");
+  ASSERT_TRUE(s.wait_for("ready")) << s.seen;
+  kill(s.pid, SIGTERM);
+  EXPECT_EQ(s.exit_code(), 128 + SIGTERM) << s.seen;
+  const std::string where = s.dir.string() + "/orvela-recovery";
+  EXPECT_NE(s.seen.find("SIGTERM: unsaved work written to " + where + ".net\n"), std::string::npos) << s.seen;
+  std::smatch m;
+  ASSERT_TRUE(std::regex_search(s.seen, m, std::regex("([0-9]+\\.[0-9]{6}) \\n[ ?]*ready"))) << s.seen;
+  const std::string taught = m[1];
+
+  Program next;
+  next.take_folder(s);
+  next.run_lines("read network(5) name(\"orvela-recovery.net\")\na=generate network(5) motif(0.9,0.9)\n$a\n");
+  EXPECT_NE(next.seen.find(taught), std::string::npos) << "taught: " << taught << "\n" << next.seen;
 }

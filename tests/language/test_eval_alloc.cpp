@@ -2,48 +2,12 @@
 // value of its final size, running expressions allocates nothing at all.
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cstdlib>
-#include <new>
-
 #include "compile_fixture.h"
 #include "kernel/bloc.h"
 #include "kernel/kernel.h"
 #include "kernel/work_areas.h"
 #include "language/eval.h"
-
-namespace {
-std::atomic<long> news{0};
-}
-
-// Every form of new and delete goes through malloc and free, so that the
-// pairs always match, and every allocation is counted.
-namespace {
-void* counted(std::size_t n) {
-  news++;
-  return std::malloc(n ? n : 1);
-}
-}  // namespace
-void* operator new(std::size_t n) {
-  if (void* p = counted(n)) return p;
-  throw std::bad_alloc();
-}
-void* operator new[](std::size_t n) {
-  if (void* p = counted(n)) return p;
-  throw std::bad_alloc();
-}
-void* operator new(std::size_t n, const std::nothrow_t&) noexcept { return counted(n); }
-void* operator new[](std::size_t n, const std::nothrow_t&) noexcept { return counted(n); }
-// These replacements take their memory from malloc themselves.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-void operator delete(void* p) noexcept { std::free(p); }
-void operator delete[](void* p) noexcept { std::free(p); }
-void operator delete(void* p, std::size_t) noexcept { std::free(p); }
-void operator delete[](void* p, std::size_t) noexcept { std::free(p); }
-void operator delete(void* p, const std::nothrow_t&) noexcept { std::free(p); }
-void operator delete[](void* p, const std::nothrow_t&) noexcept { std::free(p); }
-#pragma GCC diagnostic pop
+#include "support/alloc_count.h"
 
 TEST(EvalAlloc, ExpressionsAllocateNothing) {
   minimal_kernel();
@@ -65,9 +29,9 @@ TEST(EvalAlloc, ExpressionsAllocateNothing) {
   ASSERT_EQ(lier_fonction(&work.obj), 0);
   ASSERT_EQ(interp(work.obj.code, kernel().eval_stack, &result), 0);  // sizes settle
 
-  long words = bloc_state().total_words, blocks = bloc_state().live_blocks, before = news.load();
+  long words = bloc_state().total_words, blocks = bloc_state().live_blocks, before = allocations_so_far();
   for (int i = 0; i < 20; i++) ASSERT_EQ(interp(work.obj.code, kernel().eval_stack, &result), 0);
-  EXPECT_EQ(news.load(), before);
+  EXPECT_EQ(allocations_so_far(), before);
   EXPECT_EQ(bloc_state().total_words, words);
   EXPECT_EQ(bloc_state().live_blocks, blocks);
   // And the work was done: the values are what the expressions say.
