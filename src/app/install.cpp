@@ -27,8 +27,10 @@ void install_graphic_commands() {
   install_image_commands();
   install_object_commands();
   install_device_commands();
-  install_sound_commands();
+  // The live sound first: its property paths on volumes (`speed audio
+  // vol(1)`) are tried before the sound objects' shapes of the same words.
   install_live_audio();
+  install_sound_commands();
   install_network();
   install_audio_network();
   // The help of the graphic words, in the order `help` lists the groups.

@@ -233,10 +233,18 @@ int forme_audio(word* s, const word* ob, word*, const word* lim, bool* done) {
   return 0;
 }
 
+// `speed audio vol(ids)`: a property of the volumes that EXEC_AUDIO
+// moves, not the speed of a sound object.
+int forme_speed_vol(word* s, const word* ob, word* st, const word* lim, bool* done) {
+  *done = has_word(s, KW_audio) && !arg_of(s, KW_audio) && has_word(s, KW_vol);
+  return *done ? bloc_0(s, ob, st, lim) : 0;
+}
+
 }  // namespace
 
 void install_live_audio() {
   register_graphic_shape(KW_audio, forme_audio);
+  register_graphic_shape(KW_speed, forme_speed_vol);
   DeviceAudioHooks& h = devices().audio;
   h.demarrer = InitDirectSound;
   h.lire = niveaux_audio;

@@ -28,7 +28,9 @@ TEST(Fft, PureToneFallsInItsTwoBins) {
     EXPECT_NEAR(magnitude(re, im, N - k), half, half * 1e-4f) << "bin " << N - k;
     EXPECT_NEAR(re[k], half, half * 1e-4f) << "a cosine is real";
     for (unsigned b = 0; b < N; b++)
-      if (b != k && b != N - k) ASSERT_LT(magnitude(re, im, b), half * 1e-3f) << "tone " << k << " leaks into bin " << b;
+      if (b != k && b != N - k) {
+        ASSERT_LT(magnitude(re, im, b), half * 1e-3f) << "tone " << k << " leaks into bin " << b;
+      }
   }
 }
 

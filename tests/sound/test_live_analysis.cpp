@@ -11,7 +11,7 @@
 #include "sound/live_analysis.h"
 #include "sound/live_capture.h"
 #include "sound/live_state.h"
-#include "support/capture.h"
+#include "support/text_runner.h"
 
 namespace {
 
@@ -27,6 +27,14 @@ void fenetre(LiveAudio& a, std::initializer_list<float> v) {
 }
 
 std::vector<float> signal(const LiveAudio& a) { return {a.Signal, a.Signal + a.Fenetre}; }
+
+// Three windows of two samples, each processed.
+void trois_fenetres(LiveAudio& a, const float (&f)[3][2]) {
+  for (const auto& w : f) {
+    fenetre(a, {w[0], w[1]});
+    traitement_fenetre(a);
+  }
+}
 
 TEST(LiveWindow, NewBytesComeInFrontAndShiftTheOldOnes) {
   auto a = etat(8);
@@ -68,7 +76,9 @@ TEST(LiveWindow, TheRingGivesTheLargestMeanTheSmallestMinimumTheLargestMaximum) 
   for (int w = 0; w < 3; w++) {
     fenetre(*a, {fenetres[w][0], fenetres[w][1]});
     traitement_fenetre(*a);
-    if (w < 2) EXPECT_FLOAT_EQ(a->Niveau_moyen, 0) << "no levels before the ring wraps";
+    if (w < 2) {
+      EXPECT_FLOAT_EQ(a->Niveau_moyen, 0) << "no levels before the ring wraps";
+    }
   }
   EXPECT_FLOAT_EQ(a->Niveau_moyen, 51);
   EXPECT_FLOAT_EQ(a->Niveau_min, 5);
@@ -79,19 +89,13 @@ TEST(LiveWindow, TheRingGivesTheLargestMeanTheSmallestMinimumTheLargestMaximum) 
   EXPECT_FLOAT_EQ(a->Maxima[2], 30);
   // The ring's mean is gated and limited again, and the previous kept.
   a->Limit = 40;
-  for (int w = 0; w < 3; w++) {
-    fenetre(*a, {fenetres[w][0], fenetres[w][1]});
-    traitement_fenetre(*a);
-  }
+  trois_fenetres(*a, fenetres);
   EXPECT_FLOAT_EQ(a->Moyen_precedent, 51);
   EXPECT_FLOAT_EQ(a->Niveau_moyen, 40);
   // Normalised, the three levels are over 255.
   a->Limit = 255;
   a->Normalise = 1;
-  for (int w = 0; w < 3; w++) {
-    fenetre(*a, {fenetres[w][0], fenetres[w][1]});
-    traitement_fenetre(*a);
-  }
+  trois_fenetres(*a, fenetres);
   EXPECT_FLOAT_EQ(a->Niveau_moyen, 51 / 255.0f);
   EXPECT_FLOAT_EQ(a->Niveau_min, 5 / 255.0f);
   EXPECT_FLOAT_EQ(a->Niveau_max, 52 / 255.0f);
@@ -112,7 +116,7 @@ TEST(LiveWindow, TheLaw) {
   a->Law_scale = 1;
   fenetre(*a, {5, 10, 12, 20});
   traitement_fenetre(*a);
-  EXPECT_EQ(signal(*a), (std::vector<float>{0, 0, 0, 100}));
+  expect_floats(signal(*a), {0, 0, 0, 100}, "the power 2 of the excess");
   // In that branch the gate and the limit apply after the sum, to the law.
   a->Gate = 50;
   a->Limit = 60;
