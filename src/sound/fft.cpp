@@ -19,6 +19,7 @@ struct Plan {
   unsigned n = 0;
   std::vector<unsigned> reverse;
   std::vector<float> tw_re, tw_im;  // stage of half-size h at offset h - 1
+  std::vector<float> tw_im_inv;     // the conjugates' imaginary parts
 };
 
 Plan& plan() {
@@ -33,9 +34,11 @@ void build_plan(Plan& p, unsigned n) {
   p.reverse.reserve(room);
   p.tw_re.reserve(room);
   p.tw_im.reserve(room);
+  p.tw_im_inv.reserve(room);
   p.reverse.resize(n);
   p.tw_re.resize(n > 1 ? n - 1 : 0);
   p.tw_im.resize(n > 1 ? n - 1 : 0);
+  p.tw_im_inv.resize(n > 1 ? n - 1 : 0);
   for (unsigned i = 0; i < n; i++) p.reverse[i] = ReverseBits(i, bits);
   for (unsigned h = 1; h < n; h <<= 1) {
     // w_j = e^(-i pi j / h) by the recurrence w_(j+1) = w_j * w_1, in double.
@@ -45,6 +48,7 @@ void build_plan(Plan& p, unsigned n) {
     for (unsigned j = 0; j < h; j++) {
       p.tw_re[h - 1 + j] = static_cast<float>(wr);
       p.tw_im[h - 1 + j] = static_cast<float>(wi);
+      p.tw_im_inv[h - 1 + j] = static_cast<float>(-wi);
       const double t = wr * c - wi * s;
       wi = wr * s + wi * c;
       wr = t;
@@ -60,24 +64,79 @@ bool pointer_ok(const void* p, const char* name) {
   return false;
 }
 
-// One stage of butterflies on blocks of 2h, twiddles w (conjugated when
-// `inverse`). The inner loop is contiguous so that it vectorises.
-void stage(unsigned n, unsigned h, const float* wr, const float* wi, bool inverse, float* re, float* im) {
-  const float sign = inverse ? -1.0f : 1.0f;
-  for (unsigned b = 0; b < n; b += 2 * h) {
-    float* ar = re + b;
-    float* ai = im + b;
-    float* br = ar + h;
-    float* bi = ai + h;
-    for (unsigned j = 0; j < h; j++) {
-      const float cr = wr[j], ci = sign * wi[j];
-      const float tr = cr * br[j] - ci * bi[j];
-      const float ti = cr * bi[j] + ci * br[j];
-      br[j] = ar[j] - tr;
-      bi[j] = ai[j] - ti;
-      ar[j] += tr;
-      ai[j] += ti;
-    }
+// The butterflies of one block: its halves a and b, h values each, never
+// overlap (restrict lets the loop vectorise without checks). H, when not
+// 0, is h known at compile time.
+template <unsigned H>
+inline void block(unsigned h, const float* __restrict wr, const float* __restrict wi, float* __restrict ar,
+                  float* __restrict ai, float* __restrict br, float* __restrict bi) {
+  const unsigned m = H ? H : h;
+  for (unsigned j = 0; j < m; j++) {
+    const float tr = wr[j] * br[j] - wi[j] * bi[j];
+    const float ti = wr[j] * bi[j] + wi[j] * br[j];
+    br[j] = ar[j] - tr;
+    bi[j] = ai[j] - ti;
+    ar[j] += tr;
+    ai[j] += ti;
+  }
+}
+
+// One stage of butterflies on blocks of 2h with the twiddles (wr, wi):
+// the conjugates of the forward ones for an inverse.
+template <unsigned H>
+void stage(unsigned n, unsigned h, const float* wr, const float* wi, float* re, float* im) {
+  for (unsigned b = 0; b < n; b += 2 * h) block<H>(h, wr, wi, re + b, im + b, re + b + h, im + b + h);
+}
+
+// The stages from half-size h on. Built twice, for AVX2 and for plain
+// x86-64, the one for the processor chosen when the program loads.
+__attribute__((target_clones("avx2", "default"))) void stages(unsigned n, unsigned h, const float* wr,
+                                                                const float* wi, float* re, float* im) {
+  for (; h < n; h <<= 1) {
+    if (h == 4) stage<4>(n, h, wr + h - 1, wi + h - 1, re, im);
+    else if (h == 8) stage<8>(n, h, wr + h - 1, wi + h - 1, re, im);
+    else stage<0>(n, h, wr + h - 1, wi + h - 1, re, im);
+  }
+}
+
+// The first two stages as one butterfly of radix 4 on (x0, x1, x2, x3),
+// in bit-reversed order already: the twiddles are 1 and -i (i for an
+// inverse, s = -1). The results go to r[0..3], i[0..3].
+inline void papillon4(const float (&xr)[4], const float (&xi)[4], float s, float* r, float* i) {
+  const float a0r = xr[0] + xr[1], a0i = xi[0] + xi[1], a1r = xr[0] - xr[1], a1i = xi[0] - xi[1];
+  const float a2r = xr[2] + xr[3], a2i = xi[2] + xi[3], a3r = xr[2] - xr[3], a3i = xi[2] - xi[3];
+  const float t3r = s * a3i, t3i = -s * a3r;  // a3 times -i
+  r[0] = a0r + a2r;
+  i[0] = a0i + a2i;
+  r[2] = a0r - a2r;
+  i[2] = a0i - a2i;
+  r[1] = a1r + t3r;
+  i[1] = a1i + t3i;
+  r[3] = a1r - t3r;
+  i[3] = a1i - t3i;
+}
+
+// The first two stages over values already in bit-reversed order.
+void radix4(unsigned n, float s, float* re, float* im) {
+  for (unsigned b = 0; b < n; b += 4) {
+    const float xr[4] = {re[b], re[b + 1], re[b + 2], re[b + 3]};
+    const float xi[4] = {im[b], im[b + 1], im[b + 2], im[b + 3]};
+    papillon4(xr, xi, s, re + b, im + b);
+  }
+}
+
+// The bit-reversed copy and the first two stages in one pass, from inputs
+// apart from the outputs. Block b of four takes the inputs k, k + n/2,
+// k + n/4 and k + 3n/4 where b is k reversed: the reads are contiguous.
+template <bool IMAG>
+void entree_radix4(unsigned n, float s, const unsigned* rev, const float* __restrict xr, const float* __restrict xi,
+                   float* __restrict re, float* __restrict im) {
+  const unsigned q = n / 4;
+  for (unsigned k = 0; k < q; k++) {
+    const float r[4] = {xr[k], xr[k + 2 * q], xr[k + q], xr[k + 3 * q]};
+    const float i[4] = {IMAG ? xi[k] : 0.0f, IMAG ? xi[k + 2 * q] : 0.0f, IMAG ? xi[k + q] : 0.0f,
+                        IMAG ? xi[k + 3 * q] : 0.0f};
+    papillon4(r, i, s, re + rev[k], im + rev[k]);
   }
 }
 
@@ -114,9 +173,16 @@ int fft_float(unsigned NumSamples, int InverseTransform, const float* RealIn, co
   Plan& p = plan();
   if (p.n != NumSamples) build_plan(p, NumSamples);
   const unsigned n = NumSamples;
-  // The bit-reversed copy. When an input is also an output, both arrays
-  // are first brought to the outputs and their pairs swapped there.
-  if (RealIn == RealOut || (ImagIn && ImagIn == ImagOut) || RealIn == ImagOut || ImagIn == RealOut) {
+  const float sens = InverseTransform ? -1.0f : 1.0f;
+  if (n == 2) {
+    const float x0 = RealIn[0], x1 = RealIn[1], y0 = ImagIn ? ImagIn[0] : 0.0f, y1 = ImagIn ? ImagIn[1] : 0.0f;
+    RealOut[0] = x0 + x1;
+    ImagOut[0] = y0 + y1;
+    RealOut[1] = x0 - x1;
+    ImagOut[1] = y0 - y1;
+  } else if (RealIn == RealOut || (ImagIn && ImagIn == ImagOut) || RealIn == ImagOut || ImagIn == RealOut) {
+    // An input is also an output: both arrays are brought to the outputs,
+    // their pairs swapped there, then the first two stages.
     if (RealIn != RealOut)
       for (unsigned i = 0; i < n; i++) RealOut[i] = RealIn[i];
     if (!ImagIn)
@@ -129,23 +195,14 @@ int fft_float(unsigned NumSamples, int InverseTransform, const float* RealIn, co
       std::swap(RealOut[i], RealOut[j]);
       std::swap(ImagOut[i], ImagOut[j]);
     }
+    radix4(n, sens, RealOut, ImagOut);
+  } else if (ImagIn) {
+    entree_radix4<true>(n, sens, p.reverse.data(), RealIn, ImagIn, RealOut, ImagOut);
   } else {
-    for (unsigned i = 0; i < n; i++) {
-      const unsigned j = p.reverse[i];
-      RealOut[j] = RealIn[i];
-      ImagOut[j] = ImagIn ? ImagIn[i] : 0.0f;
-    }
+    entree_radix4<false>(n, sens, p.reverse.data(), RealIn, nullptr, RealOut, ImagOut);
   }
-  // The first stage has the twiddle 1 alone.
-  for (unsigned b = 0; b < n; b += 2) {
-    const float ar = RealOut[b], ai = ImagOut[b];
-    RealOut[b] = ar + RealOut[b + 1];
-    ImagOut[b] = ai + ImagOut[b + 1];
-    RealOut[b + 1] = ar - RealOut[b + 1];
-    ImagOut[b + 1] = ai - ImagOut[b + 1];
-  }
-  for (unsigned h = 2; h < n; h <<= 1)
-    stage(n, h, p.tw_re.data() + h - 1, p.tw_im.data() + h - 1, InverseTransform != 0, RealOut, ImagOut);
+  const float* wi = InverseTransform ? p.tw_im_inv.data() : p.tw_im.data();
+  stages(n, 4, p.tw_re.data(), wi, RealOut, ImagOut);
   if (InverseTransform) {
     const float k = 1.0f / static_cast<float>(n);
     for (unsigned i = 0; i < n; i++) {
