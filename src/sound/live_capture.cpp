@@ -53,7 +53,8 @@ AudioCapture* ouvre_fichier(const std::string& chemin) {
 std::vector<uint8_t> pcm_capture(const uint8_t* b, size_t n, std::string* why) {
   std::vector<uint8_t> out;
   WavEntete e;
-  if (lit_entete_wav(b, n, e) != WavLecture::ok || e.format != 1 || e.Nb_octet < 1 || e.Nb_octet > 4) {
+  if (lit_entete_wav(b, n, e) != WavLecture::ok || e.format != 1 || e.Nb_octet < 1 || e.Nb_octet > 4 ||
+      e.Header < 0 || static_cast<size_t>(e.Header) > n) {
     if (why) *why = "(PCM WAV)";
     return out;
   }

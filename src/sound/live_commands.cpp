@@ -106,11 +106,14 @@ int audio_puls(word* s, const word* lim) {
   return un(s, lim, premier_passage(live_audio(), arg_float(s, KW_puls, 0), arg_float(s, KW_puls, 0, 1)));
 }
 
-// The settings that `audio ini` and the "AUD" device's `audio` share.
-void reglages(word* s) {
+// The settings that `audio ini` and the "AUD" device's `audio` share; the
+// device keeps `tran` and `coe` for the mapping of its values.
+void reglages(word* s, bool decalage_gain) {
   LiveAudio& a = live_audio();
-  a.Offset = arg_float(s, KW_tran, a.Offset);
-  a.Gain = arg_float(s, KW_coe, a.Gain);
+  if (decalage_gain) {
+    a.Offset = arg_float(s, KW_tran, a.Offset);
+    a.Gain = arg_float(s, KW_coe, a.Gain);
+  }
   a.Gate = arg_float(s, KW_limit, a.Gate, 0);
   a.Limit = arg_float(s, KW_limit, a.Limit, 1);
   if (has_word(s, KW_law)) {
@@ -144,12 +147,12 @@ void reglages(word* s) {
 }
 
 int reglage_device(word* s, const word*) {
-  reglages(s);
+  reglages(s, false);
   return 0;
 }
 
 int audio_ini(word* s, const word* lim) {
-  reglages(s);
+  reglages(s, true);
   if (arg_of(s, KW_dim) && InitDirectSound(arg_int(s, KW_dim, 0)) < 0) return -1;
   return build_nil(s, lim);
 }

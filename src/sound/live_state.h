@@ -6,8 +6,6 @@
 #pragma once
 #include <vector>
 
-#include "kernel/word.h"
-
 struct AudioCapture;
 
 constexpr int MAX_FENETRE = 16384;      // room of every window array

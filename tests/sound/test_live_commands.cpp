@@ -102,6 +102,18 @@ TEST_F(LiveCommandTest, SettingsChangeTheReading) {
   EXPECT_NE(e.find("Normalise = 1\n"), std::string::npos) << e;
 }
 
+// The device's `audio` hands its settings to the analysis, but its `coe`
+// and `tran` stay the mapping of its values.
+TEST_F(LiveCommandTest, TheDeviceHandsItsAudioSettingsOver) {
+  ok("device(1) ini(\"AUD\") dim(10) coe(2) audio limit(0, 100)");
+  attend();
+  // 16, 64, 240 and 191 limited to 100: the mean 70.
+  expect_floats(floats("device(1)"), {140, 32, 200}, "limited, then mapped");
+  const std::string e = run("audio edit").out;
+  EXPECT_NE(e.find("gain = 1.000000\n"), std::string::npos) << e;
+  EXPECT_NE(e.find("limit = 100.000000\n"), std::string::npos) << e;
+}
+
 TEST_F(LiveCommandTest, StoppedOrNeverStartedTheReadingsReportSoundOff) {
   EXPECT_FLOAT_EQ(one("audio status"), 0);
   EXPECT_FLOAT_EQ(one("audio dim"), 1024) << "the window answers without the capture";
