@@ -122,9 +122,9 @@ void reglages(word* s, bool decalage_gain) {
     a.Law_scale = arg_float(s, KW_law, a.Law_scale, 1);
     a.Law_exposant = arg_float(s, KW_law, a.Law_exposant, 2);
   }
-  if (arg_of(s, KW_auto)) {
-    a.Auto_periode = std::max(0, arg_int(s, KW_auto, 0, 0));
-    a.Auto_cible = arg_float(s, KW_auto, 0, 1);
+  if (arg_of(s, KW_period)) {
+    a.Auto_periode = std::max(0, arg_int(s, KW_period, 0, 0));
+    a.Auto_cible = arg_float(s, KW_period, 0, 1);
     a.Auto_compte = 0;
     a.Auto_etendue = 0;
   }

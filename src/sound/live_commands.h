@@ -4,7 +4,7 @@
 //   audio read [var | sort | rand | limit | average]
 //   audio puls(level, tolerance[, passes])
 //   audio ini [dim(n)] [tran(offset)] [coe(gain)] [limit(gate, limit)]
-//             [law(threshold, scale, exponent)] [auto(period, target)]
+//             [law(threshold, scale, exponent)] [period(calls, target)]
 //             [average(n)] [normal(0|1)] [envelope(n, scale)]
 //             [sort(scale[, n, scale])]
 //   audio edit | end | STOP | anc
