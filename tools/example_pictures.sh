@@ -11,11 +11,12 @@ mkdir -p "$out"
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 # name and the images to run before the picture
-for entry in still_life:100 image_play:100 bounce:40 cloth:300 fly:100 steer:60 waves:100; do
+for entry in still_life:100 image_play:100 bounce:40 cloth:300 fly:100 steer:60 waves:100 listen:37; do
   name=${entry%%:*} images=${entry##*:}
   printf 'read func("%s/examples/%s.func")\n%s_scene()\ninteraction time(%d)\nwrite image name("%s/%s.png")\nbye abs\n' \
     "$root" "$name" "$name" "$images" "$out" "$name" > "$work/$name.orv"
-  (cd "$work" && xvfb-run -a -s "-screen 0 1024x768x24" "$orvela" ID < "$name.orv" > "$name.log" 2>&1) ||
+  # The listening scene hears the sound it writes, as if from a microphone.
+  (cd "$work" && ORVELA_AUDIO=file:listen.wav xvfb-run -a -s "-screen 0 1024x768x24" "$orvela" ID < "$name.orv" > "$name.log" 2>&1) ||
     { echo "$name failed:"; cat "$work/$name.log"; exit 1; }
   echo "$out/$name.png"
 done

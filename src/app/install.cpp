@@ -1,5 +1,6 @@
 #include "app/install.h"
 
+#include "adaptive/net_audio.h"
 #include "adaptive/network.h"
 #include "adaptive/help_words.h"
 #include "animation/help_words.h"
@@ -12,6 +13,7 @@
 #include "render/commands.h"
 #include "render/help_words.h"
 #include "scene/graphic.h"
+#include "sound/live_commands.h"
 #include "sound/sound_commands.h"
 #include "scene/help_words.h"
 #include "sound/help_words.h"
@@ -25,8 +27,12 @@ void install_graphic_commands() {
   install_image_commands();
   install_object_commands();
   install_device_commands();
+  // The live sound first: its property paths on volumes (`speed audio
+  // vol(1)`) are tried before the sound objects' shapes of the same words.
+  install_live_audio();
   install_sound_commands();
   install_network();
+  install_audio_network();
   // The help of the graphic words, in the order `help` lists the groups.
   install_scene_help();
   install_render_help();

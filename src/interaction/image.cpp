@@ -213,6 +213,10 @@ void interaction_Idle_Func() {
     echec("STOCK_AUDIO");
     return;
   }
+  if (L.exec_audio && L.exec_audio() < 0) {
+    echec("EXEC_AUDIO");
+    return;
+  }
   bip();
   // What the image's functions printed shows at once, also through a pipe.
   flush_out();

@@ -202,6 +202,7 @@ struct InteractionState {
   int (*textes)() = nullptr;                 // the text objects shown
   int (*exec_stock)() = nullptr;             // EXEC_STOCK
   int (*stock_audio)() = nullptr;            // STOCK_AUDIO
+  int (*exec_audio)() = nullptr;             // EXEC_AUDIO, the audio step
   int (*stock_touche)(word binding) = nullptr;  // exec_INTERACTION_STOCK
   void (*bip)(float frequency, int ms) = nullptr;  // a tone of the audio back end
   // A scale of type "name" with `input` at that place: the text typed in it.

@@ -12,7 +12,8 @@
 #               .input that it writes replaces NAME.orv, and a file .noecho
 #               leaves the input out of the output (lines too long to read)
 #   NAME.check  bash script run afterwards; its output is appended
-# The folder's path prints as @CWD@ and the thread id as @TID@.
+# The folder's path prints as @CWD@ and the thread id as @TID@. The live
+# sound is off (ORVELA_AUDIO=none).
 # ORVELA_WRAP, when set, is a program that runs orvela (its words follow),
 # ORVELA_ARGS the default words and ORVELA_TIMEOUT the seconds allowed.
 set -u
@@ -21,6 +22,9 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work"
 export ROOT=$root ORVELA=$bin
+# The live sound stays off, so that a transcript reads the same on a
+# machine with a sound card and on one without.
+export ORVELA_AUDIO=none
 [ -f "$base.setup" ] && bash "$base.setup"
 input="$base.orv"
 [ -f .input ] && input=.input

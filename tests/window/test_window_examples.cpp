@@ -162,4 +162,23 @@ TEST(WindowExamples, TheWavesSpreadFromTheCentre) {
   EXPECT_GT(differing(a, b), 1000) << "the waves move";
 }
 
+// The listening scene hears the sound it writes through the file back end:
+// the cubes stand at different heights that change from image to image,
+// and the ball is red while the sound plays.
+TEST(WindowExamples, TheListeningCubesDanceToTheSound) {
+  REQUIRE_XVFB();
+  setenv("ORVELA_AUDIO", "file:listen.wav", 1);
+  WindowRun run(scene("listen") + run_and_shoot(30, "a.bmp") + "listen_step(0)\n" + run_and_shoot(5, "b.bmp") +
+                "bye abs\n");
+  unsetenv("ORVELA_AUDIO");
+  expect_no_error(run);
+  const Picture a = run.picture("a.bmp"), b = run.picture("b.bmp");
+  // The cubes at rest would all lie in the band of rows 220 to 245; moved
+  // up by their samples, some stand higher.
+  auto cube = [](Rgb c) { return luminance(c) > 150 && !(c.r > 150 && c.g < 90 && c.b < 90); };
+  EXPECT_GT(a.count(180, 40, 600, 215, cube), 300) << "cubes risen above their rest";
+  EXPECT_GT(differing(a, b), 300) << "the cubes moved between the two pictures";
+  EXPECT_GT(b.count(340, 220, 430, 300, [](Rgb c) { return c.r > 120 && c.g < 90 && c.b < 90; }), 800) << "red ball";
+}
+
 }  // namespace
