@@ -15,14 +15,7 @@
 #include "scene/lookup.h"
 #include "scene/unsaved.h"
 
-std::vector<Objet*> reseaux_commande(word* s) {
-  if (arg_of(s, KW_network)) return arg_objects(s, KW_network);
-  std::vector<Objet*> all;
-  Objet* head = chaine_classe(KW_network);
-  for (Objet* o = head->next; o; o = o->next)
-    if (o->kind == KW_network && o->valid) all.push_back(o);
-  return all;
-}
+std::vector<Objet*> reseaux_commande(word* s) { return objets_commande(s, KW_network); }
 
 int lit_options(word* s, NetOptions& opt) {
   const std::vector<std::vector<float>> v = arg_floats_all(s, KW_validate);

@@ -43,4 +43,6 @@ std::vector<std::vector<float>> arg_floats_all(word* s, int code);
 float arg_float(word* s, int code, float dflt, int i = 0);
 // The same as an integer, through `entier`.
 int arg_int(word* s, int code, int dflt, int i = 0);
+// All the numbers of the word as integers, through `entier`.
+std::vector<int> arg_ints(word* s, int code);
 inline const char* arg_text(word* s, int code) { return value_text(arg_of(s, code)); }
