@@ -19,14 +19,18 @@ char mute(char c, const char* alphabet, int len, const Taux& t) {
   if (len < 2) return c;
   if (tire(t.source) > t.mutation) return c;
   if (len == 2) return c == alphabet[0] ? alphabet[1] : alphabet[0];
-  // A new letter until it differs; an alphabet of one repeated letter (or
-  // a table that keeps giving the same number) ends on the next letter.
+  // A new letter until it differs; when the draws keep giving the same
+  // letter (a table that repeats, an alphabet of one repeated letter),
+  // the next different letter after it, or the letter itself.
   for (int tries = 0; tries < 64; tries++) {
     const char d = alphabet[tire_entier(t.source, len)];
     if (d != c) return d;
   }
   const char* at = static_cast<const char*>(std::memchr(alphabet, c, static_cast<size_t>(len)));
-  return alphabet[at ? (at - alphabet + 1) % len : 0];
+  const int from = at ? static_cast<int>(at - alphabet) + 1 : 0;
+  for (int k = 0; k < len; k++)
+    if (alphabet[(from + k) % len] != c) return alphabet[(from + k) % len];
+  return c;
 }
 
 int selection(const float* fit, int n, float mean, Source s) {

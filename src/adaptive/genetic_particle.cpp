@@ -51,14 +51,11 @@ int lecture(word* s, const word* lim) {
   return build_text(s, lim, all.data(), all.size());
 }
 
-// The text written at index i (0 appends) of the object's population.
+// The text written at index i (0 appends; checked) of the object's
+// population.
 int ecrit(Objet* o, int i, const char* t, size_t len) {
   Population p;
   const bool exists = o->local && lit_population(get_val_1(o->local, KW_particle), &p);
-  if (i < 0 || i > (exists ? p.n : 0)) {
-    index_illegal(i);
-    return -1;
-  }
   if (i == 0) {
     const int L = exists ? p.L : static_cast<int>(std::min<size_t>(len, POPULATION_MAX - 1)) + 1;
     const std::vector<char> old = exists ? std::vector<char>(p.bytes, p.bytes + static_cast<size_t>(p.n) * p.L)
@@ -89,6 +86,14 @@ int ecriture(word* s, const word* ob) {
   if (list.empty()) list.push_back(0);
   marque_objets_commande(s);
   for (Objet* o : genetiques_ou_crees(s)) {
+    // Every index checked before anything is written.
+    Population p;
+    const int n = o->local && lit_population(get_val_1(o->local, KW_particle), &p) ? p.n : 0;
+    for (int i : list)
+      if (i < 0 || i > n) {
+        index_illegal(i);
+        return -1;
+      }
     for (int i : list)
       if (ecrit(o, i, copy.data(), copy.size()) < 0) return -1;
     // The fitness of the old strings no longer holds.
