@@ -117,6 +117,7 @@ int mots(word* s, int code) {
 int validate_shape(word* s, const word* ob, word*, const word* lim, bool* done) {
   *done = !ob && has_word(s, KW_genetic) && mots(s, KW_validate) < 2;
   if (!*done) return 0;
+  marque_objets_commande(s);
   const std::vector<int> list = arg_ints(s, KW_particle);
   std::vector<float> values;
   for (Objet* o : objets_commande(s, KW_genetic)) {

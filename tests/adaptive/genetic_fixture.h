@@ -46,6 +46,17 @@ class GeneticTest : public SceneTest {
     EXPECT_TRUE(process.empty()) << process.size() << " process numbers left";
     EXPECT_TRUE(table.empty()) << table.size() << " table numbers left";
   }
+  // One generation of object 1 under `bar`: the count below it, every
+  // scripted number used, and its two strings.
+  void expect_generation(float bar, int below, const std::string& first, const std::string& second) {
+    {
+      Capture quiet;
+      EXPECT_EQ(generation_genetique(gen(1), bar, nullptr, nullptr), below);
+    }
+    expect_script_used();
+    EXPECT_EQ(individu(1, 1), first);
+    EXPECT_EQ(individu(1, 2), second);
+  }
   static Objet* gen(int id) { return get_objet_id(chaine_classe(KW_genetic), KW_genetic, id); }
   // Individual i (from 1) of the population under `code`.
   static std::string individu(int id, int i, int code = KW_particle) {

@@ -30,10 +30,16 @@ TEST_F(GeneticTest, SelectionWalksFromItsPositionAndRecordsOnePastBeforeTheWrap)
 
 TEST_F(GeneticTest, SelectionBarFromTheTableAndChoiceFromTheProcess) {
   const float fit[3] = {0.3f, 0.6f, 0.9f};
-  // Bar 0.5 * 0.6 = 0.3: fit[1] and fit[2] pass (recorded 2 and 0).
-  table = {0.5f};
-  process = {0.6f};
+  // Bar 0.25 * 0.6: fit[0], fit[1], then fit[0] after the wrap pass,
+  // recorded as 1, 2 and 0; the third record is chosen.
+  table = {0.25f};
+  process = {0.9f};
   EXPECT_EQ(selection(fit, 3, 0.6f, Source::table), 0);
+  // Bar 0.5 * 0.6 = 0.3: only fit[1] passes, recorded as 2; fit[2] is
+  // never read.
+  genetics().position = 0;
+  table = {0.5f};
+  EXPECT_EQ(selection(fit, 3, 0.6f, Source::table), 2);
   expect_script_used();
 }
 
@@ -65,9 +71,9 @@ TEST_F(GeneticTest, MutationByAlphabetSize) {
   // A draw above the rate keeps the letter.
   Taux rare;
   rare.mutation = 0.25f;
-  process = {0.3f, 0.25f, 0.5f};
+  process = {0.3f, 0.25f};
   EXPECT_EQ(mute('0', "01", 2, rare), '0');
-  EXPECT_EQ(mute('0', "01", 2, rare), '1');
+  EXPECT_EQ(mute('0', "01", 2, rare), '1') << "a draw equal to the rate mutates";
   // A table that always gives the same letter ends on the next one.
   std::deque<float> same(64, 0.0f);
   table = same;
@@ -86,10 +92,6 @@ class CrossoverTest : public GeneticTest {
     ok("genetic(1) particle(0)=\"bbb\"");
     ok("genetic(1) alphabet(\"ab\") func(2)");
   }
-  int generation() {
-    Capture quiet;
-    return generation_genetique(gen(1), 0.99f, nullptr, nullptr);
-  }
   // Parents a, b (0.1 picks the first, 0.9 the second) and the cut.
   void parents(float a, float b, float cut) {
     for (float f : {0.5f, a, 0.5f, b, cut}) process.push_back(f);
@@ -105,10 +107,7 @@ TEST_F(CrossoverTest, RateOneCrossesWithoutATestAndMutatesEveryLetter) {
   // Child 2: a = "bbb", b = "aaa", cut 0: "aaa" and "bbb", flipped.
   parents(0.9f, 0.1f, 0.0f);
   for (int k = 0; k < 6; k++) process.push_back(0.5f);
-  EXPECT_EQ(generation(), 2);
-  expect_script_used();
-  EXPECT_EQ(individu(1, 1), "abb");
-  EXPECT_EQ(individu(1, 2), "aaa");
+  expect_generation(0.99f, 2, "abb", "aaa");
   expect_floats(prop(1, KW_cut), {1, 1, 2, 0, 2, 1}, "the crossover log");
 }
 
@@ -118,10 +117,7 @@ TEST_F(CrossoverTest, MutationRateZeroKeepsTheCrossedLetters) {
   for (int k = 0; k < 6; k++) process.push_back(0.5f);
   parents(0.9f, 0.1f, 0.7f);  // cut 2
   for (int k = 0; k < 6; k++) process.push_back(0.5f);
-  EXPECT_EQ(generation(), 2);
-  expect_script_used();
-  EXPECT_EQ(individu(1, 1), "baa");
-  EXPECT_EQ(individu(1, 2), "aab");
+  expect_generation(0.99f, 2, "baa", "aab");
 }
 
 TEST_F(CrossoverTest, RateZeroCopiesParentAWithoutMutation) {
@@ -130,10 +126,7 @@ TEST_F(CrossoverTest, RateZeroCopiesParentAWithoutMutation) {
   process.push_back(0.0f);  // the test: 0 < 0 fails
   parents(0.9f, 0.1f, 0.4f);
   process.push_back(0.5f);
-  EXPECT_EQ(generation(), 2);
-  expect_script_used();
-  EXPECT_EQ(individu(1, 1), "aaa");
-  EXPECT_EQ(individu(1, 2), "bbb");
+  expect_generation(0.99f, 2, "aaa", "bbb");
 }
 
 TEST_F(CrossoverTest, ADrawBelowTheRateCrosses) {
@@ -141,10 +134,8 @@ TEST_F(CrossoverTest, ADrawBelowTheRateCrosses) {
   // Bars and the test from the table; choices and cuts from the process.
   for (float f : {0.1f, 0.9f, 0.4f, 0.9f, 0.1f, 0.4f}) process.push_back(f);
   table = {0.5f, 0.5f, 0.4f, 0.5f, 0.5f, 0.5f, 0.5f, 0.5f, 0.5f, 0.5f, 0.5f, 0.6f};
-  EXPECT_EQ(generation(), 2);
-  expect_script_used();
-  EXPECT_EQ(individu(1, 1), "baa");  // crossed at 1, the second candidate
-  EXPECT_EQ(individu(1, 2), "bbb");  // not crossed: parent a
+  // Child 1 crossed at 1 (the second candidate), child 2 not: parent a.
+  expect_generation(0.99f, 2, "baa", "bbb");
 }
 
 TEST_F(GeneticTest, StringsOfNoLetterDrawNoCut) {
@@ -153,11 +144,7 @@ TEST_F(GeneticTest, StringsOfNoLetterDrawNoCut) {
   ok("genetic(1) func(2)");
   // Only the selections draw: a bar and a uniform position each.
   process = {0.5f, 0.9f, 0.5f, 0.1f, 0.5f, 0.1f, 0.5f, 0.1f};
-  Capture quiet;
-  EXPECT_EQ(generation_genetique(gen(1), 0.5f, nullptr, nullptr), 2);
-  expect_script_used();
-  EXPECT_EQ(individu(1, 1), "");
-  EXPECT_EQ(individu(1, 2), "");
+  expect_generation(0.5f, 2, "", "");
   expect_floats(prop(1, KW_cut), {0, 2, 1, 0, 1, 1}, "the crossover log");
 }
 
