@@ -8,6 +8,7 @@
 #include "adaptive/genetic.h"
 #include "adaptive/genetic_commands.h"
 #include "adaptive/genetic_state.h"
+#include "adaptive/net_commands.h"
 #include "kernel/chains.h"
 #include "kernel/entier.h"
 #include "kernel/keywords.h"
@@ -114,9 +115,10 @@ int mots(word* s, int code) {
 // `validate genetic(ids) particle(list) [func(f)]`: the fitness of the
 // listed individuals (all without a list), their values in order. A
 // second `validate` is the networks' test pass.
-int validate_shape(word* s, const word* ob, word*, const word* lim, bool* done) {
-  *done = !ob && has_word(s, KW_genetic) && mots(s, KW_validate) < 2;
+int validate_shape(word* s, const word* ob, word* st, const word* lim, bool* done) {
+  *done = !ob && has_word(s, KW_genetic);
   if (!*done) return 0;
+  if (mots(s, KW_validate) > 1) return VALIDATE_NETWORK(s, ob, st, lim);
   marque_objets_commande(s);
   const std::vector<int> list = arg_ints(s, KW_particle);
   std::vector<float> values;

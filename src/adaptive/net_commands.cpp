@@ -194,6 +194,13 @@ int test_reseau(Objet* o, const NetOptions& opt, NetResult* res) {
   return rafraichit_validate(r);
 }
 
+int VALIDATE_NETWORK(word* s, const word*, word*, const word* lim) {
+  NetOptions opt;
+  if (lit_options(s, opt) < 0) return -1;
+  opt.test = true;
+  return apprend(s, reseaux_commande(s), opt, lim);
+}
+
 int SPEED_NETWORK(word* s, const word*, word*, const word* lim) {
   const int code = has_word(s, KW_motif) ? KW_motif : KW_law;
   std::vector<float> out;
