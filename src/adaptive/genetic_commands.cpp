@@ -11,6 +11,7 @@
 #include "adaptive/net_commands.h"
 #include "kernel/chains.h"
 #include "kernel/entier.h"
+#include "kernel/handles.h"
 #include "kernel/keywords.h"
 #include "kernel/message_names.h"
 #include "kernel/property.h"
@@ -75,11 +76,15 @@ int generate_genetic(word* s, const word* lim) {
   const bool adjust = has_word(s, KW_adjust);
   const Ajustement adj = lit_ajustement(arg_floats(s, KW_adjust));
   std::vector<float> rates(objs.size(), adj.start);
+  // Held by reference: a fitness function may remove objects.
+  std::vector<RefObjet> refs;
+  for (Objet* o : objs) refs.push_back(ref_objet(o));
   int total = 0;
   for (int g = 0; g < generations; g++) {
     total = 0;
-    for (size_t k = 0; k < objs.size(); k++) {
-      const int r = generation_genetique(objs[k], bar, adjust ? &adj : nullptr, &rates[k]);
+    for (size_t k = 0; k < refs.size(); k++) {
+      Objet* o = objet_ref(refs[k]);
+      const int r = o ? generation_genetique(o, bar, adjust ? &adj : nullptr, &rates[k]) : 0;
       if (r < 0) {
         TRACE_FAIL("GENERATE_GENETIC()");
         return -1;
@@ -91,7 +96,7 @@ int generate_genetic(word* s, const word* lim) {
   if (adjust) return build_floats(s, lim, rates);
   if (has_word(s, KW_meta)) {
     std::vector<float> means;
-    for (Objet* o : objs) means.push_back(moyenne(o, {}));
+    for (RefObjet r : refs) means.push_back(objet_ref(r) ? moyenne(objet_ref(r), {}) : 0.0f);
     return build_floats(s, lim, means);
   }
   return build_float(s, lim, static_cast<float>(total));
@@ -122,13 +127,16 @@ int validate_shape(word* s, const word* ob, word* st, const word* lim, bool* don
   marque_objets_commande(s);
   const std::vector<int> list = arg_ints(s, KW_particle);
   std::vector<float> values;
-  for (Objet* o : objets_commande(s, KW_genetic)) {
+  std::vector<RefObjet> refs;
+  for (Objet* o : objets_commande(s, KW_genetic)) refs.push_back(ref_objet(o));
+  const int r = pour_chaque_objet_vivant(refs, [&](Objet* o) {
     Fitness f;
-    if (lit_fitness(o, arg_of(s, KW_func), &f) < 0 ||
-        valider_genetique_1(o, o->local ? get_val_1(o->local, KW_particle) : nullptr, f, list, &values) < 0) {
-      TRACE_FAIL("VALIDATE_GENETIC()");
-      return -1;
-    }
+    if (lit_fitness(o, arg_of(s, KW_func), &f) < 0) return -1;
+    return valider_genetique_1(o, o->local ? get_val_1(o->local, KW_particle) : nullptr, f, list, &values);
+  });
+  if (r < 0) {
+    TRACE_FAIL("VALIDATE_GENETIC()");
+    return -1;
   }
   return build_floats_or_nil(s, lim, values);
 }

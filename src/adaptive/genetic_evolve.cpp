@@ -9,6 +9,7 @@
 #include "adaptive/genetic_state.h"
 #include "adaptive/net_internal.h"
 #include "kernel/entier.h"
+#include "kernel/handles.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
@@ -157,6 +158,9 @@ int generation_genetique(Objet* o, float bar, const Ajustement* adj, float* rate
     rapport_manque(o, KW_particle);
     return -1;
   }
+  // A language function may remove the object: nothing is written back
+  // to an object that is gone.
+  const RefObjet ref = ref_objet(o);
   Lieux G{o, p.n, p.L, nullptr, 0, lit_taux(o), {}};
   if (lit_fitness(o, nullptr, &G.f) < 0) return -1;
   if (!get_val_1(o->local, KW_alphabet)) {
@@ -172,6 +176,7 @@ int generation_genetique(Objet* o, float bar, const Ajustement* adj, float* rate
   const word* scale = get_val_2(o->local, KW_scale, KW_particle);
   if (!scale || tag(scale) != T_FLOAT || elements(scale) != p.n) {
     if (valider_genetique_1(o, get_val_1(o->local, KW_particle), G.f, {}) < 0) return -1;
+    if (!objet_ref(ref)) return 0;
     scale = get_val_2(o->local, KW_scale, KW_particle);
     if (!lit_population(get_val_1(o->local, KW_particle), &p) || p.n != G.n || p.L != G.L) {
       rapport_manque(o, KW_particle);
@@ -197,17 +202,18 @@ int generation_genetique(Objet* o, float bar, const Ajustement* adj, float* rate
     const int a = selection(g.fit.data(), n, mean, G.taux.source);
     const int b = selection(g.fit.data(), n, mean, G.taux.source);
     if (croise(G, a, b, c) < 0) {
-      rend(o, n, L, false);
+      if (objet_ref(ref)) rend(o, n, L, false);
       TRACE_FAIL("generation_genetique()");
       return -1;
     }
   }
   for (int i = 1; i <= n; i++)
     if (evalue(G.f, g.next.data(), g.next.size(), i, L, &g.fit[static_cast<size_t>(i - 1)]) < 0) {
-      rend(o, n, L, false);
+      if (objet_ref(ref)) rend(o, n, L, false);
       TRACE_FAIL("generation_genetique()");
       return -1;
     }
+  if (!objet_ref(ref)) return 0;
   if (rend(o, n, L, true) < 0) return -1;
   if (adj) {
     const word* m = get_val_1(o->local, KW_meta);

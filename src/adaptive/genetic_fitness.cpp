@@ -6,6 +6,7 @@
 
 #include "adaptive/genetic.h"
 #include "adaptive/net_internal.h"
+#include "kernel/handles.h"
 #include "kernel/keywords.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
@@ -70,7 +71,8 @@ int valider_genetique_1(Objet* o, const word* pop, const Fitness& f, const std::
   // The strings and the values are worked on in copies: a language
   // function may change the object while it runs.
   const std::vector<char> copy(p.bytes, p.bytes + p.size);
-  const word* old = get_val_2(o->local, KW_scale, KW_particle);
+  const RefObjet ref = ref_objet(o);
+  const word* old = o->local ? get_val_2(o->local, KW_scale, KW_particle) : nullptr;
   std::vector<float> fit(static_cast<size_t>(p.n), 0.0f);
   if (old && tag(old) == T_FLOAT && elements(old) == p.n) floats_of(old, fit.data(), p.n);
   auto one = [&](int i) {
@@ -86,6 +88,7 @@ int valider_genetique_1(Objet* o, const word* pop, const Fitness& f, const std::
       if (i >= 1 && i <= p.n && r == 0) r = one(i) ? 0 : -1;
   }
   if (r < 0) return -1;
+  if (!objet_ref(ref)) return 0;  // removed by the function
   bloc scale = set_val_2(o, KW_scale, KW_particle, p.n);
   if (!scale) return -1;
   for (int i = 0; i < p.n; i++) setf(scale, i, fit[static_cast<size_t>(i)]);

@@ -153,3 +153,25 @@ TEST_F(GeneticTest, IndividualsWrittenAndReadByIndex) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST_F(GeneticTest, AFunctionThatRemovesItsObjectEndsItsGenerations) {
+  genetics().process = nullptr;
+  ok("func=\"gone(o,s){ rem genetic(o); return(0); }\"");
+  for (int id : {1, 2}) {
+    ok("genetic(" + std::to_string(id) + ") particle(0)=\"ab\"");
+    ok("genetic(" + std::to_string(id) + ") func(\"gone\")");
+  }
+  // Object 1 goes at its first evaluation, object 2 at its own; nothing
+  // is written to either, and the run ends without a fault.
+  EXPECT_FLOAT_EQ(one("generate(4) genetic(1, 2)"), 0);
+  EXPECT_EQ(gen(1), nullptr);
+  EXPECT_EQ(gen(2), nullptr);
+  ok("genetic(3) particle(0)=\"ab\"");
+  ok("genetic(3) func(\"gone\")");
+  expect_floats(floats("validate genetic(3)"), {0}, "the score given before it went");
+  EXPECT_EQ(gen(3), nullptr);
+}
+
+}  // namespace
