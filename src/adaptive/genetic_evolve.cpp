@@ -11,6 +11,7 @@
 #include "kernel/entier.h"
 #include "kernel/handles.h"
 #include "kernel/keywords.h"
+#include "kernel/message_names.h"
 #include "kernel/property.h"
 #include "kernel/report.h"
 #include "kernel/values.h"
@@ -153,6 +154,19 @@ int rend(Objet* o, int n, int L, bool done) {
 
 int generation_genetique(Objet* o, float bar, const Ajustement* adj, float* rate) {
   GeneticState& g = genetics();
+  // A fitness function that runs generations itself would work in the
+  // buffers of the generation that called it.
+  if (g.busy) {
+    voir_mot(KW_generate);
+    voir_mot(KW_genetic);
+    voir_message(0, MES_ILLEGAL);
+    return -1;
+  }
+  struct Busy {
+    bool& b;
+    explicit Busy(bool& x) : b(x) { b = true; }
+    ~Busy() { b = false; }
+  } busy(g.busy);
   Population p;
   if (!o->local || !lit_population(get_val_1(o->local, KW_particle), &p)) {
     rapport_manque(o, KW_particle);

@@ -18,6 +18,7 @@ struct GeneticState {
   std::vector<char> pop, next, dup;
   std::vector<float> fit, log;
   std::vector<int> recorded;
+  bool busy = false;     // a generation is running (its buffers in use)
 };
 
 GeneticState& genetics();

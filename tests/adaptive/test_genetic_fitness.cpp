@@ -175,3 +175,21 @@ TEST_F(GeneticTest, AFunctionThatRemovesItsObjectEndsItsGenerations) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST_F(GeneticTest, AFitnessThatRunsGenerationsItselfIsRefused) {
+  genetics().process = nullptr;
+  ok("func=\"inner(o,s){ generate genetic(2); return(1); }\"");
+  ok("genetic(2) particle(0)=\"ab\"");
+  ok("genetic(2) func(1)");
+  ok("genetic(1) particle(0)=\"ab\"");
+  ok("genetic(1) func(\"inner\")");
+  const std::string said = fails("generate genetic(1)");
+  EXPECT_NE(said.find("generate genetic  ILLEGAL"), std::string::npos) << said;
+  EXPECT_EQ(str("genetic(1) particle"), "ab");
+  // The refusal ends with its generation: the next one runs.
+  EXPECT_FLOAT_EQ(one("generate genetic(2)"), 1);
+}
+
+}  // namespace
