@@ -109,21 +109,13 @@ int generate_shape(word* s, const word* ob, word*, const word* lim, bool* done) 
   return generate_genetic(s, lim);
 }
 
-// How many items of word `code` the command has.
-int mots(word* s, int code) {
-  int n = 0;
-  word* item = first_item(s);
-  for (int i = 0; i < item_count(s); i++, item = next_item(item)) n += item[2] == code;
-  return n;
-}
-
 // `validate genetic(ids) particle(list) [func(f)]`: the fitness of the
 // listed individuals (all without a list), their values in order. A
 // second `validate` is the networks' test pass.
 int validate_shape(word* s, const word* ob, word* st, const word* lim, bool* done) {
   *done = !ob && has_word(s, KW_genetic);
   if (!*done) return 0;
-  if (mots(s, KW_validate) > 1) return VALIDATE_NETWORK(s, ob, st, lim);
+  if (word_count(s, KW_validate) > 1) return VALIDATE_NETWORK(s, ob, st, lim);
   marque_objets_commande(s);
   const std::vector<int> list = arg_ints(s, KW_particle);
   std::vector<float> values;

@@ -153,19 +153,11 @@ int generate_inv_network(word* s, const word* lim) {
   return build_floats(s, lim, 3, f, 3);
 }
 
-// How many `network` words the command has.
-int mots_network(word* s) {
-  int n = 0;
-  word* item = first_item(s);
-  for (int i = 0; i < item_count(s); i++, item = next_item(item)) n += item[2] == KW_network;
-  return n;
-}
-
 int generate_shape(word* s, const word* ob, word* st, const word* lim, bool* done) {
   *done = !ob && has_word(s, KW_network);
   if (!*done) return 0;
   marque_objets_commande(s);
-  if (has_word(s, KW_inv) && mots_network(s) >= 2) return generate_inv_network(s, lim);
+  if (has_word(s, KW_inv) && word_count(s, KW_network) >= 2) return generate_inv_network(s, lim);
   return generate_network(s, st, lim);
 }
 

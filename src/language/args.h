@@ -20,6 +20,13 @@ inline const word* arg_of(word* s, int code) {
   return it ? item_value(it) : nullptr;
 }
 inline bool has_word(word* s, int code) { return find_item(s, code) != nullptr; }
+// How many items of word `code` the command has.
+inline int word_count(word* s, int code) {
+  int n = 0;
+  word* item = first_item(s);
+  for (int i = 0; i < item_count(s); i++, item = next_item(item)) n += item[2] == code;
+  return n;
+}
 // The keyword code of the second word, or 0 when the command has one word.
 inline int second_word(word* s) { return item_count(s) > 1 ? next_item(first_item(s))[2] : 0; }
 
