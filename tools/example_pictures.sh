@@ -11,7 +11,7 @@ mkdir -p "$out"
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 # name and the images to run before the picture
-for entry in still_life:100 image_play:100 bounce:40 cloth:300 fly:100 steer:60 waves:100 listen:37; do
+for entry in still_life:100 image_play:100 bounce:40 cloth:300 fly:100 steer:60 waves:100 listen:37 hill:100; do
   name=${entry%%:*} images=${entry##*:}
   printf 'read func("%s/examples/%s.func")\n%s_scene()\ninteraction time(%d)\nwrite image name("%s/%s.png")\nbye abs\n' \
     "$root" "$name" "$name" "$images" "$out" "$name" > "$work/$name.orv"

@@ -15,14 +15,7 @@
 #include "scene/lookup.h"
 #include "scene/unsaved.h"
 
-std::vector<Objet*> reseaux_commande(word* s) {
-  if (arg_of(s, KW_network)) return arg_objects(s, KW_network);
-  std::vector<Objet*> all;
-  Objet* head = chaine_classe(KW_network);
-  for (Objet* o = head->next; o; o = o->next)
-    if (o->kind == KW_network && o->valid) all.push_back(o);
-  return all;
-}
+std::vector<Objet*> reseaux_commande(word* s) { return objets_commande(s, KW_network); }
 
 int lit_options(word* s, NetOptions& opt) {
   const std::vector<std::vector<float>> v = arg_floats_all(s, KW_validate);
@@ -160,19 +153,11 @@ int generate_inv_network(word* s, const word* lim) {
   return build_floats(s, lim, 3, f, 3);
 }
 
-// How many `network` words the command has.
-int mots_network(word* s) {
-  int n = 0;
-  word* item = first_item(s);
-  for (int i = 0; i < item_count(s); i++, item = next_item(item)) n += item[2] == KW_network;
-  return n;
-}
-
 int generate_shape(word* s, const word* ob, word* st, const word* lim, bool* done) {
   *done = !ob && has_word(s, KW_network);
   if (!*done) return 0;
   marque_objets_commande(s);
-  if (has_word(s, KW_inv) && mots_network(s) >= 2) return generate_inv_network(s, lim);
+  if (has_word(s, KW_inv) && word_count(s, KW_network) >= 2) return generate_inv_network(s, lim);
   return generate_network(s, st, lim);
 }
 
@@ -199,6 +184,13 @@ int test_reseau(Objet* o, const NetOptions& opt, NetResult* res) {
     res->converged = count == 0;
   }
   return rafraichit_validate(r);
+}
+
+int VALIDATE_NETWORK(word* s, const word*, word*, const word* lim) {
+  NetOptions opt;
+  if (lit_options(s, opt) < 0) return -1;
+  opt.test = true;
+  return apprend(s, reseaux_commande(s), opt, lim);
 }
 
 int SPEED_NETWORK(word* s, const word*, word*, const word* lim) {

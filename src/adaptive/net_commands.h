@@ -9,6 +9,10 @@ int NETWORK_b(word* s, const word* ob, word* st, const word* lim);
 // `speed network(ids) law` (or `motif`): each list minus its copy under
 // the negated code, element by element; the copy then takes the list.
 int SPEED_NETWORK(word* s, const word* ob, word* st, const word* lim);
+// The test pass of the networks a command names (all of them when it
+// names none), as `generate network(ids) validate validate`: the
+// handler that a `validate` command with a second `validate` reaches.
+int VALIDATE_NETWORK(word* s, const word* ob, word* st, const word* lim);
 // `network(id) brush ...`: the brushes that paint through a network.
 int BRUSH_NETWORK(word* s, const word* ob, word* st, const word* lim);
 

@@ -40,7 +40,8 @@ float tirage(float lo, float hi);
 float poids_min(float v, float min);
 // "(nx * ny) size != n" for an element of the wrong size.
 void rapport_taille_element(const word* e, int n);
-// "network(id) " then the keyword and MISSING: a sub-property absent.
+// The kind and number of the object ("network 3 ", "genetic 1 "), then
+// the keyword and MISSING: a sub-property absent.
 void rapport_manque(const Objet* o, int code);
 // The weight from neuron i to neuron j (numbers from 1): its word.
 inline word* poids_de(bloc m, int N, int j, int i) { return m + 4 + static_cast<long>(j - 1) * N + (i - 1); }

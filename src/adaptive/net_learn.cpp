@@ -17,7 +17,7 @@
 #include "scene/law.h"
 
 void rapport_manque(const Objet* o, int code) {
-  voir_mot(KW_network);
+  voir_mot(o->kind);
   if (o->name) VOIR_CHAR("%s ", o->name);
   else voir_int("%d ", o->id);
   VOIR_CHAR("%s", vocab().name[code]);

@@ -1,6 +1,7 @@
 #include "app/install.h"
 
 #include "adaptive/net_audio.h"
+#include "adaptive/genetic.h"
 #include "adaptive/network.h"
 #include "adaptive/help_words.h"
 #include "animation/help_words.h"
@@ -33,6 +34,7 @@ void install_graphic_commands() {
   install_sound_commands();
   install_network();
   install_audio_network();
+  install_genetic();
   // The help of the graphic words, in the order `help` lists the groups.
   install_scene_help();
   install_render_help();

@@ -205,6 +205,12 @@ std::vector<word> valeur_floats(const float* f, int n, int dimp) {
   return v;
 }
 
+std::vector<word> valeur_texte(const char* s, size_t len) {
+  std::vector<word> v(4 + static_cast<size_t>(mots_texte(len)));
+  build_text(v.data(), nullptr, s, len);
+  return v;
+}
+
 std::vector<word> valeur_longs(const int* x, int n, int dimp) {
   const int width = dimp > 1 ? dimp : 1;
   std::vector<word> v{4 + n, T_LONG, n / width, width};

@@ -70,6 +70,8 @@ void liste_ajoute(std::vector<word>& list, const word* part);
 // A FLOAT or LONG value of n numbers as np points of dimp, in a vector.
 std::vector<word> valeur_floats(const float* f, int n, int dimp = 1);
 std::vector<word> valeur_longs(const int* v, int n, int dimp = 1);
+// A CHAR value of the len bytes of `s`, as build_text makes it.
+std::vector<word> valeur_texte(const char* s, size_t len);
 
 // A CHAR as a list of names: np becomes the count of blanks plus 1.
 void recompte_char(bloc v);

@@ -97,3 +97,9 @@ int arg_int(word* s, int code, int dflt, int i) {
   float f = 0;
   return number_at(arg_of(s, code), i, &f) ? entier(f) : dflt;
 }
+
+std::vector<int> arg_ints(word* s, int code) {
+  std::vector<int> out;
+  for (float f : arg_floats(s, code)) out.push_back(entier(f));
+  return out;
+}

@@ -20,6 +20,13 @@ inline const word* arg_of(word* s, int code) {
   return it ? item_value(it) : nullptr;
 }
 inline bool has_word(word* s, int code) { return find_item(s, code) != nullptr; }
+// How many items of word `code` the command has.
+inline int word_count(word* s, int code) {
+  int n = 0;
+  word* item = first_item(s);
+  for (int i = 0; i < item_count(s); i++, item = next_item(item)) n += item[2] == code;
+  return n;
+}
 // The keyword code of the second word, or 0 when the command has one word.
 inline int second_word(word* s) { return item_count(s) > 1 ? next_item(first_item(s))[2] : 0; }
 
@@ -43,4 +50,6 @@ std::vector<std::vector<float>> arg_floats_all(word* s, int code);
 float arg_float(word* s, int code, float dflt, int i = 0);
 // The same as an integer, through `entier`.
 int arg_int(word* s, int code, int dflt, int i = 0);
+// All the numbers of the word as integers, through `entier`.
+std::vector<int> arg_ints(word* s, int code);
 inline const char* arg_text(word* s, int code) { return value_text(arg_of(s, code)); }

@@ -415,6 +415,17 @@ int run_function_vector(Objet* f, const float* arg, int n, float* out, int nout)
   });
 }
 
+int run_function_number_text(Objet* f, float a, const char* s, size_t len, float* out) {
+  return sur_zone_a_part([&](word* z) {
+    if (lang().link_state != 1 && lier_tout() < 0) return -1;
+    build_float(z, nullptr, a);
+    if (build_text(z + 5, eval_state().limit, s, len) < 0) return -1;
+    const int r = evaluer_fonction(f, z, z, 2, z + 5 + z[5]);
+    *out = r >= 0 && z[1] == T_FLOAT && z[0] > 4 && z[2] > 0 ? getf(z, 0) : 0.0f;
+    return r;
+  });
+}
+
 void unwind_frames() {
   while (!frames().entries.empty()) restore_variables();
   eval_state().depth = 0;

@@ -1,5 +1,7 @@
 // Calls of user functions.
 #pragma once
+#include <cstddef>
+
 #include "kernel/objet.h"
 #include "kernel/word.h"
 
@@ -19,5 +21,8 @@ int run_function_apart(Objet* f, const float* arg = nullptr);
 // The same with one FLOAT argument of n elements; the first `nout`
 // elements of the value go to `out` (0 past its end or for another kind).
 int run_function_vector(Objet* f, const float* arg, int n, float* out, int nout);
+// The same with two arguments, a number and a text (`len` bytes); the
+// first element of a FLOAT value goes to `out` (0 for another kind).
+int run_function_number_text(Objet* f, float a, const char* s, size_t len, float* out);
 // Restores every saved frame (after an abandoned line).
 void unwind_frames();

@@ -122,7 +122,7 @@ constexpr HelpEntry ENTRIES[] = {
     {KW_time, "time seconds since start-up; time(0) starts the chronometer, time(1) reads it; dist(t) time the seconds since t; as an option, time(n) counts images: interaction time(100)", "time(0); time(1)"},
     {KW_type, "type(v) 0 NIL, 1 text, 2 integers, 3 vector, 4 mixed; type vol(id) the user type of objects, type vol(id)=\"name\" sets it", "type(1,2)"},
     {KW_unit, "unit(v) v divided by its length", "unit(3,4,0)"},
-    {KW_var, "var the extern names; var(\"x\") [func(\"f\")] the value of x; var func(\"f\") its statics", "x=5; var(\"x\")"},
+    {KW_var, "var the extern names; var(\"x\") [func(\"f\")] the value of x; var func(\"f\") its statics; var genetic(ids) [particle(i..)] the mean fitness of populations", "x=5; var(\"x\")"},
     {KW_vector, "vector(a,b) the cross product of two triples", "vector(1,0,0,0,1,0)"},
     {KW_wait, "wait(n) waits n ticks; wait(start,rate) and wait(0,n) pace a loop", "wait(1)"},
     {KW_while, "while(condition) statement", "n=1; while(n<100) n=n*2; n"},

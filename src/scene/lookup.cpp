@@ -187,3 +187,11 @@ std::vector<Objet*> arg_objects(word* s, int kind) {
     if (Objet* o = get_objet_simple(chaine_classe(kind), sel, i)) out.push_back(o);
   return out;
 }
+
+std::vector<Objet*> objets_commande(word* s, int kind) {
+  if (arg_of(s, kind)) return arg_objects(s, kind);
+  std::vector<Objet*> all;
+  for (Objet* o = chaine_classe(kind)->next; o; o = o->next)
+    if (o->kind == kind && o->valid) all.push_back(o);
+  return all;
+}

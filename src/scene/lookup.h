@@ -13,6 +13,9 @@ int nb_selection(const word* selector);
 // The objects that the value of the kind word `kind` in a command names,
 // found in the kind's chain; names of nothing are left out.
 std::vector<Objet*> arg_objects(word* s, int kind);
+// The same, and with the word alone or absent every valid object of the
+// kind, in chain order.
+std::vector<Objet*> objets_commande(word* s, int kind);
 
 // Element `index`: 0 with a number, 1 with a name (of up to 255 bytes in
 // `name`), -1 after a report when there is none.

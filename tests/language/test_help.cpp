@@ -3,7 +3,6 @@
 // and `help` reports words that are none, in their place.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <set>
 #include <string>
 #include <vector>
@@ -15,24 +14,6 @@
 #include "support/text_runner.h"
 
 namespace {
-
-// Words whose commands are being built elsewhere and are not in this tree
-// yet: their entries are written, their examples are not run. Empty this
-// list as those commands land.
-struct Pending {
-  int code;
-  const char* reason;
-};
-constexpr Pending NOT_YET_BUILT[] = {
-    {KW_genetic, "the genetic commands are not built yet"},
-    {KW_adjust, "its example uses the genetic commands, not built yet"},
-};
-
-const char* pending_reason(int code) {
-  for (const Pending& p : NOT_YET_BUILT)
-    if (p.code == code) return p.reason;
-  return nullptr;
-}
 
 // The keyword codes of both vocabularies that have a name.
 std::vector<int> every_word() {
@@ -85,10 +66,6 @@ TEST_F(HelpTest, EveryExampleRunsWithoutAFault) {
   int run = 0;
   for (const HelpGroup& g : help_state().groups)
     for (const HelpEntry& e : g.entries) {
-      if (const char* why = pending_reason(e.code)) {
-        printf("[  SKIP    ] example of %s: %s\n", vocab().name[e.code], why);
-        continue;
-      }
       Program p;
       const std::string example = help_example(e);
       const int status = p.run_lines("yes ring\n" + example + "\n");

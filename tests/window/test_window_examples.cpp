@@ -181,4 +181,27 @@ TEST(WindowExamples, TheListeningCubesDanceToTheSound) {
   EXPECT_GT(b.count(340, 220, 430, 300, [](Rgb c) { return c.r > 120 && c.g < 90 && c.b < 90; }), 800) << "red ball";
 }
 
+// The hill the network learnt: the red balls (high answers) stand above
+// the blue ones (low answers), and the hill travels.
+TEST(WindowExamples, TheBallsRideTheHillTheNetworkLearnt) {
+  REQUIRE_XVFB();
+  WindowRun run(two_shots("hill", 100, 20, 1, "step") + "bye abs\n");
+  expect_no_error(run);
+  Picture a = run.picture("a.bmp"), b = run.picture("b.bmp");
+  auto red = [](Rgb c) { return c.r > 120 && c.g < 90 && c.b < 80; };
+  auto blue = [](Rgb c) { return c.b > 120 && c.r < 80 && c.g < 90; };
+  auto mean_row = [&](auto wanted) {
+    long sum = 0, n = 0;
+    for (int y = 0; y < a.h; y++)
+      for (int x = 0; x < a.w; x++)
+        if (wanted(a.at(x, y))) sum += y, n++;
+    return n ? static_cast<double>(sum) / n : -1.0;
+  };
+  EXPECT_GT(a.count(red), 800);
+  EXPECT_GT(a.count(blue), 800);
+  // +y is down in the window, and rows of a picture count from its top.
+  EXPECT_LT(mean_row(red) + 100, mean_row(blue)) << "red high, blue low";
+  EXPECT_GT(differing(a, b), 1000) << "the hill moves";
+}
+
 }  // namespace
