@@ -18,6 +18,7 @@
 #include "kernel/report.h"
 #include "kernel/values.h"
 #include "language/args.h"
+#include "persist/object_file.h"
 #include "scene/graphic.h"
 #include "scene/lookup.h"
 #include "scene/unsaved.h"
@@ -232,4 +233,8 @@ void install_genetic_commands() {
   register_graphic_shape(KW_var, var_shape);
 }
 
-void install_genetic() { install_genetic_commands(); }
+void install_genetic() {
+  install_genetic_commands();
+  // An evolved population is work, as a taught network is.
+  suivre_travail(KW_genetic, 0, 0, " Populations have not been saved, leave (0,1) ?\a", ".gen");
+}
