@@ -14,8 +14,10 @@ std::vector<uint8_t> pixels_fenetre(int* w, int* h) {
   if (!gl_on()) return {};
   // The size of the window now: one resized from outside and not yet
   // reported must not be read past its edges.
-  *w = glutGet(GLUT_WINDOW_WIDTH);
-  *h = glutGet(GLUT_WINDOW_HEIGHT);
+  if (glut_on()) {
+    *w = glutGet(GLUT_WINDOW_WIDTH);
+    *h = glutGet(GLUT_WINDOW_HEIGHT);
+  }
   if (*w < 1 || *h < 1) return {};
   std::vector<uint8_t> px(static_cast<size_t>(*w) * *h * 4);
   glFinish();
