@@ -1,6 +1,6 @@
 // Recordings of the loop's images: `interaction video`.
 //
-//   interaction video name("shot") format("png") [video(n)]
+//   interaction video[(n)] name("shot") format("png")
 //       records every image the loop draws from its next image on, as
 //       shot0001.png, shot0002.png ... (more places past 9999), one file
 //       an image, none dropped or doubled: the loop waits for each write.
@@ -51,7 +51,7 @@ bool format_nomme(const std::string& name, FilmFormat* f) {
 }
 
 int usage() {
-  voir_texte("interaction video name(\"shot\") format(\"png\" or \"mp4\" or \"webm\") video(n)\a\n");
+  voir_texte("interaction video(n) name(\"shot\") format(\"png\" or \"mp4\" or \"webm\")\a\n");
   return -1;
 }
 
