@@ -70,7 +70,9 @@ size_t png_frames_encode(PngFrames& f, const uint8_t* rgb) {
   f.z.next_in = f.rows.data();
   f.z.avail_in = static_cast<uInt>(f.rows.size());
   f.z.next_out = p + at + 8;
-  f.z.avail_out = static_cast<uInt>(f.file.size() - at - 8 - 2 * CHUNK_EXTRA);
+  // Room for the compressed rows: all but IDAT's length, type and CRC and
+  // the IEND chunk.
+  f.z.avail_out = static_cast<uInt>(f.file.size() - at - CHUNK_EXTRA - CHUNK_EXTRA);
   if (deflate(&f.z, Z_FINISH) != Z_STREAM_END) return 0;
   at += chunk(p + at, "IDAT", f.z.total_out);
   at += chunk(p + at, "IEND", 0);
