@@ -2,7 +2,10 @@
 // numbered picture an image drawn, none dropped or doubled; a count; the
 // recording ended with what was drawn when a stage fails; films through
 // ffmpeg with one frame an image, and a clear refusal without ffmpeg.
+#include <csignal>
+
 #include "image/image_files.h"
+#include "support/program.h"
 #include "window/window_run.h"
 
 namespace {
@@ -138,6 +141,47 @@ TEST(WindowVideo, AFilmHasOneFrameForEachImage) {
   EXPECT_EQ(frames_of(run.dir / "film.mp4"), 250) << run.out;
   EXPECT_EQ(frames_of(run.dir / "small.webm"), 12) << run.out;
   EXPECT_EQ(run.out.find('\a'), std::string::npos) << run.out;
+}
+
+// A loop with no end recording a film, ended by a signal: the film is
+// closed with every image sent, and reads whole.
+class FilmStopped : public ::testing::Test {
+ protected:
+  Program p;
+  // A name of this run's own, to look for its ffmpeg among the processes.
+  const std::string film = "film" + std::to_string(getpid()) + "_" +
+                           ::testing::UnitTest::GetInstance()->current_test_info()->name() + ".mp4";
+  // "[f]ilm" matches the name and not the shell's own command line.
+  bool ffmpeg_running() const { return std::system(("pgrep -f '[f]" + film.substr(1) + "' >/dev/null").c_str()) == 0; }
+  void SetUp() override {
+    if (!have_egl()) GTEST_SKIP() << "no off-screen drawing here (EGL)";
+    if (!have_program("ffmpeg") || !have_program("ffprobe")) GTEST_SKIP() << "ffmpeg is not installed";
+    ASSERT_TRUE(p.start_command({"env", "-u", "DISPLAY", ORVELA_BINARY, "egl", "ID"}, Program::Input::pipe));
+    p.type(std::string(CROSSING) + "func=\"tick(n){if(n==20){print(\\\"TWENTY\\\")}}\"\ninteraction func(1,\"tick\")\n"
+           "interaction period(0)\ninteraction video name(\"" + film + "\")\ninteraction\n");
+    ASSERT_TRUE(p.wait_for("TWENTY")) << p.seen;
+  }
+};
+
+TEST_F(FilmStopped, BySigterm) {
+  kill(p.pid, SIGTERM);
+  p.finish();
+  // The film is finished and its ffmpeg gone once the program has ended.
+  EXPECT_FALSE(ffmpeg_running());
+  EXPECT_GE(frames_of(p.dir / film), 20) << p.seen;
+}
+
+TEST_F(FilmStopped, ByCtrlCAnswered0WhileTheLoopStartsAgain) {
+  kill(p.pid, SIGINT);
+  ASSERT_TRUE(p.wait_for("CONTINUE")) << p.seen;
+  p.type("0\n");
+  p.settle(1500);
+  // The process runs on (the loop started again), the film is finished.
+  EXPECT_EQ(waitpid(p.pid, nullptr, WNOHANG), 0);
+  EXPECT_FALSE(ffmpeg_running());
+  EXPECT_GE(frames_of(p.dir / film), 20) << p.seen;
+  kill(p.pid, SIGTERM);
+  p.finish();
 }
 
 }  // namespace
