@@ -122,6 +122,26 @@ TEST(WindowVideo, WithoutFfmpegAFilmIsRefusedWithHowToGetIt) {
   EXPECT_FALSE(std::filesystem::exists(run.dir / "film.mp4"));
 }
 
+// Images 30 to 230 of a recording ask for no memory: the buffers, the
+// compressor and the names were taken at its start.
+TEST(WindowVideo, ARecordingAllocatesNothingOnceStarted) {
+  REQUIRE_DRAWING();
+  REQUIRE_COUNTED_ALLOCATIONS();
+  std::string films = "interaction video name(\"shot\")\ninteraction period(0)\ninteraction time(240)\n";
+  size_t runs = 1;
+  if (have_program("ffmpeg")) {
+    films += "interaction video name(\"film.mp4\")\ninteraction period(0)\ninteraction time(240)\n";
+    runs++;
+  }
+  WindowRun run(std::string("no edit\n") + CROSSING + films + "bye abs\n", "ID", "", ORVELA_ALLOC_PROBE);
+  const std::string none = "probe: images 30 to 230: 0 new, 0 blocks\n";
+  size_t seen = 0;
+  for (size_t at = run.out.find(none); at != std::string::npos; at = run.out.find(none, at + 1)) seen++;
+  EXPECT_EQ(seen, runs) << run.out;
+  EXPECT_EQ(files_named(run.dir, "shot"), 240);
+  EXPECT_EQ(run.out.find('\a'), std::string::npos) << run.out;
+}
+
 int frames_of(const std::filesystem::path& film) {
   const std::string cmd = "ffprobe -v error -count_frames -select_streams v:0 -show_entries stream=nb_read_frames "
                           "-of default=nw=1:nk=1 '" + film.string() + "' > '" + film.string() + ".count'";
