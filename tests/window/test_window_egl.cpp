@@ -76,4 +76,17 @@ TEST(WindowEgl, TheLoopAndItsRecordingAreTheSame) {
       {"after.bmp", "loop0001.png", "loop0003.png", "loop0005.png"});
 }
 
+// No EGL vendor to be had: one line says so, and the session goes on as
+// with gra=0.
+TEST(WindowEgl, WithoutEglTheSessionGoesOnWithNoWindow) {
+  WindowRun run("cube(1)\ndispl\nprint(\"STILL HERE\")\nbye abs\n", "ID", "",
+                std::string("__EGL_VENDOR_LIBRARY_FILENAMES=/nonexistent.json ") + ORVELA_BINARY, Drawing::offscreen);
+  EXPECT_NE(run.out.find("no off-screen drawing: Mesa's surfaceless EGL platform cannot be opened (libegl-mesa0 is "
+                         "needed): running with gra=0\n"),
+            std::string::npos)
+      << run.out;
+  EXPECT_NE(run.out.find("STILL HERE"), std::string::npos);
+  EXPECT_NE(run.out.find("SEE YOU SOON"), std::string::npos);
+}
+
 }  // namespace
