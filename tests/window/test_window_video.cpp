@@ -100,6 +100,23 @@ TEST(WindowVideo, AFailingStageEndsTheRecordingWithTheImagesDrawn) {
   EXPECT_GT(ball_centre(run.dir / "f0009.png"), ball_centre(run.dir / "f0008.png"));
 }
 
+// In the window, under Xvfb: Escape ends the loop and the recording with
+// it, every image drawn written; the pictures are read from the back
+// buffer before its swap.
+TEST(WindowVideo, EscapeInTheWindowEndsTheRecordingWithEveryImageWritten) {
+  REQUIRE_XVFB();
+  WindowRun run(std::string("no edit\n") + CROSSING +
+                    "func=\"mark(n){if(n==3){print(\\\"LOOP RUNNING\\\")}}\"\ninteraction func(1,\"mark\")\n"
+                    "interaction period(25)\ninteraction video name(\"esc\")\ninteraction\n"
+                    "print(\"N\",interaction video)\nbye abs\n",
+                "ID", "wait_text 'LOOP RUNNING'\nsleep 0.5\nkey Escape\n");
+  const int n = files_named(run.dir, "esc");
+  EXPECT_GE(n, 3) << run.out;
+  EXPECT_NE(run.out.find("N\n" + std::to_string(n) + ".000000"), std::string::npos) << run.out;
+  // The last picture is whole and shows the ball further than the first.
+  EXPECT_GT(ball_centre(run.dir / numbered("esc", n)), ball_centre(run.dir / numbered("esc", 1)));
+}
+
 TEST(WindowVideo, BadFormsAreRefusedAndChangeNothing) {
   REQUIRE_DRAWING();
   WindowRun run(std::string(CROSSING) +
