@@ -28,8 +28,10 @@ int offscreen_window(int mode) {
     return -1;
   }
   if (mode != 2) return 0;
-  // As the toolkit's reshape of a window that took a new size.
+  // As the toolkit's reshape of a window that took a new size, and its
+  // exposure: the new surface is blank until the picture is drawn again.
   Reshape_Func(w.Dimx, w.Dimy);
   objet_fenetre_principale();
+  w.repaint = true;
   return 1;
 }

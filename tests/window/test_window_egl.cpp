@@ -63,6 +63,16 @@ TEST(WindowEgl, ViewsFogAndTransparencyAreTheSame) {
       {"views.bmp", "fog.bmp"});
 }
 
+// `graphic(w,h)`: the surface takes the new size, and the picture is
+// drawn again in it as in a window that was exposed.
+TEST(WindowEgl, AResizedWindowIsTheSame) {
+  REQUIRE_BOTH();
+  same_both_ways(
+      "cube(1) dim(50)\neye(0,0,-1000)\ncol vol(1)=1,0,0\ngraphic(400,300)\ndispl\nwrite image name(\"g1.bmp\")\n"
+      "graphic(300,500)\nscreen\ndispl\nwrite image name(\"g2.bmp\")\nbye abs\n",
+      {"g1.bmp", "g2.bmp"});
+}
+
 // The loop with its stages, a button's text, `time(n)` and the pacing:
 // the picture after it, and the images recorded during it.
 TEST(WindowEgl, TheLoopAndItsRecordingAreTheSame) {
