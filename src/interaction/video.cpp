@@ -168,7 +168,7 @@ void film_fin_boucle() {
 int INTERACTION_VIDEO(word* s, const word* lim) {
   Film& f = loop().film;
   const char* name = arg_text(s, KW_name);
-  if (!name && !arg_of(s, KW_format)) return build_float(s, lim, static_cast<float>(f.images));
+  if (!name && !arg_of(s, KW_format) && !arg_of(s, KW_video)) return build_float(s, lim, static_cast<float>(f.images));
   if (!name || !*name) return usage();
   std::string base = name;
   FilmFormat format = FILM_PNG;

@@ -121,11 +121,11 @@ TEST(WindowVideo, BadFormsAreRefusedAndChangeNothing) {
   REQUIRE_DRAWING();
   WindowRun run(std::string(CROSSING) +
                 "interaction video name(\"x\") format(\"gif\")\ninteraction video format(\"png\")\n"
-                "interaction video(-2) name(\"x\")\ninteraction time(2)\nbye abs\n");
+                "interaction video(-2) name(\"x\")\ninteraction video(4)\ninteraction time(2)\nbye abs\n");
   EXPECT_EQ(files_named(run.dir, "x"), 0) << run.out;
   size_t usages = 0;
   for (size_t at = 0; (at = run.out.find("interaction video(n) name(", at)) != std::string::npos; at++) usages++;
-  EXPECT_EQ(usages, 3u) << run.out;
+  EXPECT_EQ(usages, 4u) << run.out;
 }
 
 TEST(WindowVideo, WithoutFfmpegAFilmIsRefusedWithHowToGetIt) {
