@@ -71,12 +71,13 @@ inline bool have_egl() {
 
 enum class Drawing { automatic, window, offscreen };
 
-// Where a run draws: a run with a driver needs the window.
+// Where a run draws: a run with a driver needs the window; one without
+// draws off-screen, or in the window where EGL is missing.
 inline Drawing drawing_for(bool driven, Drawing asked) {
   if (asked != Drawing::automatic) return asked;
   const char* forced = std::getenv("ORVELA_WINDOW");
   if (driven || (forced && std::string(forced) == "xvfb")) return Drawing::window;
-  return Drawing::offscreen;
+  return have_egl() || !have_xvfb() ? Drawing::offscreen : Drawing::window;
 }
 // Runs `script` (which should end in `bye abs`) in a fresh folder, and
 // loads the pictures it was to write, by name. The console output is kept
@@ -128,7 +129,7 @@ struct WindowRun {
   if (!have_xvfb()) GTEST_SKIP() << "xvfb-run is not installed: window tests need it (apt-get install xvfb)"
 
 // A run without keys or mouse: off-screen, or in the window when
-// ORVELA_WINDOW=xvfb.
+// ORVELA_WINDOW=xvfb or EGL is missing.
 #define REQUIRE_DRAWING()                                                                            \
   if (drawing_for(false, Drawing::automatic) == Drawing::window) {                                   \
     REQUIRE_XVFB();                                                                                  \
