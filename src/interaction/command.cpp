@@ -13,6 +13,8 @@
 //   interaction message("text") poi(x,y) col(r,g,b)   a button
 //   interaction read("a.orv b.orv")   the launch list of command files
 //   interaction debug             the state of the loop, printed
+//   interaction video name("shot") format("png")   records the images the
+//                                 loop draws (video.cpp)
 // The other words of the table that have handlers of their own (`matrix`,
 // `number`, `sort`, `write`, `normal`, `radius`, `texture`, `transp`,
 // `light`, `inside`, `fog`, `displ`) run as the command without the word
@@ -184,6 +186,8 @@ int fin_de(word* s, const word* lim) {
     L.mode_play = 0;
   } else if (code == KW_stock) {
     return non_construit(KW_stock);
+  } else if (code == KW_video) {
+    film_arret();
   } else {
     L.Panneau_continue = 0;
   }
@@ -244,6 +248,7 @@ int INTERACTION_b(word* s, const word* ob, word* st, const word* lim) {
       case KW_cut: return lire_ou_ecrire(s, lim, KW_cut, L.Gel_interaction);
       case KW_image: case KW_interpol: case KW_stock: case KW_play: return non_construit(item[2]);
       case KW_mouse: return INTERACTION_MOUSE(s, lim);
+      case KW_video: return INTERACTION_VIDEO(s, lim);
       case KW_menu: {
         const char* t = value_text(item_value(item));
         if (t) L.texte_menu += (L.texte_menu.empty() ? "" : "|") + std::string(t);

@@ -11,6 +11,7 @@
 #include "kernel/report.h"
 #include "language/console_runner.h"
 #include "platform/files.h"
+#include "platform/process.h"
 #include "render/frame.h"
 #include "render/window.h"
 #include "scene/graphic.h"
@@ -101,6 +102,9 @@ void idle() {
   try {
     dispatch();
   } catch (const Abandon&) {
+    // An abandoned image ends the recording with what it has.
+    loop().film.dans_image = 0;
+    film_arret();
     if (loop().Mode_graphique == KW_interaction) {
       try {
         init_interaction(nullptr, 0);
@@ -134,4 +138,6 @@ void install_interaction() {
   h.hover = survol_souris;
   scene().pointeur.dessine_cadre = cadre_souris;
   install_cycle();
+  // A recording under way is finished when the process ends.
+  process_at_exit(film_arret);
 }

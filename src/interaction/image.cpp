@@ -137,7 +137,9 @@ void cadence() {
 
 }  // namespace
 
-void interaction_Idle_Func() {
+namespace {
+
+void une_image() {
   InteractionState& L = loop();
   KernelState& k = kernel();
   interrupt_check();
@@ -204,6 +206,8 @@ void interaction_Idle_Func() {
     }
   }
   if (L.Panneau_continue) INTERACTION_MOUSE(nullptr, nullptr);
+  // The title images of the first run are the system's, not the scene's.
+  if (L.film.etat && !titre) film_image();
   if (L.swap) swap_image();
   if (L.fonction_apres && L.cpt_periode == 0 && run_fonction(L.fonction_apres) < 0) {
     echec("exec_fonc_obj");
@@ -221,4 +225,21 @@ void interaction_Idle_Func() {
   // What the image's functions printed shows at once, also through a pipe.
   flush_out();
   cadence();
+}
+
+}  // namespace
+
+// One image; a recording asked to stop during it (the loop ended there)
+// stops once the image is recorded, however the image ends.
+void interaction_Idle_Func() {
+  Film& f = loop().film;
+  f.dans_image = 1;
+  struct Fin {
+    Film& f;
+    ~Fin() {
+      f.dans_image = 0;
+      if (f.arret) film_arret();
+    }
+  } fin{f};
+  une_image();
 }

@@ -86,6 +86,13 @@ int jauges();
 float note_courante();
 void bip();
 // DATE.log.
+// Recordings of the loop's images (video.cpp): the command, the image
+// recorded before its swap, and the stop with everything written.
+int INTERACTION_VIDEO(word* s, const word* lim);
+void film_image();
+void film_arret();
+// fin_interaction's part: at once, or after the image under way.
+void film_fin_boucle();
 void stamp_debut();
 void ecrit_date_log();
 // The time of day as hour, minute, second.

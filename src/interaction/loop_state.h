@@ -12,7 +12,9 @@
 #include <string>
 #include <vector>
 
+#include "image/png_frames.h"
 #include "kernel/word.h"
+#include "platform/program_pipe.h"
 
 constexpr int NB_SLOTS = 7;          // P_fonc0 to P_fonc6
 constexpr int NB_BOUTONS = 100;
@@ -44,6 +46,26 @@ struct Liaison {
   int kind = 0;                // KW_func or KW_stock
   word function = 0;           // handle of the function object
   word stock = 0;              // the stock entry of a `stock` binding
+};
+
+// A recording of the images the loop draws (`interaction video`): one
+// numbered picture file an image, or one film made by ffmpeg from the raw
+// frames. The buffers are taken when the recording starts.
+enum FilmFormat { FILM_PNG, FILM_MP4, FILM_WEBM };
+struct Film {
+  int etat = 0;                // 0 none, 1 asked for (starts at the next image), 2 recording
+  FilmFormat format = FILM_PNG;
+  std::string base;            // the name less its extension: "shot"
+  int compte = 0;              // images asked for; 0: until the loop ends
+  int images = 0;              // images recorded so far
+  int cadence = 25;            // the film's images a second
+  int w = 0, h = 0;
+  int dans_image = 0;          // the loop is inside an image
+  int arret = 0;               // stop once the image under way is recorded
+  std::vector<uint8_t> pixels; // the image read back, RGB from the bottom row
+  PngFrames png;
+  std::string numero, nom, temp;  // the number, the file's name, its temporary name
+  ProgramPipe ffmpeg;
 };
 
 struct InteractionState {
@@ -209,6 +231,8 @@ struct InteractionState {
   int (*echelle_saisie)(const float poi[2], std::string& text) = nullptr;
   int (*outil_palette)() = nullptr;          // the palette's own tool
   int (*fonction_palette)(int n) = nullptr;  // the palette's user functions 1 to 4
+
+  Film film;
 
   // The launch list: command files run in turn in interpreter mode.
   std::vector<std::string> lance;

@@ -141,6 +141,7 @@ void fin_interaction(const char* raison) {
   L.Panneau_continue = 0;
   loop_gl_stop();
   L.mode_enregistrement = 0;
+  film_fin_boucle();
   L.mode_play = 0;
   L.cpt_periode = 0;
   L.Periode_image = 75;

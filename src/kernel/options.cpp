@@ -171,6 +171,7 @@ const char* option_b(const char* text, int* bottom_lift) {
   else if (key == "ful") sc.ful = 1;
   else if (key == "vid") sc.vid = 1;
   else if (key == "see") sc.see = 1;
+  else if (key == "egl") sc.egl = 1;
   return next;
 }
 

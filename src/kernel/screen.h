@@ -19,6 +19,7 @@ struct ScreenState {
   int ale = 10000;
   int PER = 75;
   int ful = 0, vid = 0, see = 0;
+  int egl = 0;               // draw off-screen through EGL, with no X server
   int colour_range = 255;
   int image_width = 0, window_width = 0, window_height = 0;
   float unit = 0;            // width / 40

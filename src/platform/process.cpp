@@ -72,7 +72,14 @@ std::string working_directory() {
 
 unsigned long thread_id() { return static_cast<unsigned long>(syscall(SYS_gettid)); }
 
+namespace {
+void (*at_exit_finish)() = nullptr;
+}  // namespace
+
+void process_at_exit(void (*finish)()) { at_exit_finish = finish; }
+
 void process_exit(int status) {
+  if (at_exit_finish) at_exit_finish();
   safe_commit_all();
   fflush(stdout);
   std::_Exit(status);

@@ -15,8 +15,10 @@ std::string working_directory();
 // The user's home folder, or "" when there is none.
 std::string home_directory();
 unsigned long thread_id();
-// Ends the process; files still being written are finished first.
+// Ends the process; files still being written are finished first, and
+// before them what `finish` finishes (a recording under way).
 [[noreturn]] void process_exit(int status);
+void process_at_exit(void (*finish)());
 
 // Signals: SIGINT raises the interrupt flag, SIGTERM and SIGHUP the
 // termination flag; a signal ignored at start (SIGINT under a shell's

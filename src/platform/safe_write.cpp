@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <cstdio>
 #include <cstdlib>
 #include <vector>
 
@@ -209,4 +210,15 @@ WriteFault safe_write_file(const std::string& path, const void* data, size_t n) 
   if (!f) return fault;
   safe_write(f, data, n);
   return safe_commit(f);
+}
+
+WriteFault write_whole_file(const char* path, const char* temp, const void* data, size_t n) {
+  const int fd = open(temp, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  if (fd < 0) return WriteFault::create;
+  WriteFault fault = WriteFault::none;
+  const bool written = write_all(fd, static_cast<const char*>(data), n, &fault);
+  if (close(fd) != 0 && written) fault = fault_of(errno);
+  if (fault == WriteFault::none && rename(temp, path) != 0) fault = WriteFault::create;
+  if (fault != WriteFault::none) unlink(temp);
+  return fault;
 }

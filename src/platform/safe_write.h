@@ -32,5 +32,9 @@ void safe_abandon(SafeFile* f);
 // Finishes every write still open (at the end of the process).
 void safe_commit_all();
 
+// The whole of `data` to `path` through the temporary file `temp` (in the
+// same folder), renamed over it once complete; allocates nothing, for
+// writers that run at every image.
+WriteFault write_whole_file(const char* path, const char* temp, const void* data, size_t n);
 // The whole content of `path`, written safely.
 WriteFault safe_write_file(const std::string& path, const void* data, size_t n);

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "platform/process.h"
+#include "render/font_tables.h"
 #include "render/text.h"
 #include "render/window.h"
 
@@ -19,8 +20,10 @@ void modelview_identity() {
   glLoadIdentity();
 }
 
+// Off-screen the one colour buffer is both front and back: nothing to swap.
 void swap_image() {
-  if (gl_on()) glutSwapBuffers();
+  if (glut_on()) glutSwapBuffers();
+  else if (gl_on()) glFlush();
 }
 
 void draw_in_back(bool back) {
@@ -57,18 +60,18 @@ void depth_test_off() {
 
 void flush_window() {
   if (!gl_on()) return;
-  if (win().drawn_front) glFlush();
+  if (win().drawn_front || !glut_on()) glFlush();
   else glutSwapBuffers();
 }
 
 void window_events(int ms) {
   if (!gl_on()) return;
-  glutMainLoopEvent();
+  if (glut_on()) glutMainLoopEvent();
   sleep_ms(ms);
 }
 
 void full_screen() {
-  if (gl_on()) glutFullScreen();
+  if (glut_on()) glutFullScreen();
 }
 
 namespace {
@@ -125,31 +128,30 @@ void text_at(const char* text, float x, float y, const float col[3]) {
   centre_frame(true);
   glColor3fv(col);
   glRasterPos2f(x, y);
-  for (const char* c = text; *c; c++) glutBitmapCharacter(GLUT_BITMAP_9_BY_15, static_cast<unsigned char>(*c));
+  bitmap_text(BITMAP_FONTS[FONT_9_BY_15], text);
   centre_frame(false);
 }
 
 float text_width(const char* text) {
-  if (!gl_on()) return 9.0f * static_cast<float>(std::strlen(text));
-  return static_cast<float>(glutBitmapLength(GLUT_BITMAP_9_BY_15, reinterpret_cast<const unsigned char*>(text)));
+  return static_cast<float>(bitmap_length(BITMAP_FONTS[FONT_9_BY_15], text));
 }
 
 float text_unit() { return 9.0f; }
 
-int menu_new(void (*select)(int code)) { return gl_on() ? glutCreateMenu(select) : 0; }
+int menu_new(void (*select)(int code)) { return glut_on() ? glutCreateMenu(select) : 0; }
 
 void menu_entry(const char* text, int code) {
-  if (gl_on()) glutAddMenuEntry(text, code);
+  if (glut_on()) glutAddMenuEntry(text, code);
 }
 
 void menu_submenu(const char* text, int menu) {
-  if (gl_on()) glutAddSubMenu(text, menu);
+  if (glut_on()) glutAddSubMenu(text, menu);
 }
 
 void menu_attach_right() {
-  if (gl_on()) glutAttachMenu(GLUT_RIGHT_BUTTON);
+  if (glut_on()) glutAttachMenu(GLUT_RIGHT_BUTTON);
 }
 
 void menu_free(int menu) {
-  if (gl_on() && menu > 0) glutDestroyMenu(menu);
+  if (glut_on() && menu > 0) glutDestroyMenu(menu);
 }

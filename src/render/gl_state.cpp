@@ -88,7 +88,7 @@ void sem_gl(int code) {
       }
       break;
     case KW_bitmap: case KW_graphic: case KW_mouse:
-      glutSetCursor(v < 1 ? GLUT_CURSOR_NONE : GLUT_CURSOR_INHERIT);
+      if (glut_on()) glutSetCursor(v < 1 ? GLUT_CURSOR_NONE : GLUT_CURSOR_INHERIT);
       break;
     default:
       break;

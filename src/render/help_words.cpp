@@ -45,7 +45,7 @@ constexpr HelpEntry ENTRIES[] = {
     {KW_text, "text: the text property of an object; text vol(id)=\"words\" stores one", "cube(1); text vol(1)=\"a cube\"; text vol(1)"},
     {KW_texture, "texture vol(id)=n lays image n on the volume (with yes texture); texture fac vol(id)=.. per facet; transp texture vol(id) the transparency of each pass", "image(3) dim(16,16) col(1,0,0); ball(1) dim(10); texture vol(1)=3; texture vol(1)"},
     {KW_transp, "transp(t) the current transparency (the fifth illumination value); transp vol(id)=t a volume's; matrix(m) transp transposes a matrix", "transp(0.5)"},
-    key_word(KW_video),
+    {KW_video, "interaction video name(\"shot\") format(\"png\") records every image the loop draws from its next image on, one file each: shot0001.png, shot0002.png ...; format(\"mp4\") or format(\"webm\") one film through the ffmpeg program; interaction video(n) name(..) n images only; interaction video the images recorded; interaction end video stops; dim(\"video\") of win is 768 by 576", "interaction video"},
     {KW_view, "view(id) makes or selects a view drawn over the window; eye view(id)=x,y,z, aim view(id)=.., foc view(id)=..; view(id) displ(0) puts it out of use", "view(2); eye view(2)=0,0,-200; eye view(2)"},
     {KW_win, "win: the window; win(x,y,nx,ny) as an option of write image crops the picture; win alone reads the window's settings", "win"},
     {KW_zbuf, "zbuf(n) the depth buffer mode; zbuf alone reads it; fog zbuf vol(id)=.. the fog depths", "zbuf"},

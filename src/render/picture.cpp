@@ -7,16 +7,31 @@
 #include "render/text.h"
 #include "render/window.h"
 
-std::vector<uint8_t> pixels_fenetre(int* w, int* h) {
+bool taille_fenetre(int* w, int* h) {
   const WindowState& ws = win();
   *w = ws.Dimx;
   *h = ws.Dimy;
-  if (!gl_on()) return {};
+  if (!gl_on()) return false;
   // The size of the window now: one resized from outside and not yet
   // reported must not be read past its edges.
-  *w = glutGet(GLUT_WINDOW_WIDTH);
-  *h = glutGet(GLUT_WINDOW_HEIGHT);
-  if (*w < 1 || *h < 1) return {};
+  if (glut_on()) {
+    *w = glutGet(GLUT_WINDOW_WIDTH);
+    *h = glutGet(GLUT_WINDOW_HEIGHT);
+  }
+  return *w >= 1 && *h >= 1;
+}
+
+bool pixels_rgb(uint8_t* rgb, int w, int h, bool back) {
+  if (!gl_on()) return false;
+  glReadBuffer(back ? GL_BACK : GL_FRONT);
+  glPixelStorei(GL_PACK_ALIGNMENT, 1);
+  glReadPixels(0, 0, w, h, GL_RGB, GL_UNSIGNED_BYTE, rgb);
+  return true;
+}
+
+std::vector<uint8_t> pixels_fenetre(int* w, int* h) {
+  const WindowState& ws = win();
+  if (!taille_fenetre(w, h)) return {};
   std::vector<uint8_t> px(static_cast<size_t>(*w) * *h * 4);
   glFinish();
   // The buffer that commands drew in: the front one between images.

@@ -15,7 +15,7 @@ namespace {
 
 // Only what is drawn in the main window is its picture; a sub-window that
 // has the focus keeps its own.
-bool dans_la_principale() { return gl_on() && glutGetWindow() == win().window; }
+bool dans_la_principale() { return gl_on() && (win().egl || glutGetWindow() == win().window); }
 
 }  // namespace
 
@@ -47,7 +47,7 @@ void repaint_window() {
   w.repaint = false;
   if (!gl_on()) return;
   ShownPicture& p = w.shown;
-  glutSetWindow(w.window);
+  if (glut_on()) glutSetWindow(w.window);
   // Mesa's software renderer takes a new window size at its next finish,
   // and what is drawn before that is lost (so was the first `screen`
   // after a resize).

@@ -1,12 +1,12 @@
 #include "render/text.h"
 
-#include <GL/freeglut.h>
 #include <GL/glu.h>
 
 #include <cstring>
 
 #include "kernel/keywords.h"
 #include "language/args.h"
+#include "render/font_tables.h"
 #include "render/window.h"
 #include "scene/volume.h"
 
@@ -21,45 +21,35 @@ void rectangle(GLenum kind, float x0, float y0, float x1, float y1) {
   glEnd();
 }
 
-struct Police {
-  const char* name;
-  void* font;
-  float height;
-};
+// The box height of each font of the tables, in their order.
+constexpr float HAUTEURS[NB_BITMAP_FONTS] = {13, 15, 10, 24, 10, 12, 18};
 
-const Police POLICES[] = {
-    {"8x13", GLUT_BITMAP_8_BY_13, 13},          {"9x15", GLUT_BITMAP_9_BY_15, 15},
-    {"times10", GLUT_BITMAP_TIMES_ROMAN_10, 10}, {"times24", GLUT_BITMAP_TIMES_ROMAN_24, 24},
-    {"helvetica10", GLUT_BITMAP_HELVETICA_10, 10}, {"helvetica12", GLUT_BITMAP_HELVETICA_12, 12},
-    {"helvetica18", GLUT_BITMAP_HELVETICA_18, 18},
-};
-
-const Police& de(void* font) {
-  for (const Police& p : POLICES)
-    if (p.font == font) return p;
-  return POLICES[1];
+int rang(const BitmapFont* font) {
+  for (int i = 0; i < NB_BITMAP_FONTS; i++)
+    if (&BITMAP_FONTS[i] == font) return i;
+  return FONT_9_BY_15;
 }
 
 }  // namespace
 
-void* police(const word* font) {
+const BitmapFont* police(const word* font) {
   if (const char* name = value_text(font)) {
-    for (const Police& p : POLICES)
-      if (std::strcmp(p.name, name) == 0) return p.font;
-  } else if (float n; floats_of(font, &n, 1) == 1 && n >= 0 && n < 7) {
-    return POLICES[static_cast<int>(n)].font;
+    for (const BitmapFont& p : BITMAP_FONTS)
+      if (std::strcmp(p.name, name) == 0) return &p;
+  } else if (float n; floats_of(font, &n, 1) == 1 && n >= 0 && n < NB_BITMAP_FONTS) {
+    return &BITMAP_FONTS[static_cast<int>(n)];
   }
-  return POLICES[1].font;
+  return &BITMAP_FONTS[FONT_9_BY_15];
 }
 
-float largeur_texte(void* font, const char* text) {
-  return static_cast<float>(glutBitmapLength(de(font).font, reinterpret_cast<const unsigned char*>(text)));
+float largeur_texte(const BitmapFont* font, const char* text) {
+  return static_cast<float>(bitmap_length(BITMAP_FONTS[rang(font)], text));
 }
 
-float hauteur_texte(void* font) { return de(font).height; }
+float hauteur_texte(const BitmapFont* font) { return HAUTEURS[rang(font)]; }
 
 void dessine_texte(const TextBox& box) {
-  void* font = de(box.font).font;
+  const BitmapFont* font = &BITMAP_FONTS[rang(box.font)];
   const float w = largeur_texte(font, box.text), h = hauteur_texte(font);
   // The box reaches 4 pixels under the base line for descenders.
   if (box.back) {
@@ -76,7 +66,7 @@ void dessine_texte(const TextBox& box) {
   }
   glColor3fv(box.col);
   glRasterPos2f(0, 0);
-  for (const char* c = box.text; *c; c++) glutBitmapCharacter(font, *c);
+  bitmap_text(*font, box.text);
 }
 
 void repere_pixels(bool on) {

@@ -127,6 +127,14 @@ bool window_start() {
   ScreenState& sc = screen();
   w.Graphique = sc.gra;
   if (!w.Graphique) return false;
+  if (sc.egl) {
+    w.egl = true;
+    sem_hook = sem_gl;
+    if (init_ecran(0) == 0 && w.window) return true;
+    w.egl = false;
+    w.Graphique = sc.gra = 0;
+    return false;
+  }
   if (!toolkit_start()) {
     w.Graphique = sc.gra = 0;
     return false;
@@ -139,11 +147,12 @@ int init_ecran(int mode) {
   WindowState& w = win();
   // Without the toolkit (while the questions of a closed window are
   // asked), a new size waits for the window to be made again.
-  if (!w.Graphique || !w.toolkit) return 0;
+  if (!w.Graphique || (!w.toolkit && !w.egl)) return 0;
   ScreenState& sc = screen();
   if (mode == 0) {
-    w.Dimx_ecran = glutGet(GLUT_SCREEN_WIDTH);
-    w.Dimy_ecran = glutGet(GLUT_SCREEN_HEIGHT);
+    // Off-screen, the screen is the largest one the options allow.
+    w.Dimx_ecran = w.egl ? 0 : glutGet(GLUT_SCREEN_WIDTH);
+    w.Dimy_ecran = w.egl ? 0 : glutGet(GLUT_SCREEN_HEIGHT);
     if (w.Dimx_ecran < 1) w.Dimx_ecran = sc.max_width;
     if (w.Dimy_ecran < 1) w.Dimy_ecran = sc.max_height;
     w.Dimy_ecran -= sc.dy;
@@ -169,27 +178,32 @@ int init_ecran(int mode) {
   w.Dimy = std::clamp(w.Dimy, 1, w.Dimy_ecran);
   w.Coe_ecran_x = static_cast<float>(w.Dimx) / w.Dimx_ecran;
   w.Coe_ecran_y = static_cast<float>(w.Dimy) / w.Dimy_ecran;
-  if (w.window) {
-    if (mode == 2) {
-      glutSetWindow(w.window);
-      glutReshapeWindow(w.Dimx, w.Dimy);
-      glutPositionWindow(std::max(w.Orx, 0), std::max(w.Ory, 0));
-      register_callbacks();
-      objet_fenetre_principale();
-      return 0;
+  if (w.egl) {
+    const int r = offscreen_window(mode);
+    if (r != 0) return r < 0 ? -1 : 0;
+  } else {
+    if (w.window) {
+      if (mode == 2) {
+        glutSetWindow(w.window);
+        glutReshapeWindow(w.Dimx, w.Dimy);
+        glutPositionWindow(std::max(w.Orx, 0), std::max(w.Ory, 0));
+        register_callbacks();
+        objet_fenetre_principale();
+        return 0;
+      }
+      w.recreating = true;
+      glutDestroyWindow(w.window);
+      w.recreating = false;
+      w.window = 0;
     }
-    w.recreating = true;
-    glutDestroyWindow(w.window);
-    w.recreating = false;
-    w.window = 0;
+    glutInitWindowSize(w.Dimx, w.Dimy);
+    glutInitDisplayMode(GLUT_DOUBLE | GLUT_DEPTH | GLUT_RGBA);
+    // With no window manager the toolkit's default place is off the screen.
+    glutInitWindowPosition(std::max(w.Orx, 0), std::max(w.Ory, 0));
+    w.window = glutCreateWindow("ORVELA");
+    w.exposed = false;
+    register_callbacks();
   }
-  glutInitWindowSize(w.Dimx, w.Dimy);
-  glutInitDisplayMode(GLUT_DOUBLE | GLUT_DEPTH | GLUT_RGBA);
-  // With no window manager the toolkit's default place is off the screen.
-  glutInitWindowPosition(std::max(w.Orx, 0), std::max(w.Ory, 0));
-  w.window = glutCreateWindow("ORVELA");
-  w.exposed = false;
-  register_callbacks();
   objet_fenetre_principale();
   glEnable(GL_DEPTH_TEST);
   glDepthFunc(GL_LESS);
@@ -208,6 +222,9 @@ int init_ecran(int mode) {
 void window_main_loop() {
   line_editor_start();
   kernel().Mode_idle = -276;
+  // Off-screen there are no events: the idle calls follow one another.
+  if (win().egl)
+    for (;;) Idle_Func();
   // The toolkit's loop returns only when its last window went away.
   do {
     if (win().window) glutMainLoop();

@@ -29,6 +29,7 @@ struct WindowState {
   int Mode_soft = 1;              // 0 no volumes, 2 software, else OpenGL
   int window = 0;                 // the toolkit's window number; 0 while there is none
   bool toolkit = false;           // initialised: it forgets everything when its last window closes
+  bool egl = false;               // no window system: an off-screen EGL surface stands for the window
   bool recreating = false;        // our own re-creation destroys the window: no close
   bool exposed = false;           // the window was shown since it was made
   bool repaint = false;           // exposed or resized: drawn again at the next idle slice
@@ -51,6 +52,9 @@ float* Back();
 
 // True when GL calls may be made: there is a window, so a context.
 inline bool gl_on() { return win().Graphique != 0 && win().window != 0; }
+// True when there is a window of the toolkit: its calls (events, swap,
+// menus, cursor, sub-windows) may be made. Off-screen there is none.
+inline bool glut_on() { return gl_on() && !win().egl; }
 
 // Opens the toolkit and creates the window (mode 0). Returns false, after
 // one line saying so, when no window can be had: the system then runs as
@@ -59,6 +63,11 @@ bool window_start();
 // Creates or re-creates the window: 0 at start-up, 1 restores the first
 // size, 2 re-registers the callbacks after a resize.
 int init_ecran(int mode);
+// The off-screen surface in place of the window (offscreen_window.cpp),
+// made or brought to the window's size: init_ecran's step after the
+// sizes. 0 when the new window's set-up follows, 1 when a resize (mode 2)
+// is all, -1 after a message when no surface can be had.
+int offscreen_window(int mode);
 // Hands the thread to the window toolkit; never returns.
 [[noreturn]] void window_main_loop();
 

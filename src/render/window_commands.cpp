@@ -55,12 +55,12 @@ int texte_graphique(const char* t, float* out) {
     if (on) glDrawBuffer(GL_BACK);
     w.drawn_front = false;
   } else if (std::strcmp(t, "glutShowWindow()") == 0 || name == "show") {
-    if (on) glutShowWindow();
+    if (glut_on()) glutShowWindow();
   } else if (std::strcmp(t, "glDrawBuffer(GL_FRONT)") == 0 || name == "front") {
     if (on) glDrawBuffer(GL_FRONT);
     w.drawn_front = true;
   } else if (std::strcmp(t, "glutSwapBuffers()") == 0 || name == "swap") {
-    if (on) glutSwapBuffers();
+    if (glut_on()) glutSwapBuffers();
   } else if (name == "glEnable" || name == "glDisable") {
     for (const Switch& c : CAPS)
       if (arg == c.name) {

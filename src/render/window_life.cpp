@@ -76,6 +76,11 @@ void window_shown() {
   fenetres_refaites();
   // Drawn before the window is on the screen, the picture would be lost;
   // and the first exposure must not wipe what the first commands draw.
+  // An off-screen surface is there at once, at its size.
+  if (w.egl) {
+    w.exposed = true;
+    Reshape_Func(w.Dimx, w.Dimy);
+  }
   const double end = seconds_since_start() + SHOW_WAIT_SECONDS;
   while (w.window && !w.exposed && seconds_since_start() < end) {
     glutMainLoopEvent();

@@ -85,7 +85,8 @@ int SOUS_FENETRE(word* s, const word* lim, const char* name) {
       voir_message(0, MES_UNKNOWN);
       return -1;
     }
-    if (!gl_on()) return build_nil(s);
+    // Off-screen a sub-window is only its record.
+    if (!glut_on()) return build_nil(s);
     if (focus_asked) focus(o);
     if (below_asked) {
       glutSetWindow(o->work[WW_NUMBER]);
@@ -113,7 +114,7 @@ int SOUS_FENETRE(word* s, const word* lim, const char* name) {
     if (!o) return -1;
   }
   note_taille(o, w, h, x, y);
-  if (!gl_on()) return build_nil(s);
+  if (!glut_on()) return build_nil(s);
   Objet* main = objet_fenetre_principale();
   if (!o->work[WW_NUMBER]) {
     cree(o);
@@ -128,7 +129,7 @@ int SOUS_FENETRE(word* s, const word* lim, const char* name) {
 
 void fenetres_refaites() {
   Objet* main = objet_fenetre_principale();
-  if (!main) return;
+  if (!main || !glut_on()) return;
   const int focus = main->work[WW_FOCUS];
   main->work[WW_FOCUS] = win().window;
   for (Objet* o = chaine()->next; o; o = o->next) {
@@ -142,7 +143,7 @@ void fenetres_refaites() {
 
 void focus_reprise() {
   const WindowState& ws = win();
-  if (!ws.window) return;
+  if (!glut_on()) return;
   const Objet* main = fenetre_nommee("ORVELA");
   const int focus = main && main->work[WW_FOCUS] ? main->work[WW_FOCUS] : ws.window;
   if (glutGetWindow() != focus) glutSetWindow(focus);

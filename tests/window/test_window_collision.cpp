@@ -36,7 +36,7 @@ double centre(const Picture& p) {
 }  // namespace
 
 TEST(WindowCollision, BallBouncesLowerEachTimeAndComesToRestOnThePlane) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(BOUNCE);
   const double c0 = centre(run.picture("start.bmp"));
   const double c1 = centre(run.picture("top1.bmp"));
@@ -63,7 +63,7 @@ TEST(WindowCollision, BallBouncesLowerEachTimeAndComesToRestOnThePlane) {
 // scene is built (the forces are set once, with `no force`, so that no
 // user function runs).
 TEST(WindowCollision, TheCollisionAndLimitStagesAllocateNothingInTheLoop) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run("no edit\n"
                 "yes dynamic\n"
                 "yes collision\n"

@@ -29,7 +29,7 @@ TEST(WindowDevice, TheMouseDeviceReadsWhereThePointerHovers) {
 // a "MOU" device: 192 pixels right of the centre of the 768-pixel-wide
 // window is x 0.5, 144 above the centre of its 576 pixels is y -0.5.
 TEST(WindowDevice, TheCinDeviceDrivesThePointerImageByImage) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   const std::string script =
       "no edit\n"
       "device(9) ini(\"LIR\") name(\"rows\")\n"
@@ -51,7 +51,7 @@ TEST(WindowDevice, TheCinDeviceDrivesThePointerImageByImage) {
 // The `cin` read at each image asks for no memory: a table marked, and a
 // datagram device polled by a user function, over images 30 to 230.
 TEST(WindowDevice, TheCinReadAndAPolledDatagramDeviceAllocateNothing) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   REQUIRE_COUNTED_ALLOCATIONS();
   const std::string script =
       "no edit\n"

@@ -7,14 +7,14 @@ namespace {
 bool drawn(Rgb c) { return !background(c); }
 
 TEST(WindowDisplay, VerticesWithoutFacetsDrawNothing) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run("vol(1) poi(0,0,0, 100,0,0, 0,100,0)\neye(0,0,-1000)\ndispl\nwrite image name(\"a.bmp\")\nbye abs\n");
   Picture p = run.picture("a.bmp");
   EXPECT_EQ(p.count(drawn), 0) << run.out;
 }
 
 TEST(WindowDisplay, AHiddenLeaderStillShowsItsFollowers) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(
       "cube(1) dim(50)\ncube(2) dim(20)\ntran(200,0,0) vol(2)\nfollow vol(1)=2\neye(0,0,-1000)\n"
       "displ vol(1)=0\ndispl\nwrite image name(\"f.bmp\")\nbye abs\n");
@@ -25,7 +25,7 @@ TEST(WindowDisplay, AHiddenLeaderStillShowsItsFollowers) {
 }
 
 TEST(WindowDisplay, ADilaGivenToDisplStaysWithTheVolume) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(
       "cube(1) dim(50)\neye(0,0,-1000)\ndispl\nwrite image name(\"small.bmp\")\nscreen\n"
       "displ dila(2) vol(1)\nscreen\ndispl\nwrite image name(\"big.bmp\")\nbye abs\n");
@@ -39,7 +39,7 @@ TEST(WindowDisplay, ADilaGivenToDisplStaysWithTheVolume) {
 }
 
 TEST(WindowDisplay, LightsPastTheLimitAreRefusedAndNoDisplDrawsNothing) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(
       "cube(1) dim(50)\neye(0,0,-1000)\nyes illum\nlight(3377)\ndispl\nno displ\nscreen\ndispl\n"
       "write image name(\"none.bmp\")\nyes displ\nbye abs\n");
@@ -49,7 +49,7 @@ TEST(WindowDisplay, LightsPastTheLimitAreRefusedAndNoDisplDrawsNothing) {
 }
 
 TEST(WindowDisplay, FogSwitchedOnByGraphicStaysUntilNoFog) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(
       "cube(1) dim(50)\neye(0,0,-1000)\ncol vol(1)=1,0,0\nyes illum\ngraphic(\"glEnable(GL_FOG)\")\n"
       "displ\nwrite image name(\"on.bmp\")\nscreen\ndispl\nwrite image name(\"still.bmp\")\n"

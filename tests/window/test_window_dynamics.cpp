@@ -29,7 +29,7 @@ std::vector<int> rangs_rouges(const Picture& p, int x) {
 }  // namespace
 
 TEST(WindowDynamics, ClothHangsFromItsTwoPinnedCorners) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(CLOTH);
   Picture flat = run.picture("flat.bmp");
   Picture cloth = run.picture("cloth.bmp");
@@ -69,7 +69,7 @@ TEST(WindowDynamics, ClothHangsFromItsTwoPinnedCorners) {
 // with colours, a dynamic image under a field, particles born again and
 // a view with a mass; the forces set by a user function at each image.
 TEST(WindowDynamics, TheStepsAskForNoMemoryOnceBuilt) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   REQUIRE_COUNTED_ALLOCATIONS();
   WindowRun run(
       "no edit\nyes dynamic\nyes field\nyes particle\ninteraction period(0)\n"
@@ -94,7 +94,7 @@ TEST(WindowDynamics, TheStepsAskForNoMemoryOnceBuilt) {
 // after 40 images its pixels are drawn at red 120. An image with a speed
 // and no mass is not dynamic and keeps its colour.
 TEST(WindowDynamics, ADynamicImageIsDrawnWithItsMovedColours) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(
       "no edit\nyes dynamic\ninteraction period(0)\n"
       "image(1) dim(30,20) col(0,0,0)\nimage(1) speed(3,0,0)\nmass image(1)=1\ndispl image(1)=1\n"

@@ -40,7 +40,7 @@ int differing(const Picture& a, const Picture& b) {
 }
 
 TEST(WindowExamples, TheStillLifeIsLitAndTextured) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(scene("still_life") + run_and_shoot(100, "still.bmp") + "bye abs\n");
   expect_no_error(run);
   Picture p = run.picture("still.bmp");
@@ -55,7 +55,7 @@ TEST(WindowExamples, TheStillLifeIsLitAndTextured) {
 }
 
 TEST(WindowExamples, TheImageSessionShowsItsFourImagesAndTheCellsLive) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(two_shots("image_play", 1, 100, 1, "step") + "bye abs\n");
   expect_no_error(run);
   Picture first = run.picture("a.bmp"), later = run.picture("b.bmp");
@@ -70,7 +70,7 @@ TEST(WindowExamples, TheImageSessionShowsItsFourImagesAndTheCellsLive) {
 }
 
 TEST(WindowExamples, TheBallsBounceAndComeToRestOnTheFloor) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(two_shots("bounce", 1, 600, 2, "weigh") + "bye abs\n");
   expect_no_error(run);
   Picture start = run.picture("a.bmp"), rest = run.picture("b.bmp");
@@ -102,7 +102,7 @@ TEST(WindowExamples, TheBallsBounceAndComeToRestOnTheFloor) {
 }
 
 TEST(WindowExamples, TheClothFallsIntoFoldsAndIsLit) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(two_shots("cloth", 1, 300, 2, "weigh") + "poi(1, 17, 289) vol(1)\nbye abs\n");
   expect_no_error(run);
   Picture flat = run.picture("a.bmp"), hung = run.picture("b.bmp");
@@ -116,7 +116,7 @@ TEST(WindowExamples, TheClothFallsIntoFoldsAndIsLit) {
 }
 
 TEST(WindowExamples, TheCameraFliesRoundTheTown) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(two_shots("fly", 1, 100) + "bye abs\n");
   expect_no_error(run);
   Picture a = run.picture("a.bmp"), b = run.picture("b.bmp");
@@ -149,7 +149,7 @@ TEST(WindowExamples, TheMouseSteersTheRing) {
 }
 
 TEST(WindowExamples, TheWavesSpreadFromTheCentre) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(two_shots("waves", 100, 10, 1, "step") + "bye abs\n");
   expect_no_error(run);
   Picture a = run.picture("a.bmp"), b = run.picture("b.bmp");

@@ -8,7 +8,7 @@ bool pure_red(Rgb c) { return c.r > 250 && c.g < 5 && c.b < 5; }
 bool pure_green(Rgb c) { return c.g > 250 && c.r < 5 && c.b < 5; }
 
 TEST(WindowImages, ImagesAreDrawnByCommandAndWhenVisible) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(
       "image(1) dim(50,40) col(1,0,0)\nimage(2) dim(30,20) col(0,1,0)\npoi image(1)=100,100\n"
       "displ image(1)\nwrite image name(\"one.bmp\")\nscreen\ndispl image(2)=1\ndispl\n"

@@ -3,13 +3,15 @@
 
 namespace {
 
+// Sub-windows are the window system's: off-screen they are records only.
 TEST(WindowList, SubWindowsAreMadeAnsweredAndTakeTheFocus) {
   REQUIRE_XVFB();
   WindowRun run(
       "win(\"panel\") dim(200,100) poi(-384,-288)\nlist win\nwin(\"panel\")\nwin(\"panel\") poi(-100,-50)\n"
       "win(\"panel\")\nwin(\"ORVELA\")\nwin foc(\"nothere\")\nwin foc(\"panel\")\nback(0,1,0)\nscreen\n"
       "win foc(\"ORVELA\")\ncube(1) dim(50)\neye(0,0,-1000)\ncol vol(1)=1,0,0\ndispl\n"
-      "write image name(\"main.bmp\")\nbye abs\n");
+      "write image name(\"main.bmp\")\nbye abs\n",
+      "", "", ORVELA_BINARY, Drawing::window);
   // Placed from the main window's centre: at the corner, then centred.
   EXPECT_NE(run.out.find("200.000000 100.000000 0.000000 0.000000"), std::string::npos) << run.out;
   EXPECT_NE(run.out.find("200.000000 100.000000 284.000000 238.000000"), std::string::npos);
@@ -36,7 +38,7 @@ std::string taille(const std::string& options) {
 }
 
 TEST(WindowList, TheWindowIsClippedToTheScreenAndShortenedByANegativeHeight) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   EXPECT_EQ(taille("x=5000 y=5000"), "1024.000000 768.000000 0.000000 0.000000 ");
   EXPECT_EQ(taille("x=500 y=-100"), "500.000000 668.000000 0.000000 0.000000 ");
   EXPECT_EQ(taille("x=0.5 y=0.5"), "512.000000 384.000000 0.000000 0.000000 ");

@@ -20,7 +20,7 @@ bool machine_loaded(float* load) {
 }
 
 TEST(WindowLoop, PicturesAtChosenImagesShowTheMotion) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   // F1 moves the cube 10 to the right at each image; slot 5, after the
   // display, writes the back buffer at images 5 and 30.
   WindowRun run(
@@ -39,7 +39,7 @@ TEST(WindowLoop, PicturesAtChosenImagesShowTheMotion) {
 }
 
 TEST(WindowLoop, AnImageOfTheLoopIsThePictureThatDisplDraws) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   // The loop loads the identity on the model-view and its own projection:
   // the scene comes out as the console's `displ` draws it.
   WindowRun run(
@@ -62,7 +62,7 @@ TEST(WindowLoop, AnImageOfTheLoopIsThePictureThatDisplDraws) {
 }
 
 TEST(WindowLoop, APictureTakenAtTheConsoleAfterTheLoopShowsItsLastImage) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   // The loop's images are swapped to the screen, where GL does not read
   // them back; after the stop the console's picture must still show the
   // cube, moved by the loop, and not the background it drew before.
@@ -79,7 +79,7 @@ TEST(WindowLoop, APictureTakenAtTheConsoleAfterTheLoopShowsItsLastImage) {
 }
 
 TEST(WindowLoop, TheImagePeriodPaintsOverImagesBetweenClears) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   // The cube steps 30 to the right at each image; with `screen(6)` the
   // images 1 to 5 are painted over one another, with `screen(1)` only the
   // last one stays.
@@ -98,7 +98,7 @@ TEST(WindowLoop, TheImagePeriodPaintsOverImagesBetweenClears) {
 }
 
 TEST(WindowLoop, AnImageAllocatesNothingOnceTheSceneIsBuilt) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   REQUIRE_COUNTED_ALLOCATIONS();
   // Lit balls, one following the other, a light, user functions in three
   // slots, a local function, the exec timetable, forces cleared, a visible
@@ -121,7 +121,7 @@ TEST(WindowLoop, AnImageAllocatesNothingOnceTheSceneIsBuilt) {
 // depends on the machine's other work. The title is marked as seen, so
 // the first image is the scene's.
 TEST(WindowLoop, APeriodOf25KeepsTwentyFiveImagesASecond) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   if (float load; machine_loaded(&load)) GTEST_SKIP() << "load average " << load << " above the cores: no pacing to measure";
   WindowRun run(
       "no edit\nout=0\nfunc=\"chrono(n){extern t; extern out; if(n==1){t=time(0)}; r=interaction period speed; "
@@ -140,7 +140,7 @@ TEST(WindowLoop, APeriodOf25KeepsTwentyFiveImagesASecond) {
 }
 
 TEST(WindowLoop, APeriodOf0RunsFree) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(
       "no edit\nfunc=\"chrono(n){extern t; if(n==1){t=time(0)}; if(n==201){t=time(1); print(\\\"RATE \\\",200/t)}}\"\n"
       "interaction func(1,\"chrono\")\ninteraction period(0)\ninteraction format(\"ORVELA 0.1 for\") time(201)\n"

@@ -12,7 +12,7 @@ bool greenish(Rgb c) { return c.g > 120 && c.r < 60 && c.b < 60; }
 bool yellowish(Rgb c) { return c.r > 120 && c.g > 120 && c.b < 60; }
 
 TEST(WindowPicture, WireCubeDrawsEdgesAndLeavesFacesOpen) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(std::string(CUBE) + "displ\nwrite image name(\"wire.bmp\")\nbye abs\n");
   Picture p = run.picture("wire.bmp");
   ASSERT_EQ(p.w, 768);
@@ -33,7 +33,7 @@ TEST(WindowPicture, WireCubeDrawsEdgesAndLeavesFacesOpen) {
 }
 
 TEST(WindowPicture, LitBallIsShadedFromTheDefaultLight) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(
       "ball(1) dim(150) secx(32) secy(16)\neye(0,0,-1000)\ncol vol(1)=1,0,0\nyes illum\n"
       "illum vol(1)=2,1,0,0,0\ndispl\nwrite image name(\"ball.bmp\")\nbye abs\n");
@@ -54,7 +54,7 @@ TEST(WindowPicture, LitBallIsShadedFromTheDefaultLight) {
 }
 
 TEST(WindowPicture, EveryViewInUseDrawsTheScene) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(std::string(CUBE) +
                 "yes illum\nview(2)\neye view(2)=400,0,-1000\naim view(2)=400,0,0\ndispl\n"
                 "write image name(\"views.bmp\")\nview(2) displ(0)\nscreen\ndispl\n"
@@ -72,7 +72,7 @@ TEST(WindowPicture, EveryViewInUseDrawsTheScene) {
 }
 
 TEST(WindowPicture, StereoDrawsARedAndAGreenEye) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(
       "back(0,0,0)\nscreen\ncube(1)\ncol vol(1)=1,1,1\nyes illum\nstereo eye(0,0,-1000) dist(60)\ndispl\n"
       "write image name(\"stereo.bmp\")\nbye abs\n");
@@ -90,7 +90,7 @@ TEST(WindowPicture, StereoDrawsARedAndAGreenEye) {
 }
 
 TEST(WindowPicture, FogTurnsAFarVolumeToTheFogColour) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(
       "cube(1)\ncube(2)\ntran(-300,0,0) vol(1)\ntran(300,0,0) vol(2)\neye(0,0,-1000)\n"
       "col vol(1,2)=1,0,0\nyes illum\nyes fog\nfog zbuf vol(1)=1,1,1,10,500\n"
@@ -106,7 +106,7 @@ TEST(WindowPicture, FogTurnsAFarVolumeToTheFogColour) {
 }
 
 TEST(WindowPicture, NoBehindCullsTheFacetsThatFaceAway) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   // Two squares, one wound to face the eye, one to face away.
   WindowRun run(
       "vol(1) poi(-300,100,0, -100,100,0, -100,-100,0, -300,-100,0) fac(1,2,3,4)\n"
@@ -123,7 +123,7 @@ TEST(WindowPicture, NoBehindCullsTheFacetsThatFaceAway) {
 }
 
 TEST(WindowPicture, ScreenClearsToTheBackgroundGiven) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(
       "back(0,1,0)\nscreen\nwrite image name(\"green.bmp\")\nscreen(1,0,0)\n"
       "write image name(\"red.tga\")\nwrite image name(\"red.bmp\") format(\"RGB\")\nbye abs\n");
@@ -142,7 +142,7 @@ TEST(WindowPicture, ScreenClearsToTheBackgroundGiven) {
 }
 
 TEST(WindowPicture, OrthographicModePutsTheOriginMidWindowInPixels) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(
       "vol(1) poi(-50,-50,0, 50,-50,0, 50,50,0, -50,50,0) fac(4,3,2,1)\n"
       "col vol(1)=1,0,0\nyes illum\npers(0)\ndispl\nwrite image name(\"ortho.bmp\")\nbye abs\n");
@@ -157,7 +157,7 @@ TEST(WindowPicture, OrthographicModePutsTheOriginMidWindowInPixels) {
 }  // namespace
 
 TEST(WindowPicture, AFileReadWithNoImageIsDrawnInTheWindow) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(
       "back(1,0,0)\nscreen\nwrite image name(\"red.png\")\nback(0,0,1)\nscreen\n"
       "read image name(\"red.png\") dim(100,50) poi(0,0)\nread image name(\"red.png\") dim(40,30)\n"

@@ -18,7 +18,7 @@ std::string readme_line(const std::string& start) {
 }
 
 TEST(WindowReadme, TheRevExampleFacesOutwards) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   const std::string rev = readme_line("rev(3)");
   ASSERT_FALSE(rev.empty()) << "no rev example in the README";
   WindowRun run("yes illum\n" + rev + "\ncol vol(3)=1,0.5,0\ndila(4) vol(3)\nscreen\ndispl\n" +

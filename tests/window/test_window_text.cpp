@@ -8,7 +8,7 @@ bool greenish(Rgb c) { return c.g > 150 && c.r < 60 && c.b < 60; }
 bool black(Rgb c) { return c.r < 20 && c.g < 20 && c.b < 20; }
 
 TEST(WindowText, AMessageStandsInABoxAtTheVolumesFirstVertex) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(
       "cube(1) dim(50)\neye(0,0,-1000)\nmessage vol(1)=\"cube one\"\ncol message vol(1)=1,1,0\n"
       "back message vol(1)=0,0,0\ndispl\nwrite image name(\"m.bmp\")\nbye abs\n");
@@ -22,7 +22,7 @@ TEST(WindowText, AMessageStandsInABoxAtTheVolumesFirstVertex) {
 }
 
 TEST(WindowText, ExecButtonsDrawWhileTheMenuIsOnAndAnswerTheMouse) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(
       "yes menu\ndispl exec(\"Run\") poi(20,40) rectangle(0,1,0) frame\n"
       "a=displ exec(\"Run\") poi(300,40) mouse displ(0)\nb=displ exec(\"Go\") poi(2,10) mouse displ(0)\n"

@@ -16,7 +16,7 @@ bool greenish(Rgb c) { return c.g > 20 && c.r < 10 && c.b < 10; }
 bool pure_red(Rgb c) { return c.r > 80 && c.g < 10 && c.b < 10; }
 
 TEST(WindowTexture, ATexturedCubeShowsItsImageAndZeroFallsThrough) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(std::string("image(1) dim(64,64) col(1,1,0,0,1,1)\n") + TURNED_CUBE +
                 "texture vol(1)=1\ndispl\nwrite image name(\"tex.bmp\")\n"
                 "texture vol(1)=0\nscreen\ndispl\nwrite image name(\"plain.bmp\")\nbye abs\n");
@@ -33,7 +33,7 @@ TEST(WindowTexture, ATexturedCubeShowsItsImageAndZeroFallsThrough) {
 }
 
 TEST(WindowTexture, EachFacetTakesItsOwnImage) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(std::string("image(2) dim(8,8) col(1,0,0)\nimage(3) dim(8,8) col(0,1,0)\n") + TURNED_CUBE +
                 "texture fac vol(1)=2\ntexture fac(2,4,6) vol(1)=3\ndispl\nwrite image name(\"fac.bmp\")\nbye abs\n");
   Picture p = run.picture("fac.bmp");
@@ -44,7 +44,7 @@ TEST(WindowTexture, EachFacetTakesItsOwnImage) {
 }
 
 TEST(WindowTexture, ATextureFollowsTheChangesOfItsImage) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(std::string("image(1) dim(8,8) col(1,0,0)\n") + TURNED_CUBE +
                 "texture vol(1)=1\ndispl\nwrite image name(\"red.bmp\")\n"
                 "image(1) col(0,1,0)\nscreen\ndispl\nwrite image name(\"green.bmp\")\n"
@@ -65,7 +65,7 @@ TEST(WindowTexture, ATextureFollowsTheChangesOfItsImage) {
 }
 
 TEST(WindowTexture, GeneratedFacetsAreTexturedToo) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(std::string("image(1) dim(8,8) col(1,0,0)\n") + TURNED_CUBE +
                 "texture vol(1)=1\nfrac vol(1)=1\ngenerate frac vol(1)\nyes frac\ndispl\n"
                 "write image name(\"gen.bmp\")\nbye abs\n");

@@ -23,7 +23,7 @@ Centre red_centre(const Picture& p) {
 }
 
 TEST(WindowTraj, ABallFollowsAClosedSmoothCurve) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   // 41 rows on the closed curve: rows 0, 10, 20 at the first three
   // corners, row 5 half-way along the first side, at (0, -187.5).
   WindowRun run(
@@ -64,7 +64,7 @@ TEST(WindowTraj, ABallFollowsAClosedSmoothCurve) {
 namespace {
 
 TEST(WindowTraj, AnImageOfTrajectoriesAllocatesNothing) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   REQUIRE_COUNTED_ALLOCATIONS();
   // Volumes, an object, a light and the background driven by looping
   // trajectories of several kinds, a second order, a child, vertices and

@@ -43,7 +43,7 @@ void verifie(const std::string& out, const std::vector<Attendu>& all) {
 }
 
 TEST(WindowTrajObjects, ImagesFieldsAndBrushesTakeTheRows) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   // Two images: rows 0 and 1 are played. dim(10,10,40,20) in 4 rows has
   // row 1 at (20, 13.33): the image becomes 20 by 13; the colours are half
   // way along 3 rows.
@@ -71,7 +71,7 @@ TEST(WindowTrajObjects, ImagesFieldsAndBrushesTakeTheRows) {
 }
 
 TEST(WindowTrajObjects, LightsAndViewsTurnAndScaleTheirEye) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   // Each trajectory reaches its last row at the second image.
   WindowRun run(
       "no edit\nlight(1) eye(100,0,0) aim(0,0,0)\ntraj(1) roty(0,1.5707963) animate(2) light(1)\n"
@@ -104,7 +104,7 @@ TEST(WindowTrajObjects, LightsAndViewsTurnAndScaleTheirEye) {
 }
 
 TEST(WindowTrajObjects, ListsByNameStepWhereApplied) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   // Trajectory 1 is named by name by two objects: each application steps
   // it, so the second object reads the next row, and the end of the
   // image does not step it again. Trajectory 2, named by number by two

@@ -1,5 +1,9 @@
-// Window tests: a script run by the real executable under xvfb-run, which
-// writes pictures of its window; the pictures are read back as pixels.
+// Window tests: a script run by the real executable, which writes pictures
+// of its window; the pictures are read back as pixels. A run with keys or
+// the mouse (a driver) has a real window under xvfb-run; one without draws
+// off-screen (the `egl` option, no X server), unless ORVELA_WINDOW=xvfb
+// asks for the window everywhere. The two draw the same pixels
+// (test_window_egl.cpp).
 #pragma once
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -54,6 +58,27 @@ inline int luminance(Rgb c) { return c.r + c.g + c.b; }
 
 inline bool have_xvfb() { return std::system("command -v xvfb-run >/dev/null 2>&1") == 0; }
 
+// Whether the program can draw off-screen here (EGL on Mesa's surfaceless
+// platform): asked once of the program itself.
+inline bool have_egl() {
+  static const int known = [] {
+    const std::string cmd = "echo 'bye abs' | env -u DISPLAY " ORVELA_BINARY
+                            " egl ID 2>&1 | grep -q 'no off-screen drawing'";
+    return std::system(cmd.c_str()) == 0 ? 0 : 1;
+  }();
+  return known == 1;
+}
+
+enum class Drawing { automatic, window, offscreen };
+
+// Where a run draws: a run with a driver needs the window; one without
+// draws off-screen, or in the window where EGL is missing.
+inline Drawing drawing_for(bool driven, Drawing asked) {
+  if (asked != Drawing::automatic) return asked;
+  const char* forced = std::getenv("ORVELA_WINDOW");
+  if (driven || (forced && std::string(forced) == "xvfb")) return Drawing::window;
+  return have_egl() || !have_xvfb() ? Drawing::offscreen : Drawing::window;
+}
 // Runs `script` (which should end in `bye abs`) in a fresh folder, and
 // loads the pictures it was to write, by name. The console output is kept
 // for messages in failures. A `driver`, when given, is a bash script run
@@ -66,7 +91,7 @@ struct WindowRun {
   // `options` go on the command line.
   // `binary` is the program to run, orvela by default.
   explicit WindowRun(const std::string& script, const std::string& options = "", const std::string& driver = "",
-                     const std::string& binary = ORVELA_BINARY) {
+                     const std::string& binary = ORVELA_BINARY, Drawing drawing = Drawing::automatic) {
     static int runs = 0;
     runs++;
     dir = std::filesystem::temp_directory_path() /
@@ -83,8 +108,11 @@ struct WindowRun {
                                      << "kill $pid 2>/dev/null\nwait $pid\n";
       program = "bash both.sh";
     }
-    const std::string cmd = "cd '" + dir.string() + "' && timeout 90 xvfb-run -a -n " + std::to_string(server) +
-                            " -s '-screen 0 1024x768x24' " + program;
+    std::string cmd = "cd '" + dir.string() + "' && timeout 90 xvfb-run -a -n " + std::to_string(server) +
+                      " -s '-screen 0 1024x768x24' " + program;
+    if (drawing_for(!driver.empty(), drawing) == Drawing::offscreen)
+      cmd = "cd '" + dir.string() + "' && timeout 90 env -u DISPLAY " + binary + " egl " + options +
+            " < script.orv > out.txt 2>&1";
     ran = std::system(cmd.c_str()) == 0;
     std::ifstream f(dir / "out.txt");
     out.assign(std::istreambuf_iterator<char>(f), {});
@@ -99,6 +127,14 @@ struct WindowRun {
 
 #define REQUIRE_XVFB() \
   if (!have_xvfb()) GTEST_SKIP() << "xvfb-run is not installed: window tests need it (apt-get install xvfb)"
+
+// A run without keys or mouse: off-screen, or in the window when
+// ORVELA_WINDOW=xvfb or EGL is missing.
+#define REQUIRE_DRAWING()                                                                            \
+  if (drawing_for(false, Drawing::automatic) == Drawing::window) {                                   \
+    REQUIRE_XVFB();                                                                                  \
+  } else if (!have_egl())                                                                            \
+  GTEST_SKIP() << "no off-screen drawing here: it needs EGL (apt-get install libegl1 libegl-mesa0)"
 
 // The probe counts the program's own allocations: the sanitizer build has
 // allocators of its own and gives every block back, so there is nothing to
