@@ -12,6 +12,7 @@
 #include "kernel/report.h"
 #include "kernel/vocab.h"
 #include "language/commands.h"
+#include "language/live_reload.h"
 #include "platform/files.h"
 #include "render/frame.h"
 #include "render/lights.h"
@@ -141,6 +142,8 @@ void interaction_Idle_Func() {
   InteractionState& L = loop();
   KernelState& k = kernel();
   interrupt_check();
+  // Function files written again since the last image take effect now.
+  reload_poll();
   L.clic_pris[0] = L.clic_pris[1] = 0;
   L.t0 = clock_ms();
   L.Temps_courant = static_cast<int>(L.t0 - L.Temps_debut);
