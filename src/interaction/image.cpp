@@ -38,10 +38,11 @@ void pose_pointeur(const float xyz[3]) {
   pointeur_scene();
 }
 
-// Step 11: the `cin` device's three values, then the recorded mouse path;
-// each stands for the pointer.
+// Step 11: the messages come to their functions; the `cin` device's three
+// values, then the recorded mouse path, each stands for the pointer.
 int entrees() {
   InteractionState& L = loop();
+  if (L.messages && L.messages() < 0) return -1;
   float xyz[3];
   if (L.lire_cin) {
     const int r = L.lire_cin(xyz);

@@ -415,6 +415,15 @@ int run_function_vector(Objet* f, const float* arg, int n, float* out, int nout)
   });
 }
 
+int run_function_value(Objet* f, const word* arg) {
+  return sur_zone_a_part([&](word* z) {
+    if (lang().link_state != 1 && lier_tout() < 0) return -1;
+    if (!room(z, size(arg) + 8)) return -1;
+    std::copy(arg, arg + size(arg), z);
+    return evaluer_fonction(f, z, z, 1, z + z[0]);
+  });
+}
+
 void unwind_frames() {
   while (!frames().entries.empty()) restore_variables();
   eval_state().depth = 0;

@@ -19,5 +19,7 @@ int run_function_apart(Objet* f, const float* arg = nullptr);
 // The same with one FLOAT argument of n elements; the first `nout`
 // elements of the value go to `out` (0 past its end or for another kind).
 int run_function_vector(Objet* f, const float* arg, int n, float* out, int nout);
+// The same with one argument of any kind, a whole value copied.
+int run_function_value(Objet* f, const word* arg);
 // Restores every saved frame (after an abandoned line).
 void unwind_frames();
