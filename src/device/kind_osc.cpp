@@ -120,7 +120,7 @@ OscDevice* nouvelle(Periph& p, int n, OscEnd* e) {
 
 bool port_valide(int port, bool zero) {
   if (port <= 65535 && (port > 0 || (zero && port == 0))) return true;
-  voir_int2("%d [1,%d]", port, 65535);
+  voir_int2(zero ? "%d [0,%d]" : "%d [1,%d]", port, 65535);
   voir_message(0, MES_ILLEGAL);
   return false;
 }
