@@ -10,6 +10,11 @@
 
 namespace {
 
+// Room for a text, checked before the builder, which would report.
+bool place_texte(const word* at, const word* lim, const char* t) {
+  return build_fits(at, 4L + text_words(std::strlen(t)), lim);
+}
+
 bool nombre(char t) { return std::strchr("ifhdcTFt", t) != nullptr; }
 
 double valeur_nombre(const OscArg& a) {
@@ -33,7 +38,7 @@ int osc_valeur_message(word* at, const word* lim, const char* path, const OscArg
     at[2] += 1;
   };
   word* fin = at + 4;
-  if (build_text(fin, lim, path) < 0) return -12;
+  if (!place_texte(fin, lim, path) || build_text(fin, lim, path) < 0) return -12;
   ajoute(fin);
   word* nombres = nullptr;  // the FLOAT part still open
   for (int k = 0; k < argc; k++) {
@@ -53,10 +58,11 @@ int osc_valeur_message(word* at, const word* lim, const char* path, const OscArg
     }
     nombres = nullptr;
     if (a.type == 's' || a.type == 'S') {
-      if (build_text(fin, lim, a.s ? a.s : "") < 0) return -12;
+      const char* t = a.s ? a.s : "";
+      if (!place_texte(fin, lim, t) || build_text(fin, lim, t) < 0) return -12;
       ajoute(fin);
-    } else if (a.type == 'b' || a.type == 'm') {
-      word* b = build_zeros(fin, lim, a.len);
+    } else if ((a.type == 'b' || a.type == 'm') && a.len >= 0) {
+      word* b = build_fits(fin, 4L + a.len, lim) ? build_zeros(fin, lim, a.len) : nullptr;
       if (!b) return -12;
       for (int i = 0; i < a.len; i++) b[4 + i] = fw(static_cast<float>(a.b[i]));
       ajoute(fin);
