@@ -39,19 +39,21 @@ interaction format("ORVELA 0.1 for")
 bye abs
 EOT
 cat > send.py <<EOT
-import socket, struct, time
+import socket, struct, sys, time
+RATE = int(sys.argv[1])
 def pad(b): return b + b"\0" * (4 - len(b) % 4)
 head = pad(b"/bench/n") + pad(b",i")
 s = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
-burst = $rate // 100
+burst = max(1, RATE // 100)
 start = time.monotonic()
-for i in range($total):
+if RATE == 0: time.sleep($seconds)
+for i in range(RATE * $seconds):
     s.sendto(head + struct.pack(">i", i), ("127.0.0.1", $port))
     if (i + 1) % burst == 0:
-        due = start + (i + 1) / $rate
+        due = start + (i + 1) / RATE
         d = due - time.monotonic()
         if d > 0: time.sleep(d)
-print("sent", $total, "in %.2f s" % (time.monotonic() - start))
+print("sent", RATE * $seconds, "in %.2f s" % (time.monotonic() - start))
 time.sleep(0.2)
 s.sendto(pad(b"/bench/end") + pad(b","), ("127.0.0.1", $port))
 EOT
@@ -59,12 +61,18 @@ cat > both.sh <<EOT
 "$orvela" ID < run.orv > run.out 2>&1 &
 pid=\$!
 for i in \$(seq 200); do grep -q "LOOP RUNNING" run.out 2>/dev/null && break; sleep 0.05; done
-python3 send.py
+python3 send.py \$1
 wait \$pid
 EOT
-timeout $((seconds * 3 + 60)) xvfb-run -a -s '-screen 0 1024x768x24' bash both.sh
-line=$(tr -s '\n' ' ' < run.out | grep -o 'received.*seconds *[0-9.]*' || true)
-[ -n "$line" ] || { echo "no result; the program said:"; tail -20 run.out; exit 1; }
-set -- $(echo "$line" | grep -o '[0-9][0-9.]*')
-echo "orvela: received $1 of $total messages, $((total - ${1%.*})) missing, $2 out of order"
-awk -v i="$3" -v t="$4" 'BEGIN { printf "orvela: %.1f images a second over %.1f s (75 asked)\n", i / t, t }'
+run() {
+  timeout $((seconds * 3 + 60)) xvfb-run -a -s '-screen 0 1024x768x24' bash both.sh "$1" > /dev/null
+  line=$(tr -s '\n' ' ' < run.out | grep -o 'received.*seconds *[0-9.]*' || true)
+  [ -n "$line" ] || { echo "no result; the program said:"; tail -20 run.out; exit 1; }
+  set -- $(echo "$line" | grep -o '[0-9][0-9.]*')
+  received=${1%.*} disorder=${2%.*}
+  images=$(awk -v i="$3" -v t="$4" 'BEGIN { printf "%.1f images a second over %.1f s", i / t, t }')
+}
+run 0
+echo "orvela, no message: $images (75 asked)"
+run "$rate"
+echo "orvela, $rate messages a second: received $received of $total, $((total - received)) missing, $disorder out of order; $images (75 asked)"

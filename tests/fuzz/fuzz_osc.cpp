@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "device/osc_device.h"
-#include "fuzz/fuzz_setup.h"
+#include "fuzz_setup.h"
 #include "kernel/access.h"
 
 namespace {

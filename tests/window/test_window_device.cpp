@@ -65,3 +65,25 @@ TEST(WindowDevice, TheCinReadAndAPolledDatagramDeviceAllocateNothing) {
   WindowRun run(script, "ID", "", ORVELA_ALLOC_PROBE);
   EXPECT_TRUE(has(run.out, "probe: images 30 to 230: 0 new, 0 blocks\n")) << run.out;
 }
+
+// An OSC client sends at each image what an OSC server of the same
+// program routes to a function at the next image's input stage: the
+// program's own part of it asks for no memory (liblo's codec has its own
+// allocations, which the probe does not see).
+TEST(WindowDevice, OscMessagesSentAndRoutedInTheLoopAllocateNothing) {
+  REQUIRE_XVFB();
+  REQUIRE_COUNTED_ALLOCATIONS();
+  const std::string script =
+      "no edit\n"
+      "device(3) ini(\"OSC\") lead number(47833)\n"
+      "device(4) ini(\"OSC\") number(47833)\n"
+      "k=0\n"
+      "func=\"send(n){device(4) format(\\\"/p\\\") type(\\\"if\\\") = n, 2}\"\n"
+      "func=\"got(m){extern k; k = k + 1}\"\n"
+      "device(3) format(\"/p\") func(\"got\")\n"
+      "interaction func(2,\"send\")\ninteraction period(0)\ninteraction time(240)\nprint(\"ROUTED \", k)\nbye abs\n";
+  WindowRun run(script, "ID", "", ORVELA_ALLOC_PROBE);
+  EXPECT_TRUE(has(run.out, "probe: images 30 to 230: 0 new, 0 blocks\n")) << run.out;
+  // Each image's message came at the next one: all but the last.
+  EXPECT_TRUE(has(run.out, "ROUTED \n239.000000")) << run.out;
+}
