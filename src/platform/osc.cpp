@@ -63,25 +63,36 @@ int recu(const char* path, const char* types, lo_arg** argv, int argc, lo_messag
   for (int k = 0; k < n; k++) {
     OscArg& a = args[k];
     a = OscArg{types[k], 0, 0, 0, 0, nullptr, nullptr, 0};
-    const lo_arg* v = argv[k];
+    // The arguments stand in the packet at 4-byte boundaries, which the
+    // 8-byte union does not promise: each is copied out.
+    const unsigned char* v = reinterpret_cast<const unsigned char*>(argv[k]);
     switch (types[k]) {
-      case LO_INT32: a.i = v->i; break;
-      case LO_CHAR: a.i = static_cast<unsigned char>(v->c); break;
-      case LO_TRUE: a.i = 1; break;
-      case LO_FALSE: a.i = 0; break;
-      case LO_INT64: a.h = v->h; break;
-      case LO_TIMETAG: a.h = static_cast<int64_t>(v->t.sec) << 32 | v->t.frac; break;
-      case LO_FLOAT: a.f = v->f; break;
-      case LO_DOUBLE: a.d = v->d; break;
-      case LO_STRING:
-      case LO_SYMBOL: a.s = &v->s; break;
-      case LO_BLOB: {
-        lo_blob b = reinterpret_cast<lo_blob>(const_cast<lo_arg*>(v));
-        a.len = static_cast<int32_t>(lo_blob_datasize(b));
-        a.b = static_cast<const unsigned char*>(lo_blob_dataptr(b));
+      case LO_INT32: std::memcpy(&a.i, v, 4); break;
+      case LO_CHAR: {
+        char c;
+        std::memcpy(&c, v, 1);
+        a.i = static_cast<unsigned char>(c);
         break;
       }
-      case LO_MIDI: a.b = v->m, a.len = 4; break;
+      case LO_TRUE: a.i = 1; break;
+      case LO_FALSE: a.i = 0; break;
+      case LO_INT64: std::memcpy(&a.h, v, 8); break;
+      case LO_TIMETAG: {
+        uint32_t t[2];
+        std::memcpy(t, v, 8);
+        a.h = static_cast<int64_t>(t[0]) << 32 | t[1];
+        break;
+      }
+      case LO_FLOAT: std::memcpy(&a.f, v, 4); break;
+      case LO_DOUBLE: std::memcpy(&a.d, v, 8); break;
+      case LO_STRING:
+      case LO_SYMBOL: a.s = reinterpret_cast<const char*>(v); break;
+      case LO_BLOB: {
+        std::memcpy(&a.len, v, 4);
+        a.b = v + 4;
+        break;
+      }
+      case LO_MIDI: a.b = v, a.len = 4; break;
       default: break;  // nil, infinitum: the letter alone
     }
   }
