@@ -110,6 +110,9 @@ OscEnd* nouvelle(const char* port) {
   OscEnd* e = new OscEnd;
   e->server = s;
   lo_server_add_method(s, nullptr, nullptr, recu, e);
+  // The messages of a bundle come at once, in their order, whatever its
+  // time tag: a tag far ahead would otherwise keep them in memory.
+  lo_server_enable_queue(s, 0, 1);
   // Room for a burst of small datagrams between two images.
   const int fd = lo_server_get_socket_fd(s);
   const int taille = 8 << 20;
