@@ -56,6 +56,7 @@ int osc_valeur_message(word* at, const word* lim, const char* path, const OscArg
       nombres[0]++, nombres[2]++, at[0]++;
       continue;
     }
+    if (a.type != 's' && a.type != 'S' && a.type != 'b' && a.type != 'm') continue;  // nil, infinitum
     nombres = nullptr;
     if (a.type == 's' || a.type == 'S') {
       const char* t = a.s ? a.s : "";
