@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-PACKAGES="build-essential cmake libgtest-dev freeglut3-dev libglu1-mesa-dev mesa-common-dev libgl1-mesa-dri libx11-dev libedit-dev xvfb xauth xdotool libpng-dev libjpeg62-turbo-dev libasound2-dev python3 sox lua5.4 libfftw3-dev libegl-dev libegl-mesa0 zlib1g-dev ffmpeg"
+PACKAGES="build-essential cmake libgtest-dev freeglut3-dev libglu1-mesa-dev mesa-common-dev libgl1-mesa-dri libx11-dev libedit-dev xvfb xauth xdotool libpng-dev libjpeg62-turbo-dev libasound2-dev python3 sox lua5.4 libfftw3-dev libegl-dev libegl-mesa0 zlib1g-dev ffmpeg liblo-dev liblo-tools pkg-config"
 
 install_missing() {
   local missing=""

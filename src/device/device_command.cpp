@@ -9,6 +9,7 @@
 #include "device/device_command.h"
 #include "device/device_kinds.h"
 #include "device/device_util.h"
+#include "device/osc_device.h"
 #include "interaction/loop_state.h"
 #include "kernel/entier.h"
 #include "kernel/interrupt.h"
@@ -19,6 +20,7 @@
 #include "language/cmd_util.h"
 #include "language/commands.h"
 #include "language/handlers.h"
+#include "language/lang_state.h"
 #include "scene/graphic.h"
 #include "scene/image_object.h"
 
@@ -202,13 +204,17 @@ int lire_cin(float xyz[3]) {
 
 // The read or write of one open slot, with the options of this command.
 int lire_ecrire(word* s, const word* ob, int n, Periph& p, word* st, const word* lim) {
+  const KindRow* k = kind_row(p.Type);
+  if (k && k->commande) {
+    const int r = k->commande(p, n, s, ob);
+    if (r <= 0) return r < 0 ? r : build_nil(s);
+  }
   if (!lire_format(s, p)) return -1;
   if (has_word(s, KW_wait)) p.Attente = std::max(0.0f, arg_float(s, KW_wait, 0));
   if (p.Type == DEV_DAT && has_word(s, KW_time)) {
     p.Ligne = arg_int(s, KW_time, p.Ligne, 0);
     p.Pas = arg_int(s, KW_time, p.Pas, 1);
   }
-  const KindRow* k = kind_row(p.Type);
   if (ob) {
     if (!k || !k->ecrire) {
       err_device(n);
@@ -300,5 +306,7 @@ int DEVICE_b(word* s, const word* ob, word* st, const word* lim) {
 void install_device_commands() {
   register_graphic_handler({KW_device}, DEVICE_b);
   loop().lire_cin = lire_cin;
+  loop().messages = messages_osc;
+  lang().between_lines.push_back([] { messages_osc(); });
   ini_devices();
 }

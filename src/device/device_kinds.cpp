@@ -1,5 +1,7 @@
 #include "device/device_kinds.h"
 
+#include "device/osc_device.h"
+
 #include <cstring>
 
 namespace {
@@ -29,6 +31,10 @@ const KindRow KINDS[] = {
     {DEV_TIM, "TIM", 0, "---- Type : Timer - Valeur Timer (sec): ", ouvrir_horloge, lire_horloge, ecrire_horloge,
      nullptr},
     {DEV_AUTOMATE, nullptr, 0, "", ouvrir_non_implemente, nullptr, nullptr, nullptr},
+    {DEV_OSC_CLIENT, "OSC", DEV_OSC_SERVEUR, "OSC_client %s", ouvrir_osc_client, lire_osc, ecrire_osc, fermer_osc,
+     commande_osc},
+    {DEV_OSC_SERVEUR, nullptr, 0, "OSC_serveur port %s", ouvrir_osc_serveur, lire_osc, ecrire_osc, fermer_osc,
+     commande_osc},
 };
 
 }  // namespace

@@ -29,6 +29,10 @@ struct KindRow {
   // Writes the value v: 0, or negative after a report.
   int (*ecrire)(Periph& p, int n, const word* v);
   void (*fermer)(Periph& p);
+  // The kind's own words in a read or write command, before the usual
+  // ones: 0 when it did the command, 1 for the usual read or write,
+  // negative after a report.
+  int (*commande)(Periph& p, int n, word* s, const word* ob) = nullptr;
 };
 
 const KindRow* kind_row(int type);

@@ -11,6 +11,7 @@
 #include "platform/sockets.h"
 
 struct MidiIn;
+struct OscDevice;
 
 constexpr int NB_PERIPH = 100;
 constexpr int MEM_OCTETS = 1024;  // the shared memory view
@@ -35,6 +36,9 @@ enum DeviceKind : int {
   DEV_UCS_SERVEUR = 17,
   DEV_TIM = 18,
   DEV_AUTOMATE = 19,
+  // Beyond the built-in kinds: OSC through liblo.
+  DEV_OSC_CLIENT = 20,
+  DEV_OSC_SERVEUR = 21,
 };
 
 struct Periph {
@@ -69,6 +73,7 @@ struct Periph {
   int Ligne = 1, Pas = 1;   // DAT: the next row read (from 1) and the step
   double Ouverture = 0;     // ITR: the clock's seconds at opening
   MidiIn* Midi = nullptr;
+  OscDevice* Osc = nullptr;  // OSC: the end, its queue and its routes
   unsigned char Midi_message[3] = {0, 0, 0};
   int Midi_recu = 0;        // a MIDI message has come
   int Sp_dep = 0;           // `format("SP", dep, size)`: offset and size wanted

@@ -12,6 +12,7 @@
 #include "kernel/report.h"
 #include "kernel/vocab.h"
 #include "language/commands.h"
+#include "language/live_reload.h"
 #include "platform/files.h"
 #include "render/frame.h"
 #include "render/lights.h"
@@ -37,10 +38,11 @@ void pose_pointeur(const float xyz[3]) {
   pointeur_scene();
 }
 
-// Step 11: the `cin` device's three values, then the recorded mouse path;
-// each stands for the pointer.
+// Step 11: the messages come to their functions; the `cin` device's three
+// values, then the recorded mouse path, each stands for the pointer.
 int entrees() {
   InteractionState& L = loop();
+  if (L.messages && L.messages() < 0) return -1;
   float xyz[3];
   if (L.lire_cin) {
     const int r = L.lire_cin(xyz);
@@ -143,6 +145,8 @@ void une_image() {
   InteractionState& L = loop();
   KernelState& k = kernel();
   interrupt_check();
+  // Function files written again since the last image take effect now.
+  reload_poll();
   L.clic_pris[0] = L.clic_pris[1] = 0;
   L.t0 = clock_ms();
   L.Temps_courant = static_cast<int>(L.t0 - L.Temps_debut);

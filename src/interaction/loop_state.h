@@ -214,6 +214,9 @@ struct InteractionState {
   // some, 0 when none (no such device, or nothing read), negative after a
   // report.
   int (*lire_cin)(float xyz[3]) = nullptr;
+  // The messages that came by the network, each routed to its function;
+  // negative when one failed.
+  int (*messages)() = nullptr;
   void (*idle_reseau)() = nullptr;           // mode 298
   void (*idle_souris)() = nullptr;           // mode 294
   void (*idle_play)() = nullptr;             // mode 310

@@ -385,6 +385,9 @@ const char* const KOM_TEXT_0 = R"TXT(|0: aba
 |119: yes
 0,-1,0,1
 .
+|120: reload
+0,0,0,1
+.
 )TXT";
 
 const char* const KOM_TEXT_1 = R"TXT(|0: above

@@ -123,6 +123,8 @@ enum Kw : int {
   KW_while = 117,
   KW_write = 118,
   KW_yes = 119,
+  // Beyond the built-in table: the switch of live reloading.
+  KW_reload = 120,
 
   KW_above = 200,
   KW_acc = 201,

@@ -45,18 +45,16 @@ bloc build_zeros(bloc at, const word* lim, int n, int dimp) {
 }
 
 // Words of a NUL-ended text padded to a word.
-static int mots_texte(size_t len) { return static_cast<int>(len / sizeof(word) + 1); }
-
 // Text, NUL and zero padding after the header.
 static void ecrit_texte(bloc v, const char* text, size_t len) {
-  const int n = mots_texte(len);
+  const int n = text_words(len);
   v[4 + n - 1] = 0;
   std::memcpy(v + 4, text, len);
   reinterpret_cast<char*>(v + 4)[len] = '\0';
 }
 
 int build_text(bloc at, const word* lim, const char* s, size_t len) {
-  const int n = mots_texte(len);
+  const int n = text_words(len);
   if (!build_fits(at, 4L + n, lim)) return build_overflow();
   build_head(at, 4 + n, T_CHAR, n);
   ecrit_texte(at, s, len);
@@ -73,7 +71,7 @@ int build_text_or_nil(bloc at, const word* lim, const std::string& s) {
 }
 
 int build_text_in_place(bloc at, const word* lim, size_t len) {
-  const int n = mots_texte(len);
+  const int n = text_words(len);
   if (!build_fits(at, 4L + n, lim)) return build_overflow();
   build_head(at, 4 + n, T_CHAR, n);
   char* t = reinterpret_cast<char*>(at + 4);
@@ -126,9 +124,9 @@ static int seg_copie(bloc s, const word* lim, int code, const word* val) {
 
 static int seg_char(bloc s, const word* lim, int code, const char* text) {
   const size_t len = std::strlen(text);
-  bloc v = seg_ouvre(s, lim, code, 4 + mots_texte(len));
+  bloc v = seg_ouvre(s, lim, code, 4 + text_words(len));
   if (!v) return LIMITE;
-  build_head(v, 4 + mots_texte(len), T_CHAR, static_cast<word>(len));
+  build_head(v, 4 + text_words(len), T_CHAR, static_cast<word>(len));
   ecrit_texte(v, text, len);
   return 0;
 }

@@ -55,6 +55,8 @@ inline int build_float(bloc at, const word* limit, float f) {
 int build_floats(bloc at, const word* limit, int n, const float* f, int dimp = 1);
 int build_floats(bloc at, const word* limit, const std::vector<float>& f, int dimp = 1);
 int build_floats_or_nil(bloc at, const word* limit, const std::vector<float>& f, int dimp = 1);
+// The data words of a CHAR of len bytes: the text, its NUL, the padding.
+inline int text_words(size_t len) { return static_cast<int>(len / sizeof(word) + 1); }
 int build_text(bloc at, const word* limit, const char* s, size_t len);
 int build_text(bloc at, const word* limit, const char* s);
 int build_text_or_nil(bloc at, const word* limit, const std::string& s);

@@ -426,6 +426,15 @@ int run_function_number_text(Objet* f, float a, const char* s, size_t len, float
   });
 }
 
+int run_function_value(Objet* f, const word* arg) {
+  return sur_zone_a_part([&](word* z) {
+    if (lang().link_state != 1 && lier_tout() < 0) return -1;
+    if (!room(z, size(arg) + 8)) return -1;
+    std::copy(arg, arg + size(arg), z);
+    return evaluer_fonction(f, z, z, 1, z + z[0]);
+  });
+}
+
 void unwind_frames() {
   while (!frames().entries.empty()) restore_variables();
   eval_state().depth = 0;

@@ -24,5 +24,7 @@ int run_function_vector(Objet* f, const float* arg, int n, float* out, int nout)
 // The same with two arguments, a number and a text (`len` bytes); the
 // first element of a FLOAT value goes to `out` (0 for another kind).
 int run_function_number_text(Objet* f, float a, const char* s, size_t len, float* out);
+// The same with one argument of any kind, a whole value copied.
+int run_function_value(Objet* f, const word* arg);
 // Restores every saved frame (after an abandoned line).
 void unwind_frames();

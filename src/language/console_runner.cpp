@@ -24,6 +24,7 @@
 #include "language/eval_internal.h"
 #include "language/function_files.h"
 #include "language/lang_state.h"
+#include "language/live_reload.h"
 #include "language/operators.h"
 
 namespace {
@@ -61,6 +62,7 @@ int run_console_line(std::string& braced, int interactive, word* eval_stack) {
   if (interactive > 0) {
     // A line abandoned inside calls left their frames: restore them.
     unwind_frames();
+    entre_lignes();
     EvalState& E = eval_state();
     E.go = 0;
     E.post_mortem_done = false;

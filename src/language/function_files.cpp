@@ -11,6 +11,7 @@
 #include "language/cmd_util.h"
 #include "language/functions.h"
 #include "language/lang_state.h"
+#include "language/live_reload.h"
 #include "platform/process.h"
 
 namespace {
@@ -72,15 +73,10 @@ std::string comment_between(const std::string& t, size_t from, size_t to) {
   return t.substr(first, last - first);
 }
 
-void keep_comment(const std::string& name, const std::string& comment) {
-  if (comment.empty()) lang().comments.erase(name);
-  else lang().comments[name] = comment;
-}
-
 }  // namespace
 
-int define_functions(const std::string& text, bool from_file, bool check) {
-  std::vector<Objet*> defined;
+int function_pieces(const std::string& text, std::vector<FunctionPiece>& pieces) {
+  pieces.clear();
   size_t after = 0;  // the end of the previous function
   for (size_t i = function_start(text, 0); i < text.size(); after = i, i = function_start(text, i)) {
     size_t end = function_end(text, i);
@@ -88,7 +84,23 @@ int define_functions(const std::string& text, bool from_file, bool check) {
       voir_message(0, MES_BRACKET_ERROR);
       return -1;
     }
-    Objet* f = define_function(text.substr(i, end - i).c_str(), from_file);
+    pieces.push_back({text.substr(i, end - i), comment_between(text, after, i)});
+    i = end;
+  }
+  return static_cast<int>(pieces.size());
+}
+
+void keep_function_comment(const std::string& name, const std::string& comment) {
+  if (comment.empty()) lang().comments.erase(name);
+  else lang().comments[name] = comment;
+}
+
+int define_functions(const std::string& text, bool from_file, bool check) {
+  std::vector<FunctionPiece> pieces;
+  if (function_pieces(text, pieces) < 0) return -1;
+  std::vector<Objet*> defined;
+  for (const FunctionPiece& piece : pieces) {
+    Objet* f = define_function(piece.source.c_str(), from_file);
     if (!f) {
       voir_message(0, MES_FUNCTION_LIST_USAGE);
       return -1;
@@ -96,8 +108,7 @@ int define_functions(const std::string& text, bool from_file, bool check) {
     defined.push_back(f);
     // A file's comments above a function go with it; one defined at the
     // console keeps those it had.
-    if (from_file) keep_comment(function_name(source_of(f)), comment_between(text, after, i));
-    i = end;
+    if (from_file) keep_function_comment(function_name(source_of(f)), piece.comment);
   }
   // Mistakes are told now, not at the first call: all of the text is
   // defined first, so that its functions may call one another.
@@ -113,6 +124,7 @@ int read_functions_file(const std::string& path) {
     return -1;
   }
   text.resize(strlen(text.c_str()));
+  reload_note_file(path);
   return define_functions(text, true);
 }
 
@@ -170,7 +182,9 @@ Objet* load_function_from_disk(const char* name) {
   std::string file = std::string(name) + ".func";
   const std::string& folder = kernel().fun;
   std::string text;
-  if (!file_read_all(file, text) && (folder.empty() || !file_read_all(folder + file, text))) return nullptr;
+  std::string path = file;
+  if (!file_read_all(path, text) && (folder.empty() || !file_read_all(path = folder + file, text))) return nullptr;
+  reload_note_file(path);
   text.resize(strlen(text.c_str()));
   // Loaded by its first call, which compiles it at once.
   if (define_functions(text, true, false) < 0) return nullptr;

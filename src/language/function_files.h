@@ -6,6 +6,16 @@
 
 #include "kernel/objet.h"
 
+// One function of a text: its source and the comments above it.
+struct FunctionPiece {
+  std::string source;
+  std::string comment;
+};
+// Cuts a text into its functions; how many, or -1 after the bracket
+// message for an unclosed "{".
+int function_pieces(const std::string& text, std::vector<FunctionPiece>& pieces);
+// The comments a file gives above a function go with it.
+void keep_function_comment(const std::string& name, const std::string& comment);
 // Defines every function of a text (one or more "name(formals){...}",
 // comments allowed between them); returns how many, or -1 after a report.
 // `from_file`: the text is a file's, so the functions are saved as they are.

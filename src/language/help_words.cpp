@@ -101,6 +101,7 @@ constexpr HelpEntry ENTRIES[] = {
     {KW_rand2, "rand2(a,b,...) for each pair a random integer from a to b-1", "rand2(10,20)"},
     {KW_NL, "NL a newline, for prints", "print(\"one\",NL)"},
     {KW_read, "read func(\"file\") reads functions from a file; read vol[(ids)] [add] name(\"file\") reads objects; read image(id) name(\"file\") reads a picture", "f=fopen(\"help_read.func\") fwrite; fwrite(f,\"helprd(x){return(x+1);}\"); fclose(f); read func(\"help_read.func\")"},
+    {KW_reload, "yes reload: every function file the session has read (read func, name.func, the fun= folder) is watched; one written again is compiled between two images, or before the next console line, and runs from its next call; a file that does not compile tells its mistakes and the previous version keeps running; a function also changed at the console takes the file's version, with a line saying so; no reload stops it", "yes reload; no reload"},
     {KW_rem, "rem var(\"a b\"), rem var, rem func(\"f\"), rem(\"define\"), rem STOP(\"f\",n), rem vol[(id)], rem col vol(id) remove objects and properties", "cube(1); col vol(1)=1,0,0; rem col vol(1); LIST vol(1)"},
     {KW_return, "return or return(v): leaves the function with NIL or v", "func=\"helpret(x){ if(x<0) return(0); return(x); }\"; helpret(-3)"},
     {KW_ring, "ring one bell; ring(n) n bells; ring(n,ms) n bells ms apart; ring(-1) a bell after each console line; no ring silences them", "ring(0)"},

@@ -102,6 +102,9 @@ struct LanguageState {
   int system_value = 0;         // set by `system(n)`
   // Runs the functions of the exec schedule; installed by the cycle.
   int (*run_schedule)() = nullptr;
+  // What runs before each console line typed or piped, outside any
+  // function: the OSC devices' routes; installed by the subsystems.
+  std::vector<void (*)()> between_lines;
   // The object whose `global` variables a `local` function sees, or null.
   Objet* (*local_root)(Objet* local_function) = nullptr;
   // Runs a command of the graphic vocabulary (`value`: the right side of

@@ -103,10 +103,10 @@ TEST_F(EnvFiles, BothRoadsGiveTheSameVocabularies) {
 TEST_F(EnvFiles, MinimalEnvironmentMatchesTheKeywordCodes) {
   const VocabState& v = vocab();
   EXPECT_EQ(v.nb_voc, 2);
-  EXPECT_EQ(v.nb_kw[0], 120);
+  EXPECT_EQ(v.nb_kw[0], 121);  // the built-in 120 and `reload`
   EXPECT_EQ(v.nb_kw[1], 161);
   struct { const char* name; int code; } spots[] = {
-      {"aba", KW_aba}, {"yes", KW_yes}, {"no", KW_no}, {"above", KW_above}, {"zoom", KW_zoom},
+      {"aba", KW_aba}, {"yes", KW_yes}, {"reload", KW_reload}, {"no", KW_no}, {"above", KW_above}, {"zoom", KW_zoom},
       {"interaction", KW_interaction}, {"rand2", KW_rand2}, {"NL", KW_NL}, {"follow", KW_follow},
       {"generate", KW_generate}, {"segment", KW_segment}, {"text", KW_text}};
   for (auto s : spots) {

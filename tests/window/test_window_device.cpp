@@ -6,6 +6,15 @@ namespace {
 
 bool has(const std::string& out, const std::string& text) { return out.find(text) != std::string::npos; }
 
+// A script run by the probe program, the loop's `time(240)` and `bye`
+// added: what images 30 to 230 asked for must be nothing. The output.
+std::string without_allocation(const std::string& script, const std::string& after = "") {
+  WindowRun run(script + "interaction period(0)\ninteraction time(240)\n" + after + "bye abs\n", "ID", "",
+                ORVELA_ALLOC_PROBE);
+  EXPECT_TRUE(has(run.out, "probe: images 30 to 230: 0 new, 0 blocks\n")) << run.out;
+  return run.out;
+}
+
 }  // namespace
 
 TEST(WindowDevice, TheMouseDeviceReadsWhereThePointerHovers) {
@@ -61,7 +70,28 @@ TEST(WindowDevice, TheCinReadAndAPolledDatagramDeviceAllocateNothing) {
       "device(2) cin\n"
       "device(3) ini(\"UCS\") lead number(47397)\n"
       "func=\"poll(n){p=device(3) format(\\\"FF\\\")}\"\n"
-      "interaction func(2,\"poll\")\ninteraction period(0)\ninteraction time(240)\nbye abs\n";
-  WindowRun run(script, "ID", "", ORVELA_ALLOC_PROBE);
-  EXPECT_TRUE(has(run.out, "probe: images 30 to 230: 0 new, 0 blocks\n")) << run.out;
+      "interaction func(2,\"poll\")\n";
+  without_allocation(script);
+}
+
+// An OSC client sends at each image what an OSC server of the same
+// program routes to a function at an image's input stage: the
+// program's own part of it asks for no memory (liblo's codec has its own
+// allocations, which the probe does not see).
+TEST(WindowDevice, OscMessagesSentAndRoutedInTheLoopAllocateNothing) {
+  REQUIRE_XVFB();
+  REQUIRE_COUNTED_ALLOCATIONS();
+  const std::string script =
+      "no edit\n"
+      "device(3) ini(\"OSC\") lead number(47833)\n"
+      "device(4) ini(\"OSC\") number(47833)\n"
+      "k=0\n"
+      "func=\"send(n){device(4) format(\\\"/p\\\") type(\\\"if\\\") = n, 2}\"\n"
+      "func=\"got(m){extern k; k = k + 1}\"\n"
+      "device(3) format(\"/p\") func(\"got\")\n"
+      "interaction func(2,\"send\")\n";
+  const std::string out = without_allocation(script, "print(\"ROUTED \", k)\n");
+  // Every message came to its function, the last one before the next
+  // console line at the latest.
+  EXPECT_TRUE(has(out, "ROUTED \n240.000000")) << out;
 }

@@ -204,4 +204,34 @@ TEST(WindowExamples, TheBallsRideTheHillTheNetworkLearnt) {
   EXPECT_GT(differing(a, b), 1000) << "the hill moves";
 }
 
+// A peer sends the ball right of the centre and green, as osc_send.py
+// does round a circle; the messages wait in the queue until the loop's
+// first image routes them.
+TEST(WindowExamples, TheBallFollowsWhatOscSends) {
+  REQUIRE_XVFB();
+  if (std::system("command -v oscsend >/dev/null 2>&1") != 0) GTEST_SKIP() << "oscsend is missing (liblo-tools)";
+  WindowRun run("func=\"mark(n){if(n==1){print(\\\"LOOP RUNNING\\\")}}\"\n" + scene("osc_ball") +
+                    "interaction func(5,\"mark\")\ninteraction\nwrite image name(\"a.bmp\")\nbye abs\n",
+                "ID",
+                "wait_text 'OSC_serveur'\noscsend 127.0.0.1 9000 /scene/colour fff 0.1 0.9 0.1\n"
+                "oscsend 127.0.0.1 9000 /scene/ball ff 0.8 0\nwait_text 'LOOP RUNNING'\nsleep 0.5\nkey Escape\n");
+  expect_no_error(run);
+  Picture a = run.picture("a.bmp");
+  auto green = [](Rgb c) { return c.g > 120 && c.r < 90 && c.b < 90; };
+  EXPECT_GT(a.count(460, 0, 768, 576, green), 1000) << run.out;
+  EXPECT_EQ(a.count(0, 0, 384, 576, green), 0);
+}
+
+// The cube of live() turns as live_step.func, loaded from the functions
+// folder, says (its reload is the window test WindowReload).
+TEST(WindowExamples, TheLiveCubeTurnsAsItsFileSays) {
+  REQUIRE_XVFB();
+  WindowRun run(two_shots("live", 100, 10, 1, "step") + "bye abs\n", "ID fun=" ORVELA_SOURCE_DIR "/examples/");
+  expect_no_error(run);
+  Picture a = run.picture("a.bmp"), b = run.picture("b.bmp");
+  auto cube = [](Rgb c) { return c.g > 100 && c.g > c.r + 30 && c.g > c.b + 30; };
+  EXPECT_GT(a.count(cube), 5000) << run.out;
+  EXPECT_GT(differing(a, b), 1000) << "the cube turns";
+}
+
 }  // namespace
