@@ -204,7 +204,7 @@ std::vector<word> valeur_floats(const float* f, int n, int dimp) {
 }
 
 std::vector<word> valeur_texte(const char* s, size_t len) {
-  std::vector<word> v(4 + static_cast<size_t>(mots_texte(len)));
+  std::vector<word> v(4 + static_cast<size_t>(text_words(len)));
   build_text(v.data(), nullptr, s, len);
   return v;
 }
