@@ -201,7 +201,7 @@ struct InteractionState {
   int (*exec_brush)() = nullptr;             // EXEC_BRUSH(0)
   int (*textes)() = nullptr;                 // the text objects shown
   int (*exec_stock)() = nullptr;             // EXEC_STOCK
-  int (*stock_audio)() = nullptr;            // STOCK_AUDIO
+  int (*stock_audio)() = nullptr;            // the sounds' step: STOCK_AUDIO, playing sounds
   int (*stock_touche)(word binding) = nullptr;  // exec_INTERACTION_STOCK
   void (*bip)(float frequency, int ms) = nullptr;  // a tone of the audio back end
   // A scale of type "name" with `input` at that place: the text typed in it.

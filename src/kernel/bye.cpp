@@ -1,5 +1,7 @@
 #include "kernel/bye.h"
 
+#include <cstring>
+
 #include "kernel/console.h"
 #include "kernel/report.h"
 #include "platform/process.h"
@@ -11,7 +13,7 @@ ByeState& bye_state() {
 
 void unsaved_work_register(const UnsavedWork& row) {
   for (UnsavedWork& w : bye_state().work)
-    if (w.voc == row.voc && w.num == row.num) {
+    if (w.voc == row.voc && w.num == row.num && std::strcmp(w.extension, row.extension) == 0) {
       w = row;
       return;
     }
@@ -36,7 +38,7 @@ int bye(bool abs) {
     if (!b.question.empty() && !confirmed(0, 90, b.question.c_str())) return -1;
     if (!b.function.empty() && b.run_function) b.run_function(b.function);
     for (const UnsavedWork& w : b.work)
-      if (w.pending && w.pending() && !confirmed(w.voc, w.num)) return -1;
+      if (w.pending && w.pending() && !confirmed(w.voc, w.num, w.text)) return -1;
   }
   voir_message(0, MES_SEE_YOU_SOON);
   process_exit(0);

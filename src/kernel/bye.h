@@ -13,6 +13,9 @@ struct UnsavedWork {
   // file: false after its own message.
   const char* extension = "";
   bool (*save)(const std::string& path) = nullptr;
+  // The question's own text, for work that no numbered message names
+  // (asked alone, num being 0).
+  const char* text = nullptr;
 };
 
 struct ByeState {

@@ -148,7 +148,7 @@ void print_prompt(int message) {
 bool ask(int voc, int num, std::string& answer, const char* text) {
   show_before_reading([&] {
     if (text) voir_texte(text);
-    voir_message(voc, num);
+    if (num > 0) voir_message(voc, num);
   });
   return in_getline(answer);
 }

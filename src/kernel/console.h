@@ -40,7 +40,8 @@ int lire_executer(int interactive, int message, word* eval_stack, int stop_after
 // stacked commands followed by that message.
 void print_prompt(int message);
 // Asks a question (`text` if given, then message `num` of vocabulary
-// `voc`) and reads the answer line; false at the end of input.
+// `voc` when num is above 0) and reads the answer line; false at the end
+// of input.
 bool ask(int voc, int num, std::string& answer, const char* text = nullptr);
 
 // Line history: records a line (unless history is off, the line starts

@@ -7,7 +7,24 @@
 namespace {
 
 constexpr HelpEntry ENTRIES[] = {
-    {KW_audio, "generate audio(id) dim(seconds[,channels]) makes a silent sound; generate audio(id) time(t1,t2) sin(f,a,p) writes a sine between images t1 and t2; read audio(id) name(\"f.wav\") reads a sound, write audio(id) name(\"f.wav\") writes it, write audio(id) stock(t) name(\"f\") its levels; dim audio(id) its shape; the time unit is the image, 1/25 second; device(n) ini(\"AUD\") starts the live capture that audio dim, min, module and status read", "generate audio(1) dim(1); generate audio(1) time(0,25) sin(440,1,0); dim audio(1)"},
+    {KW_audio,
+     "generate audio(id) dim(seconds[,channels]) makes a silent sound; generate audio(id) time(t1,t2) with sin(f,a,p) "
+     "writes a sine between images t1 and t2, with coe(c...) under a curve, interpol(f2,a2) sweeping, var(d,r) in "
+     "vibrato, NP(n) with harmonics, law(d) decaying, module(fm,i,...) frequency-modulated; two sin(...) multiply; "
+     "cut, alea(a), puls(f,a,w), period(f,a,v...), poi(v...) drawn through points, memory from the read stream, "
+     "stock(id) [sin(...)] led by .stock pairs, audio(id,source) [sin(...) interpol | period(f,a)] from a sound; "
+     "alone var(d,r), min(v), law(d), interpol reshape the samples there; add mixes; read audio(id) name(\"f.wav\") "
+     "reads a sound, write audio(id) name(\"f.wav\") writes it, write audio(id) stock(t) name(\"f\") its levels, "
+     "write/read audio name(\"f\") all sounds as an object file; cut audio(id,src) time(t1,t2), concat audio(id,a,b) "
+     "[time(t)], put audio(id,src), move audio(id,new), inherit audio(id,src) (its header), format audio(id) "
+     "number(bits), dist audio(a,b), module audio(id,src), rand audio(id) coe(a); time audio(id) length and place, "
+     "number audio the sounds; dynamic audio(id)=v plays it along the animation, follow vol(ids) audio(id) "
+     "[coe(gain)] | cut | =gain scales volumes with its level; generate vol(id) audio(id) [NP(n)] [dim(w,h)] [inv] "
+     "draws it; dim audio(id) its shape; the time unit is the image, 1/25 second; device(n) ini(\"AUD\") starts the "
+     "live capture that audio dim, min, module and status read",
+     "generate audio(1) dim(1); generate audio(1) time(0,25) sin(440) law(3); generate audio(1) time(0,25) min(0.1); "
+     "cut audio(2,1) time(0,10); concat audio(3,1,2); dist audio(1,3); cube(1) dim(10); follow vol(1) audio(1) "
+     "coe(0.5); generate vol(2) audio(1) NP(200); time audio(3)"},
 };
 
 }  // namespace
