@@ -26,11 +26,16 @@
 
 namespace {
 
-bool second_audio(word* s) { return second_word(s) == KW_audio && arg_of(s, KW_audio); }
+// The value of `audio(...)` in second place (in `audio audio(id)` the
+// first word is an `audio` too, without one).
+const word* second_audio(word* s) {
+  return second_word(s) == KW_audio ? item_value(next_item(first_item(s))) : nullptr;
+}
+int second_id(word* s) { return entier(value_at(second_audio(s), 0, 0)); }
 
 int forme_meta(word* s, const word* ob, word*, const word* lim, bool* done) {
-  if (!(*done = second_audio(s))) return 0;
-  Objet* o = audio_requis(arg_int(s, KW_audio, 0), "META_AUDIO()");
+  if (!(*done = second_audio(s) != nullptr)) return 0;
+  Objet* o = audio_requis(second_id(s), "META_AUDIO()");
   if (!o) return -1;
   bloc m = get_val_1(o->local, KW_meta);
   if (!m || tag(m) != T_LONG || size(m) < 4 + META_MOTS) {
@@ -48,8 +53,8 @@ int forme_meta(word* s, const word* ob, word*, const word* lim, bool* done) {
 }
 
 int forme_octets_son(word* s, const word* ob, word*, const word* lim, bool* done) {
-  if (!(*done = second_audio(s))) return 0;
-  const int id = arg_int(s, KW_audio, 0);
+  if (!(*done = second_audio(s) != nullptr)) return 0;
+  const int id = second_id(s);
   if (ob) {
     // A new file image: the sound is made anew from its header.
     const std::vector<float> v = floats_of(ob);
@@ -69,16 +74,16 @@ int forme_octets_son(word* s, const word* ob, word*, const word* lim, bool* done
 
 int forme_stock_pose(word* s, const word* ob, word*, const word*, bool* done) {
   if (!(*done = second_audio(s) && ob)) return 0;
-  const int id = arg_int(s, KW_audio, 0);
+  const int id = second_id(s);
   Objet* o = audio_numero(id) ? audio_numero(id) : audio_nouveau(id);
   return o && garde_stock(o, floats_of(ob)) == 0 ? 0 : -1;
 }
 
 // AUDIO_DYNAMIC: the `dynamic` value of each sound named.
 int forme_dynamic(word* s, const word* ob, word*, const word* lim, bool* done) {
-  if (!(*done = second_audio(s))) return 0;
+  if (!(*done = second_audio(s) != nullptr)) return 0;
   std::vector<float> lu;
-  for (float f : arg_floats(s, KW_audio)) {
+  for (float f : floats_of(second_audio(s))) {
     Objet* o = audio_numero(entier(f));
     if (!o) {
       audio_requis(entier(f), "AUDIO_DYNAMIC()");
