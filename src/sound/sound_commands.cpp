@@ -25,6 +25,7 @@
 
 #include "kernel/entier.h"
 #include "kernel/keywords.h"
+#include "kernel/property.h"
 #include "kernel/report.h"
 #include "kernel/values.h"
 #include "language/args.h"
@@ -236,6 +237,9 @@ int forme_stock(word* s, const word*, word*, const word* lim, bool* done) {
     const std::vector<std::string> noms = textes(s, {KW_name});
     return stock_audio_ini(noms.empty() ? "" : noms[0], arg_int(s, KW_time, 0)) < 0 ? -1 : build_nil(s);
   }
+  // A sound of pairs alone (read from a `.stock` file or assigned): its pairs.
+  if (Objet* p = audio_numero(id_audio(s)); p && !audio_bloc(p) && !has_word(s, KW_name))
+    return resultat_pairs(s, lim, floats_of(get_val_1(p->local, KW_stock)));
   Objet* o = audio_requis(id_audio(s), "WAV_STOCK_AUDIO_1()");
   if (!o) return -1;
   const std::vector<std::string> noms = textes(s, {KW_name});
