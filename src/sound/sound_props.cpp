@@ -84,11 +84,9 @@ int forme_dynamic(word* s, const word* ob, word*, const word* lim, bool* done) {
   if (!(*done = second_audio(s) != nullptr)) return 0;
   std::vector<float> lu;
   for (float f : floats_of(second_audio(s))) {
+    // As for the other objects of `dynamic`, a number without a sound is passed over.
     Objet* o = audio_numero(entier(f));
-    if (!o) {
-      audio_requis(entier(f), "AUDIO_DYNAMIC()");
-      return -1;
-    }
+    if (!o) continue;
     if (ob) {
       if (AUDIO_DYNAMIC(o, value_at(ob, 0, 0)) < 0) return -1;
     } else {
