@@ -102,6 +102,9 @@ Objet* SET_AUDIO_AUDIO(int id, Objet* source) {
 int MOVE_AUDIO_ID(Objet* o, int id) {
   if (o->id == id) return 0;
   rem_objet_id(KW_audio, id);
+  // The volumes that followed the sound follow it under its new number.
+  for (LienVol& l : son().liens_vol)
+    if (l.son == o->id) l.son = id;
   objet_numero(o, id);
   o->unsaved = 1;
   return 0;

@@ -13,8 +13,8 @@ Objet* AUDIO_AUDIO_TIME(int id, Objet* source, float t1, float t2);
 Objet* AUDIO_AUDIO_AUDIO_TIME(int id, Objet* a, Objet* b, float t);
 // SET_AUDIO_AUDIO: sound `id` a copy of `source`, header and samples.
 Objet* SET_AUDIO_AUDIO(int id, Objet* source);
-// MOVE_AUDIO_ID: the sound renumbered; one already of that number is
-// removed first.
+// MOVE_AUDIO_ID: the sound renumbered, its links to volumes with it; one
+// already of that number is removed first.
 int MOVE_AUDIO_ID(Objet* o, int id);
 // COPY_HEADER: the format of `source` (rate, channels, sample size) given
 // to `o`, whose data bytes are read anew in that format.

@@ -45,6 +45,7 @@ int forme_meta(word* s, const word* ob, word*, const word* lim, bool* done) {
   if (ob) {
     const std::vector<float> v = floats_of(ob);
     for (size_t i = 0; i < v.size() && i < META_MOTS; i++) m[4 + i] = entier(v[i]);
+    o->unsaved = 1;
     return 0;
   }
   std::vector<float> v(META_MOTS);
@@ -76,7 +77,9 @@ int forme_stock_pose(word* s, const word* ob, word*, const word*, bool* done) {
   if (!(*done = second_audio(s) && ob)) return 0;
   const int id = second_id(s);
   Objet* o = audio_numero(id) ? audio_numero(id) : audio_nouveau(id);
-  return o && garde_stock(o, floats_of(ob)) == 0 ? 0 : -1;
+  if (!o || garde_stock(o, floats_of(ob)) < 0) return -1;
+  o->unsaved = 1;
+  return 0;
 }
 
 // AUDIO_DYNAMIC: the `dynamic` value of each sound named.

@@ -45,6 +45,13 @@ TEST_F(SoundTest, FollowingVolumesScaleWithTheLevel) {
   EXPECT_NEAR(delta_dila(6), 3, 1e-5);
   // The user's own scale stays apart.
   EXPECT_EQ(get_matrix_vol(vol(5))[TR_DILA], 1);
+  // Written at once, without a step; renumbered, the sound keeps its volumes.
+  get_matrix_vol(vol(5))[TR_DELTA + TR_DILA] = 0;
+  ok("follow vol audio(1) write; move audio(1, 4);");
+  EXPECT_NEAR(delta_dila(5), 2, 1e-5);
+  expect_floats(floats("follow audio(4)"), {5, 2, 6, 3}, "the links under the new number");
+  EXPECT_TRUE(nil("follow audio(1)"));
+  ok("move audio(4, 1);");
   // Unlinked: the animation's part goes back to 0 and stays there.
   ok("follow vol(5) audio(1) cut;");
   etape_son();
