@@ -205,7 +205,7 @@ int forme_generate(word* s, const word*, word*, const word*, bool* done) {
   if (!o) return -1;
   const Generation g = options_generation(s);
   if ((arg_floats(s, KW_audio).size() > 1 && !g.source) || (has_word(s, KW_stock) && !g.stock)) return -1;
-  const float t1 = arg_float(s, KW_time, 0), t2 = arg_float(s, KW_time, static_cast<float>(trames(o)) * 25 / (Rate(o) > 0 ? Rate(o) : 1), 1);
+  const float t1 = arg_float(s, KW_time, 0), t2 = arg_float(s, KW_time, FIN_SON, 1);
   if (INSERT_AUDIO_TIME(o, t1, t2, g) < 0) return -1;
   o->unsaved = 1;
   return build_nil(s);
@@ -256,8 +256,7 @@ int forme_inv(word* s, const word*, word*, const word*, bool* done) {
   Objet* o = audio_requis(id_audio(s), "INV_AUDIO()");
   if (!o) return -1;
   Tranche t;
-  const float fin = static_cast<float>(trames(o)) * 25 / (Rate(o) > 0 ? Rate(o) : 1);
-  if (tranche_temps(o, arg_float(s, KW_time, 0), arg_float(s, KW_time, fin, 1), t))
+  if (tranche_temps(o, arg_float(s, KW_time, 0), arg_float(s, KW_time, FIN_SON, 1), t))
     for (long long i = 0; i < t.n * t.canaux; i++) {
       uint8_t* p = t.p + i * t.nb_octet;
       ecrit_echantillon(p, t.nb_octet, -lit_echantillon(p, t.nb_octet));

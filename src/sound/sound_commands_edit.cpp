@@ -38,10 +38,6 @@ int usage(const char* texte) {
   return -1;
 }
 
-// A time past every sound's end, for a `time` without its second value:
-// the end itself, which a float of images would miss by rounding.
-constexpr float FIN = 1e9f;
-
 // The sounds the command names, from the n-th number of `audio(...)` on;
 // null after a report when one is missing or too few are given.
 bool sons(word* s, size_t premier, size_t n, Objet** out, const char* texte, const char* fonction) {
@@ -59,14 +55,14 @@ int forme_cut(word* s, const word*, word*, const word*, bool* done) {
   if (!sons(s, 1, 1, &src, texte, "AUDIO_AUDIO_TIME()")) return -1;
   if (!has_word(s, KW_time)) return usage(texte);
   const int id = ids_audio(s)[0];
-  return AUDIO_AUDIO_TIME(id, src, arg_float(s, KW_time, 0), arg_float(s, KW_time, FIN, 1)) ? build_nil(s) : -1;
+  return AUDIO_AUDIO_TIME(id, src, arg_float(s, KW_time, 0), arg_float(s, KW_time, FIN_SON, 1)) ? build_nil(s) : -1;
 }
 
 int forme_concat(word* s, const word*, word*, const word*, bool* done) {
   if (!(*done = has_word(s, KW_audio))) return 0;
   Objet* ab[2] = {nullptr, nullptr};
   if (!sons(s, 1, 2, ab, "concat audio(id, a, b) [time(t)]\a\n", "AUDIO_AUDIO_AUDIO_TIME()")) return -1;
-  const float t = arg_float(s, KW_time, FIN);
+  const float t = arg_float(s, KW_time, FIN_SON);
   return AUDIO_AUDIO_AUDIO_TIME(ids_audio(s)[0], ab[0], ab[1], t) ? build_nil(s) : -1;
 }
 
@@ -111,7 +107,7 @@ int forme_module(word* s, const word*, word*, const word*, bool* done) {
   if (!(*done = has_word(s, KW_audio) && ids_audio(s).size() > 1)) return 0;
   Objet* o[2] = {nullptr, nullptr};
   if (!sons(s, 0, 2, o, "module audio(id, source) [time(t1, t2)]\a\n", "MOD_AUDIO()")) return -1;
-  return MOD_AUDIO(o[0], o[1], arg_float(s, KW_time, 0), arg_float(s, KW_time, FIN, 1)) < 0 ? -1 : build_nil(s);
+  return MOD_AUDIO(o[0], o[1], arg_float(s, KW_time, 0), arg_float(s, KW_time, FIN_SON, 1)) < 0 ? -1 : build_nil(s);
 }
 
 // RAND_AUDIO: noise of amplitude a (0.1 by default) added to the stretch.
@@ -122,7 +118,7 @@ int forme_rand(word* s, const word*, word*, const word*, bool* done) {
   Generation g;
   g.rand.push_back(arg_float(s, KW_coe, 0.1f));
   g.add = true;
-  if (INSERT_AUDIO_TIME(o, arg_float(s, KW_time, 0), arg_float(s, KW_time, FIN, 1), g) < 0) return -1;
+  if (INSERT_AUDIO_TIME(o, arg_float(s, KW_time, 0), arg_float(s, KW_time, FIN_SON, 1), g) < 0) return -1;
   o->unsaved = 1;
   return build_nil(s);
 }

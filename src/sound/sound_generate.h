@@ -8,6 +8,10 @@
 #include "kernel/objet.h"
 #include "kernel/word.h"
 
+// A time past every sound's end: the default end of `time(t1, t2)`, which
+// the sound's length as a float of images could miss by rounding.
+constexpr float FIN_SON = 1e9f;
+
 // A stretch of frames of a sound, ready for writing.
 struct Tranche {
   uint8_t* p = nullptr;  // first byte of the first frame

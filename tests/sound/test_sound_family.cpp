@@ -150,3 +150,16 @@ TEST_F(SoundTest, ModuleModulatesTheSinesFrequency) {
   ok("generate audio(1) time(0, 25) sin(440) module(100, 0);");
   EXPECT_NEAR(crossings(o, 0, 44092), 880, 1);
 }
+
+TEST_F(SoundTest, TimeWithoutItsEndReachesTheLastFrame) {
+  ok("generate audio(1) dim(1); generate audio(1) time(0) puls(0, 0.5, 1);");
+  Objet* o = audio_numero(1);
+  const long long n = trames(o);
+  EXPECT_EQ(sample(o, n - 1), 16384);
+  ok("inv audio(1);");
+  EXPECT_EQ(sample(o, n - 1), -16384);
+  ok("rand audio(1) coe(0);");
+  EXPECT_EQ(sample(o, n - 1), -16384);
+  ok("cut audio(2, 1) time(24);");
+  EXPECT_EQ(trames(audio_numero(2)), n - 24 * 1764);
+}
