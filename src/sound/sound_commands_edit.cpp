@@ -39,7 +39,7 @@ int usage(const char* texte) {
 }
 
 // The sounds the command names, from the n-th number of `audio(...)` on;
-// null after a report when one is missing or too few are given.
+// false after a report when one is missing or too few are given.
 bool sons(word* s, size_t premier, size_t n, Objet** out, const char* texte, const char* fonction) {
   const std::vector<int> ids = ids_audio(s);
   if (ids.size() < premier + n) return usage(texte), false;
