@@ -226,7 +226,7 @@ struct InteractionState {
   int (*exec_brush)() = nullptr;             // EXEC_BRUSH(0)
   int (*textes)() = nullptr;                 // the text objects shown
   int (*exec_stock)() = nullptr;             // EXEC_STOCK
-  int (*stock_audio)() = nullptr;            // STOCK_AUDIO
+  int (*stock_audio)() = nullptr;            // the sounds' step: STOCK_AUDIO, playing sounds
   int (*exec_audio)() = nullptr;             // EXEC_AUDIO, the audio step
   int (*stock_touche)(word binding) = nullptr;  // exec_INTERACTION_STOCK
   void (*bip)(float frequency, int ms) = nullptr;  // a tone of the audio back end

@@ -1,5 +1,6 @@
 // The shapes of the sound commands:
 //   read audio(id) name("f.wav") [write name("g.wav") ...]
+//   read audio name("f") / write audio name("f"): an object file of the sounds
 //   read audio(id) stock name("f.stock")
 //   write audio(id) name("f.wav")
 //   write audio(id) stock(t) name("f") [average(t)] [max]
@@ -24,6 +25,7 @@
 
 #include "kernel/entier.h"
 #include "kernel/keywords.h"
+#include "kernel/property.h"
 #include "kernel/report.h"
 #include "kernel/values.h"
 #include "language/args.h"
@@ -35,9 +37,11 @@
 #include "sound/sound_record.h"
 #include "sound/sound_generate.h"
 #include "sound/sound_object.h"
+#include "sound/sound_play.h"
 #include "sound/sound_smooth.h"
 #include "sound/sound_stream.h"
 #include "sound/sound_stock.h"
+#include "sound/sound_unsaved.h"
 
 namespace {
 
@@ -92,6 +96,8 @@ int forme_read(word* s, const word*, word*, const word* lim, bool* done) {
     return build_floats_or_nil(s, lim, v);
   }
   if (noms.empty()) return usage(KW_read, "(id) name(\"nnn.wav\")\a\n");
+  // Without a number: an object file of sounds, each to its own number.
+  if (!arg_of(s, KW_audio)) return lit_sons(noms[0]) < 0 ? -1 : build_nil(s);
   Objet* o = READ_AUDIO(id_audio(s), noms[0]);
   if (!o) return -1;
   // READ_WRITE_AUDIO: the sound read, then written under each further name.
@@ -117,6 +123,7 @@ int forme_write(word* s, const word* ob, word*, const word*, bool* done) {
     voir_texte("(\"nnn.wav\")\a\n");
     return -1;
   }
+  if (!arg_of(s, KW_audio)) return ecrit_sons(noms[0], false) < 0 ? -1 : build_nil(s);
   Objet* o = audio_requis(id_audio(s), "WRITE_AUDIO()");
   if (!o) return -1;
   if (has_word(s, KW_stock)) {
@@ -161,7 +168,12 @@ Generation options_generation(word* s) {
   Generation g;
   g.sin = arg_floats_all(s, KW_sin);
   g.coe = arg_floats(s, KW_coe);
-  g.interpol = arg_floats(s, KW_interpol);
+  g.interpol = arg_floats(s, KW_interpol, &g.has_interpol);
+  g.law = arg_floats(s, KW_law);
+  g.poi = arg_floats(s, KW_poi);
+  g.module = arg_floats(s, KW_module);
+  g.min = arg_floats(s, KW_min);
+  g.has_memory = has_word(s, KW_memory);
   g.var = arg_floats(s, KW_var);
   g.puls = arg_floats(s, KW_puls);
   g.period = arg_floats(s, KW_period);
@@ -176,6 +188,10 @@ Generation options_generation(word* s) {
     g.source = audio_requis(source, "GENERATE_AUDIO_AUDIO()");
     if (!g.source) g.cut = false;
   }
+  if (has_word(s, KW_stock)) {
+    g.stock = audio_numero(arg_int(s, KW_stock, id_audio(s)));
+    if (!g.stock) audio_requis(arg_int(s, KW_stock, id_audio(s)), "GENERATE_AUDIO_STOCK()");
+  }
   return g;
 }
 
@@ -188,8 +204,8 @@ int forme_generate(word* s, const word*, word*, const word*, bool* done) {
   Objet* o = audio_requis(id_audio(s), "GENERATE_AUDIO()");
   if (!o) return -1;
   const Generation g = options_generation(s);
-  if (arg_floats(s, KW_audio).size() > 1 && !g.source) return -1;
-  const float t1 = arg_float(s, KW_time, 0), t2 = arg_float(s, KW_time, static_cast<float>(trames(o)) * 25 / (Rate(o) > 0 ? Rate(o) : 1), 1);
+  if ((arg_floats(s, KW_audio).size() > 1 && !g.source) || (has_word(s, KW_stock) && !g.stock)) return -1;
+  const float t1 = arg_float(s, KW_time, 0), t2 = arg_float(s, KW_time, FIN_SON, 1);
   if (INSERT_AUDIO_TIME(o, t1, t2, g) < 0) return -1;
   o->unsaved = 1;
   return build_nil(s);
@@ -221,6 +237,9 @@ int forme_stock(word* s, const word*, word*, const word* lim, bool* done) {
     const std::vector<std::string> noms = textes(s, {KW_name});
     return stock_audio_ini(noms.empty() ? "" : noms[0], arg_int(s, KW_time, 0)) < 0 ? -1 : build_nil(s);
   }
+  // A sound of pairs alone (read from a `.stock` file or assigned): its pairs.
+  if (Objet* p = audio_numero(id_audio(s)); p && !audio_bloc(p) && !has_word(s, KW_name))
+    return resultat_pairs(s, lim, floats_of(get_val_1(p->local, KW_stock)));
   Objet* o = audio_requis(id_audio(s), "WAV_STOCK_AUDIO_1()");
   if (!o) return -1;
   const std::vector<std::string> noms = textes(s, {KW_name});
@@ -237,8 +256,7 @@ int forme_inv(word* s, const word*, word*, const word*, bool* done) {
   Objet* o = audio_requis(id_audio(s), "INV_AUDIO()");
   if (!o) return -1;
   Tranche t;
-  const float fin = static_cast<float>(trames(o)) * 25 / (Rate(o) > 0 ? Rate(o) : 1);
-  if (tranche_temps(o, arg_float(s, KW_time, 0), arg_float(s, KW_time, fin, 1), t))
+  if (tranche_temps(o, arg_float(s, KW_time, 0), arg_float(s, KW_time, FIN_SON, 1), t))
     for (long long i = 0; i < t.n * t.canaux; i++) {
       uint8_t* p = t.p + i * t.nb_octet;
       ecrit_echantillon(p, t.nb_octet, -lit_echantillon(p, t.nb_octet));
@@ -282,6 +300,9 @@ int forme_end(word* s, const word*, word*, const word*, bool* done) {
 }  // namespace
 
 void install_sound_commands() {
+  install_sound_edit_commands();
+  install_sound_property_commands();
+  install_sound_unsaved();
   register_graphic_shape(KW_read, forme_read);
   register_graphic_shape(KW_write, forme_write);
   register_graphic_shape(KW_edit, forme_edit);
@@ -294,5 +315,5 @@ void install_sound_commands() {
   register_graphic_shape(KW_clean, forme_clean);
   register_graphic_shape(KW_end, forme_end);
   register_graphic_shape(KW_format, forme_format);
-  loop().stock_audio = STOCK_AUDIO;
+  loop().stock_audio = etape_son;
 }

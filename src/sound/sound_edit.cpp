@@ -29,11 +29,27 @@ int RESIZE_WAV(Objet* o, long long frames) {
     ecrit_u32(b + 4, static_cast<uint32_t>(genere ? size : size - 8));
     ecrit_u32(b + e.Header - 4, static_cast<uint32_t>(size - e.Header));
   }
-  const long long par_seconde = static_cast<long long>(frame) * Rate(o);
-  const long long secondes = par_seconde > 0 ? (size - Header(o)) / par_seconde : 1;
-  Images(o) = static_cast<int>(secondes < 1 ? 1 : secondes) * IMAGES_SECONDE;
+  Images(o) = images_son(o);
   o->unsaved = 1;
   return 0;
+}
+
+void pose_format(Objet* o, int rate, int channels, int nb_octet) {
+  uint8_t* b = audio_octets(o);
+  WavEntete e;
+  if (b && lit_entete_wav(b, static_cast<size_t>(Size(o)), e) == WavLecture::ok) {
+    ecrit_u16(b + e.fmt + 2, static_cast<uint16_t>(channels));
+    ecrit_u32(b + e.fmt + 4, static_cast<uint32_t>(rate));
+    ecrit_u32(b + e.fmt + 8, static_cast<uint32_t>(rate * channels * nb_octet));
+    ecrit_u16(b + e.fmt + 12, static_cast<uint16_t>(channels * nb_octet));
+    ecrit_u16(b + e.fmt + 14, static_cast<uint16_t>(nb_octet * 8));
+  }
+  Rate(o) = rate;
+  Channel(o) = channels;
+  Nb_octet(o) = nb_octet;
+  Bits(o) = nb_octet * 8;
+  Images(o) = images_son(o);
+  o->unsaved = 1;
 }
 
 int AUDIO_FORMAT(Objet* o, int nb_octet) {
@@ -47,17 +63,9 @@ int AUDIO_FORMAT(Objet* o, int nb_octet) {
   std::vector<int> v(static_cast<size_t>(n));
   const double echelle = static_cast<double>(pleine_echelle(nb_octet)) / pleine_echelle(avant);
   for (long long i = 0; i < n; i++) v[i] = static_cast<int>(std::lround(lit_echantillon(d + i * avant, avant) * echelle));
-  WavEntete e;
-  const bool wav = lit_entete_wav(audio_octets(o), static_cast<size_t>(Size(o)), e) == WavLecture::ok;
   Nb_octet(o) = nb_octet;
-  Bits(o) = nb_octet * 8;
   if (RESIZE_WAV(o, n / canaux) < 0) return -1;
-  uint8_t* b = audio_octets(o);
-  if (wav) {
-    ecrit_u32(b + e.fmt + 8, static_cast<uint32_t>(Rate(o) * canaux * nb_octet));
-    ecrit_u16(b + e.fmt + 12, static_cast<uint16_t>(canaux * nb_octet));
-    ecrit_u16(b + e.fmt + 14, static_cast<uint16_t>(nb_octet * 8));
-  }
+  pose_format(o, Rate(o), canaux, nb_octet);
   uint8_t* nd = donnees(o);
   for (long long i = 0; i < n; i++) ecrit_echantillon(nd + i * nb_octet, nb_octet, v[i]);
   return 0;

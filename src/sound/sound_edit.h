@@ -14,3 +14,7 @@ int AUDIO_FORMAT(Objet* o, int nb_octet);
 // SPEED_AUDIO: the sound played `f` times faster: frames / f frames,
 // each channel resampled by straight lines. 0, or -1 after a report.
 int SPEED_AUDIO(Objet* o, float f);
+// The format fields of the record and of the file's "fmt " chunk made
+// these (bytes a second and block align as a reader expects them); the
+// data bytes are left as they are, Images follows.
+void pose_format(Objet* o, int rate, int channels, int nb_octet);

@@ -7,6 +7,7 @@
 #include "kernel/random_table.h"
 #include "kernel/report.h"
 #include "sound/sound_object.h"
+#include "sound/sound_stream.h"
 
 namespace {
 
@@ -24,6 +25,12 @@ double courbe(const std::vector<float>& c, double x) {
 }
 
 float arg(const std::vector<float>& v, size_t i, float dflt) { return i < v.size() ? v[i] : dflt; }
+
+constexpr const char* USAGE_GENERATE =
+    "generate audio(id) time(t1, t2) sin(f, a, p) [coe(c...) | interpol(f2, a2) | var(d, r) | NP(n) | law(d) | "
+    "module(fm, i, ...)] | sin(...) sin(...) | cut | alea(a) | puls(f, a, w) | period(f, a, v...) | poi(v...) | "
+    "memory | min(v) | var(d, r) | law(d) | interpol | stock(id) [sin(...)] | audio(id, source) [sin(...) interpol | "
+    "period(f, a)] [add]\a\n";
 
 }  // namespace
 
@@ -146,14 +153,108 @@ void GENERATE_AUDIO_AUDIO(const Tranche& t, Objet* source) {
     }
 }
 
+void GENERATE_AUDIO_LAW(const Tranche& t, float f, float a, float phase, float d) {
+  const double pas = DEUX_PI * f / t.Rate;
+  for (long long k = 0; k < t.n; k++) {
+    const double x = static_cast<double>(k);
+    pose(t, k, a * std::exp(-d * x / t.Rate) * std::sin(phase + pas * x));
+  }
+}
+
+void GENERATE_AUDIO_POI(const Tranche& t, const float* v, int n) {
+  if (n < 1) return;
+  const std::vector<float> points(v, v + n);
+  const double len = static_cast<double>(t.n > 1 ? t.n - 1 : 1);
+  for (long long k = 0; k < t.n; k++) pose(t, k, courbe(points, static_cast<double>(k) / len));
+}
+
+void GENERATE_AUDIO_MEMORY(const Tranche& t, const std::vector<float>& v) {
+  const long long n = std::min(t.n, static_cast<long long>(v.size()));
+  for (long long k = 0; k < n; k++) pose(t, k, v[static_cast<size_t>(k)]);
+}
+
+namespace {
+
+// Sample c of frame k of a sound, in units of its full scale; 0 past its end.
+double echantillon_source(Objet* o, long long k, int c) {
+  const uint8_t* s = donnees(o);
+  const int n = Nb_octet(o), canaux = Channel(o);
+  if (!s || (n != 1 && n != 2) || canaux < 1 || k >= trames(o)) return 0;
+  return lit_echantillon(s + (k * canaux + c % canaux) * n, n) / static_cast<double>(pleine_echelle(n));
+}
+
+// Writes (or adds) v on channel c of frame k.
+void pose_canal(const Tranche& t, long long k, int c, double v) {
+  const int m = pleine_echelle(t.nb_octet);
+  const long s = std::lround(std::clamp(v, -1.0, 1.0) * m);
+  uint8_t* p = t.p + (k * t.canaux + c) * t.nb_octet;
+  ecrit_echantillon(p, t.nb_octet, t.ajoute ? s + lit_echantillon(p, t.nb_octet) : s);
+}
+
+}  // namespace
+
+void GENERATE_AUDIO_AUDIO_SIN_INTERPOL(const Tranche& t, Objet* source, float f, float a, float phase) {
+  const double pas = DEUX_PI * f / t.Rate, n = static_cast<double>(t.n);
+  for (long long k = 0; k < t.n; k++) {
+    const double x = static_cast<double>(k) / n, sinus = a * std::sin(phase + pas * static_cast<double>(k));
+    for (int c = 0; c < t.canaux; c++) pose_canal(t, k, c, (1 - x) * echantillon_source(source, k, c) + x * sinus);
+  }
+}
+
+void GENERATE_AUDIO_PERIOD_1(const Tranche& t, Objet* source, float f, float a) {
+  if (!(f > 0)) return;
+  const long long periode = std::min<long long>(std::max<long long>(std::llround(t.Rate / static_cast<double>(f)), 1), trames(source));
+  if (periode < 1) return;
+  for (long long k = 0; k < t.n; k++)
+    for (int c = 0; c < t.canaux; c++) pose_canal(t, k, c, a * echantillon_source(source, k % periode, c));
+}
+
+void GENERATE_STOCK_AUDIO(const Tranche& t, Objet* stock, float f, float a, float phase) {
+  const std::vector<float> e = enveloppe_stock(stock);
+  const double pas = DEUX_PI * f / t.Rate, par_image = static_cast<double>(t.Rate) / IMAGES_SECONDE;
+  for (long long k = 0; k < t.n; k++) {
+    const size_t i = static_cast<size_t>(static_cast<double>(k) / par_image);
+    pose(t, k, i < e.size() ? a * e[i] * std::sin(phase + pas * static_cast<double>(k)) : 0);
+  }
+}
+
+void INSERT_AUDIO_TIME_MODULE_2(const Tranche& t, float f, float a, float phase, float fm, float index) {
+  INSERT_AUDIO_TIME_MODULE_N(t, f, a, phase, {fm, index});
+}
+
+void INSERT_AUDIO_TIME_MODULE_N(const Tranche& t, float f, float a, float phase, const std::vector<float>& m) {
+  const double pas = DEUX_PI * f / t.Rate;
+  for (long long k = 0; k < t.n; k++) {
+    const double x = static_cast<double>(k);
+    double mod = 0;
+    for (size_t i = 0; i + 1 < m.size(); i += 2) mod += m[i + 1] * std::sin(DEUX_PI * m[i] * x / t.Rate);
+    pose(t, k, a * std::sin(phase + pas * x + mod));
+  }
+}
+
 int INSERT_AUDIO_TIME(Objet* o, float t1, float t2, const Generation& g) {
   Tranche t;
   if (!tranche_temps(o, t1, t2, t)) return 0;
   t.ajoute = g.add;
   const std::vector<float> none;
   const std::vector<float>& s = g.sin.empty() ? none : g.sin[0];
-  if (g.source) {
+  const float f = arg(s, 0, 0), a = arg(s, 1, 1), p = arg(s, 2, 0);
+  // The sources first (a sound, the stream, the analysis), then the
+  // shapes of the samples there, then the syntheses, sines last.
+  if (g.source && !s.empty() && g.has_interpol) {
+    GENERATE_AUDIO_AUDIO_SIN_INTERPOL(t, g.source, f, a, p);
+  } else if (g.source && !g.period.empty()) {
+    GENERATE_AUDIO_PERIOD_1(t, g.source, g.period[0], arg(g.period, 1, 1));
+  } else if (g.source) {
     GENERATE_AUDIO_AUDIO(t, g.source);
+  } else if (g.stock && !s.empty()) {
+    GENERATE_STOCK_AUDIO(t, g.stock, f, a, p);
+  } else if (g.stock) {
+    GENERATE_AUDIO_STOCK(t, g.stock);
+  } else if (g.has_memory) {
+    std::vector<float> v;
+    if (lit_flux(static_cast<int>(std::min<long long>(t.n, 1 << 30)), v) < 0) return -1;
+    GENERATE_AUDIO_MEMORY(t, v);
   } else if (g.cut) {
     GENERATE_AUDIO_CUT(t);
   } else if (!g.rand.empty()) {
@@ -162,18 +263,34 @@ int INSERT_AUDIO_TIME(Objet* o, float t1, float t2, const Generation& g) {
     GENERATE_AUDIO_PULS(t, arg(g.puls, 0, 0), arg(g.puls, 1, 1), arg(g.puls, 2, 0.5f));
   } else if (g.period.size() > 2) {
     GENERATE_AUDIO_PERIOD(t, g.period[0], g.period[1], g.period.data() + 2, static_cast<int>(g.period.size() - 2));
+  } else if (!g.poi.empty()) {
+    GENERATE_AUDIO_POI(t, g.poi.data(), static_cast<int>(g.poi.size()));
+  } else if (s.empty() && !g.min.empty()) {
+    GENERATE_AUDIO_MIN(t, g.min[0]);
+  } else if (s.empty() && g.var.size() >= 2) {
+    GENERATE_AUDIO_VAR(t, g.var[0], g.var[1]);
+  } else if (s.empty() && !g.law.empty()) {
+    decroissance(t, g.law[0]);
+  } else if (s.empty() && g.has_interpol && g.interpol.empty()) {
+    GENERATE_AUDIO_INTERPOL(t);
   } else if (g.sin.size() >= 2) {
     GENERATE_SIN_SIN(t, g.sin[0], g.sin[1]);
+  } else if (!s.empty() && g.module.size() > 2) {
+    INSERT_AUDIO_TIME_MODULE_N(t, f, a, p, g.module);
+  } else if (!s.empty() && g.module.size() == 2) {
+    INSERT_AUDIO_TIME_MODULE_2(t, f, a, p, g.module[0], g.module[1]);
+  } else if (!s.empty() && !g.law.empty()) {
+    GENERATE_AUDIO_LAW(t, f, a, p, g.law[0]);
   } else if (!s.empty() && g.harmoniques > 0) {
-    GENERATE_SIN_N(t, s[0], arg(s, 1, 1), arg(s, 2, 0), g.harmoniques);
+    GENERATE_SIN_N(t, f, a, p, g.harmoniques);
   } else if (!s.empty() && !g.interpol.empty()) {
-    GENERATE_AUDIO_SIN_INTERPOL(t, s[0], arg(s, 1, 1), arg(s, 2, 0), g.interpol[0], arg(g.interpol, 1, arg(s, 1, 1)));
+    GENERATE_AUDIO_SIN_INTERPOL(t, f, a, p, g.interpol[0], arg(g.interpol, 1, a));
   } else if (!s.empty() && g.var.size() >= 2) {
-    GENERATE_AUDIO_SIN_VAR(t, s[0], arg(s, 1, 1), arg(s, 2, 0), g.var[0], g.var[1]);
+    GENERATE_AUDIO_SIN_VAR(t, f, a, p, g.var[0], g.var[1]);
   } else if (!s.empty()) {
-    GENERATE_SIN(t, s[0], arg(s, 1, 1), arg(s, 2, 0), g.coe);
+    GENERATE_SIN(t, f, a, p, g.coe);
   } else {
-    voir_texte("generate audio(id) time(t1, t2) sin(f, a, p) | cut | alea(a) | puls(f, a, w) | period(f, a, v...) | audio(id, source)\a\n");
+    voir_texte(USAGE_GENERATE);
     return -1;
   }
   return 1;

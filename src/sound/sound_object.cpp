@@ -1,5 +1,6 @@
 #include "sound/sound_object.h"
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -102,6 +103,12 @@ long long trames(const Objet* o) {
   return f > 0 ? octets_donnees(o) / f : 0;
 }
 
+int secondes_son(const Objet* o) {
+  const long long par_seconde = static_cast<long long>(octets_trame(o)) * o->work[AF_RATE];
+  const long long s = par_seconde > 0 ? octets_donnees(o) / par_seconde : 0;
+  return static_cast<int>(std::clamp<long long>(s, 1, 0x7fffffff / IMAGES_SECONDE));
+}
+
 uint8_t* donnees(Objet* o) {
   uint8_t* b = audio_octets(o);
   if (!b || Header(o) < 0 || Header(o) > Size(o)) return nullptr;
@@ -112,10 +119,8 @@ int ecrit_meta(Objet* o, int format, int longueur_nom) {
   bloc m = set_val_1(o, KW_meta, META_MOTS);
   if (!m) return -1;
   tag(m) = T_LONG;
-  const long long par_seconde = static_cast<long long>(Nb_octet(o)) * Rate(o) * Channel(o);
-  const long long secondes = par_seconde > 0 ? octets_donnees(o) / par_seconde : 0;
   const int mots[META_MOTS] = {Size(o), Header(o), format, Rate(o), static_cast<int>(octets_donnees(o)),
-                               static_cast<int>(secondes < 1 ? 1 : secondes), Images(o), longueur_nom,
+                               secondes_son(o), Images(o), longueur_nom,
                                Channel(o), Bits(o), Nb_octet(o), 0, 0, 0, 0};
   for (int i = 0; i < META_MOTS; i++) m[4 + i] = mots[i];
   return 0;

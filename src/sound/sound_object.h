@@ -57,11 +57,18 @@ struct FluxSon {
   TypeFlux type_lecture = TypeFlux::float_;
 };
 
+// A sound's link to a volume, whose scale follows its level (sound_play.h).
+struct LienVol {
+  int son = 0, vol = 0;  // numbers of the sound and the volume
+  float gain = 1;
+};
+
 // What the sound subsystem keeps beyond its objects.
 struct SoundState {
   int Largeur_lissage = 8;  // the smoothing width `smooth audio` takes by default
   EnregistrementStock enregistrement;
   FluxSon flux;
+  std::vector<LienVol> liens_vol;  // the volumes that follow sounds
 };
 SoundState& son();
 
@@ -87,6 +94,9 @@ uint8_t* audio_redimensionne(Objet* o, size_t n);
 inline int octets_trame(const Objet* o) { return o->work[AF_CHANNEL] * o->work[AF_NB_OCTET]; }
 long long octets_donnees(const Objet* o);
 long long trames(const Objet* o);
+// Whole seconds of the data, at least 1; the length in images follows.
+int secondes_son(const Objet* o);
+inline int images_son(const Objet* o) { return secondes_son(o) * IMAGES_SECONDE; }
 // The first byte of the data, or null.
 uint8_t* donnees(Objet* o);
 

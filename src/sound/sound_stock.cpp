@@ -27,16 +27,6 @@ int ecrit_floats(const std::string& name, const std::vector<float>& v) {
   return -1;
 }
 
-// The pairs into the `stock` property: np pairs of dimension 2.
-int garde_stock(Objet* o, const std::vector<float>& pairs) {
-  const int n = static_cast<int>(pairs.size() / 2);
-  bloc v = set_val_1(o, KW_stock, n * 2);
-  if (!v) return -1;
-  np(v) = n;
-  dimp(v) = 2;
-  for (int i = 0; i < n * 2; i++) setf(v, i, pairs[i]);
-  return 0;
-}
 
 }  // namespace
 
@@ -80,6 +70,16 @@ std::vector<float> analyse_stock(const uint8_t* d, long long n, const FormeStock
     }
   }
   return out;
+}
+
+int garde_stock(Objet* o, const std::vector<float>& pairs) {
+  const int n = static_cast<int>(pairs.size() / 2);
+  bloc v = set_val_1(o, KW_stock, n * 2);
+  if (!v) return -1;
+  np(v) = n;
+  dimp(v) = 2;
+  for (int i = 0; i < n * 2; i++) setf(v, i, pairs[i]);
+  return 0;
 }
 
 int WAV_STOCK_AUDIO_1(Objet* o, const char* name, float c1, float c2, std::vector<float>& pairs) {

@@ -25,6 +25,9 @@ struct FormeStock {
 // sum / (c2 * Rate * 32767)). Empty for samples not of 1 or 2 bytes.
 std::vector<float> analyse_stock(const uint8_t* d, long long n, const FormeStock& f, float c1, float c2);
 
+// The pairs into the sound's `stock` property: np pairs of dimension 2.
+// 0, or -1 after a report.
+int garde_stock(Objet* o, const std::vector<float>& pairs);
 // WAV_STOCK_AUDIO_1: the pairs of a sound into its `stock` property, and
 // with a name (".stock" put after it when missing) into that file.
 // 0, or -1 after a report.

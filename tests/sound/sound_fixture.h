@@ -3,6 +3,7 @@
 #pragma once
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -75,4 +76,24 @@ inline Octets le16(const std::vector<int>& v) {
     b.push_back(static_cast<uint8_t>((x >> 8) & 0xff));
   }
   return b;
+}
+
+// Sample c of frame i of the sound's data, signed.
+inline int sample(Objet* o, long long i, int c = 0) {
+  return lit_echantillon(donnees(o) + (i * Channel(o) + c) * Nb_octet(o), Nb_octet(o));
+}
+
+// Changes of sign between frames [a, b) of channel c.
+inline int crossings(Objet* o, long long a, long long b, int c = 0) {
+  int n = 0;
+  for (long long i = a + 1; i < b; i++)
+    if ((sample(o, i - 1, c) < 0) != (sample(o, i, c) < 0)) n++;
+  return n;
+}
+
+// The largest magnitude of channel c over frames [a, b).
+inline int peak_of(Objet* o, long long a, long long b, int c = 0) {
+  int m = 0;
+  for (long long i = a; i < b; i++) m = std::max(m, std::abs(sample(o, i, c)));
+  return m;
 }

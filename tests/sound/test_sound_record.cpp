@@ -5,6 +5,7 @@
 #include "device/device_table.h"
 #include "interaction/loop_state.h"
 #include "sound/sound_record.h"
+#include "sound/sound_play.h"
 #include "sound_fixture.h"
 
 namespace {
@@ -38,16 +39,17 @@ class SoundRecord : public SoundTest {
 TEST_F(SoundRecord, PairsAnImageWrittenAtTheCount) {
   devices().audio.lire = fake_live;
   ok("stock audio name(\"" + at("rec") + "\") time(3);");
-  ASSERT_EQ(loop().stock_audio, STOCK_AUDIO);
+  // The loop's sound step records.
+  ASSERT_EQ(loop().stock_audio, etape_son);
   Capture out;
-  EXPECT_EQ(STOCK_AUDIO(), 0);
-  EXPECT_EQ(STOCK_AUDIO(), 0);
+  EXPECT_EQ(loop().stock_audio(), 0);
+  EXPECT_EQ(loop().stock_audio(), 0);
   EXPECT_FALSE(std::filesystem::exists(at("rec.stock")));
-  EXPECT_EQ(STOCK_AUDIO(), 0);
+  EXPECT_EQ(loop().stock_audio(), 0);
   EXPECT_EQ(out.take(), "write " + at("rec.stock") + "\n");
   EXPECT_EQ(floats_file(at("rec.stock")), (std::vector<float>{1, 10, 2, 20, 3, 30}));
   // Recording has stopped: the next images read nothing.
-  EXPECT_EQ(STOCK_AUDIO(), 0);
+  EXPECT_EQ(loop().stock_audio(), 0);
   EXPECT_EQ(calls, 3);
 }
 

@@ -7,23 +7,6 @@
 #include "sound/sound_smooth.h"
 #include "sound_fixture.h"
 
-namespace {
-
-// Sample c of frame i of the sound's data, signed.
-int sample(Objet* o, long long i, int c = 0) {
-  return lit_echantillon(donnees(o) + (i * Channel(o) + c) * Nb_octet(o), Nb_octet(o));
-}
-
-// Changes of sign between frames [a, b) of channel c.
-int crossings(Objet* o, long long a, long long b, int c = 0) {
-  int n = 0;
-  for (long long i = a + 1; i < b; i++)
-    if ((sample(o, i - 1, c) < 0) != (sample(o, i, c) < 0)) n++;
-  return n;
-}
-
-}  // namespace
-
 TEST_F(SoundTest, Sine440ByZeroCrossings) {
   ok("generate audio(1) dim(2, 2); generate audio(1) time(0, 25) sin(440);");
   Objet* o = audio_numero(1);
