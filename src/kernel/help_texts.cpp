@@ -33,6 +33,7 @@ const char* const HELP_B[] = {
     "dy=40          le bas de la fenêtre est relevée de 40\n",
     "egl            dessin hors écran, sans serveur X (EGL)\n",
     "ful            Full window\n",
+    "fun=fun/       dossier des fichiers de fonctions\n",
     "gra=1          Processuer graphique (0: off, 1: on)\n",
     "hei=dimx,dimy  dimensions de l'image haute définition\n",
     "orx=0 ory=0    origine du coin haut gauche dr la fenêtre\n",
