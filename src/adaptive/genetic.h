@@ -86,17 +86,17 @@ char mute(char c, const char* alphabet, int len, const Taux& t);
 int selection(const float* fit, int n, float mean, Source s);
 
 // The automatic mutation rate of `adjust`.
-struct Ajustement {
+struct TauxAuto {
   float lo = 0.0001f, hi = 0.001f, start = 0.00055f, spread = 0.125f;
 };
-Ajustement lit_ajustement(const std::vector<float>& v);
+TauxAuto lit_ajustement(const std::vector<float>& v);
 // The rate for this fitness vector; `meta` holds the stored mean (an
 // absent one counts 0) and takes the new mean.
-float ajuste(const Ajustement& a, const float* fit, int n, float* meta);
+float ajuste(const TauxAuto& a, const float* fit, int n, float* meta);
 
 // One generation of an object: the count of individuals below `bar`,
 // negative after a report. With `adj`, *rate gets the automatic rate.
-int generation_genetique(Objet* o, float bar, const Ajustement* adj, float* rate);
+int generation_genetique(Objet* o, float bar, const TauxAuto* adj, float* rate);
 
 // A new random population of n strings of L-1 letters of the alphabet
 // (not `sized`: the old block's size), the alphabet kept as the

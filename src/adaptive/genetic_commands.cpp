@@ -75,7 +75,7 @@ int generate_genetic(word* s, const word* lim) {
   const int generations = std::max(1, arg_int(s, KW_generate, 1));
   const float bar = 1.0f - arg_float(s, KW_error, 0.01f);
   const bool adjust = has_word(s, KW_adjust);
-  const Ajustement adj = lit_ajustement(arg_floats(s, KW_adjust));
+  const TauxAuto adj = lit_ajustement(arg_floats(s, KW_adjust));
   std::vector<float> rates(objs.size(), adj.start);
   // Held by reference: a fitness function may remove objects.
   std::vector<RefObjet> refs;

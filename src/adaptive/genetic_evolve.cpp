@@ -53,8 +53,8 @@ int selection(const float* fit, int n, float mean, Source s) {
   return g.position;
 }
 
-Ajustement lit_ajustement(const std::vector<float>& v) {
-  Ajustement a;
+TauxAuto lit_ajustement(const std::vector<float>& v) {
+  TauxAuto a;
   if (v.empty()) return a;
   a.lo = v[0];
   a.hi = v.size() > 1 ? v[1] : 0.001f;
@@ -63,7 +63,7 @@ Ajustement lit_ajustement(const std::vector<float>& v) {
   return a;
 }
 
-float ajuste(const Ajustement& a, const float* fit, int n, float* meta) {
+float ajuste(const TauxAuto& a, const float* fit, int n, float* meta) {
   if (n < 1) return a.start;
   float lowest = fit[0], highest = fit[0], sum = 0;
   for (int i = 0; i < n; i++) {
@@ -152,7 +152,7 @@ int rend(Objet* o, int n, int L, bool done) {
 
 }  // namespace
 
-int generation_genetique(Objet* o, float bar, const Ajustement* adj, float* rate) {
+int generation_genetique(Objet* o, float bar, const TauxAuto* adj, float* rate) {
   GeneticState& g = genetics();
   // A fitness function that runs generations itself would work in the
   // buffers of the generation that called it.

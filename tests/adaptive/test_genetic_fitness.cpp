@@ -43,12 +43,12 @@ TEST_F(GeneticTest, ValidateScoresTheListedIndicesInRange) {
 }
 
 TEST_F(GeneticTest, AdjustFormulaAndClamps) {
-  const Ajustement a = lit_ajustement({});
+  const TauxAuto a = lit_ajustement({});
   EXPECT_FLOAT_EQ(a.lo, 0.0001f);
   EXPECT_FLOAT_EQ(a.hi, 0.001f);
   EXPECT_FLOAT_EQ(a.start, 0.00055f);
   EXPECT_FLOAT_EQ(a.spread, 0.125f);
-  const Ajustement b = lit_ajustement({0.01f});
+  const TauxAuto b = lit_ajustement({0.01f});
   EXPECT_FLOAT_EQ(b.hi, 0.001f);
   EXPECT_FLOAT_EQ(b.start, 0.0055f);
   EXPECT_FLOAT_EQ(lit_ajustement({0.01f, 0.02f, 0.3f, 0.5f}).spread, 0.5f);
