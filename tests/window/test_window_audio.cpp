@@ -29,7 +29,7 @@ struct SonDeFichier {
 };
 
 TEST(WindowAudio, TheLevelOfTheSoundMovesAVolume) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   SonDeFichier son;
   // The cube moves by the mean level times 1 unit along y: 127.75 units,
   // about 85 pixels down the window in this view; `audio anc` brings it
@@ -55,7 +55,7 @@ TEST(WindowAudio, TheLevelOfTheSoundMovesAVolume) {
 // A volume driven and the window polled at every image, over images 30 to
 // 230: no memory asked.
 TEST(WindowAudio, TheAudioStepAllocatesNothing) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   REQUIRE_COUNTED_ALLOCATIONS();
   SonDeFichier son;
   const std::string script =

@@ -79,7 +79,7 @@ TEST(WindowDevice, TheCinReadAndAPolledDatagramDeviceAllocateNothing) {
 // program's own part of it asks for no memory (liblo's codec has its own
 // allocations, which the probe does not see).
 TEST(WindowDevice, OscMessagesSentAndRoutedInTheLoopAllocateNothing) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   REQUIRE_COUNTED_ALLOCATIONS();
   const std::string script =
       "no edit\n"

@@ -166,7 +166,7 @@ TEST(WindowExamples, TheWavesSpreadFromTheCentre) {
 // the cubes stand at different heights that change from image to image,
 // and the ball is red while the sound plays.
 TEST(WindowExamples, TheListeningCubesDanceToTheSound) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   setenv("ORVELA_AUDIO", "file:listen.wav", 1);
   WindowRun run(scene("listen") + run_and_shoot(30, "a.bmp") + "listen_step(0)\n" + run_and_shoot(5, "b.bmp") +
                 "bye abs\n");
@@ -184,7 +184,7 @@ TEST(WindowExamples, TheListeningCubesDanceToTheSound) {
 // The hill the network learnt: the red balls (high answers) stand above
 // the blue ones (low answers), and the hill travels.
 TEST(WindowExamples, TheBallsRideTheHillTheNetworkLearnt) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(two_shots("hill", 100, 20, 1, "step") + "bye abs\n");
   expect_no_error(run);
   Picture a = run.picture("a.bmp"), b = run.picture("b.bmp");
@@ -225,7 +225,7 @@ TEST(WindowExamples, TheBallFollowsWhatOscSends) {
 // The cube of live() turns as live_step.func, loaded from the functions
 // folder, says (its reload is the window test WindowReload).
 TEST(WindowExamples, TheLiveCubeTurnsAsItsFileSays) {
-  REQUIRE_XVFB();
+  REQUIRE_DRAWING();
   WindowRun run(two_shots("live", 100, 10, 1, "step") + "bye abs\n", "ID fun=" ORVELA_SOURCE_DIR "/examples/");
   expect_no_error(run);
   Picture a = run.picture("a.bmp"), b = run.picture("b.bmp");
