@@ -8,17 +8,12 @@
 #include "kernel/report.h"
 #include "persist/object_file.h"
 #include "platform/process.h"
+#include "scene/unsaved.h"
 #include "sound/sound_files.h"
 #include "sound/sound_object.h"
 #include "sound/wav_header.h"
 
 namespace {
-
-bool sons_non_sauves() {
-  for (Objet* o = chaine_audio()->next; o; o = o->next)
-    if (o->kind == KW_audio && o->unsaved) return true;
-  return false;
-}
 
 bool sauve_sons(const std::string& path) { return ecrit_sons(path, true) == 0; }
 
@@ -66,7 +61,7 @@ int lit_sons(const std::string& name) {
 
 void install_sound_unsaved() {
   UnsavedWork w;
-  w.pending = sons_non_sauves;
+  w.pending = [] { return objets_non_sauves(KW_audio); };
   w.extension = ".audio";
   w.save = sauve_sons;
   w.question = "Sounds have not been saved, leave (0,1) ?\a";
