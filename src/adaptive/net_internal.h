@@ -11,6 +11,7 @@
 // value or a part whose size runs past the list.
 struct Parties {
   const word* list;
+  explicit Parties(const word* l) : list(l) {}
   struct It {
     const word* p;
     const word* end;
