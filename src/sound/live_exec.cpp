@@ -109,13 +109,18 @@ bool par_fonction(LiveAudio& a, Objet* o, float L, float cible[9]) {
   return true;
 }
 
+// Whether sound drives part p of the volume.
+bool partie_pilotee(const word* l, int p) {
+  if (get_val_2(l, KW_meta, KW_func) || get_val_2(l, KW_audio, PARTIES[p].mot)) return true;
+  for (int s : SOURCES)
+    if (get_val_3(l, KW_audio, PARTIES[p].mot, s)) return true;
+  return false;
+}
+
 bool pilote(const word* l) {
-  if (get_val_2(l, KW_meta, KW_func) || get_val_2(l, KW_audio, KW_image)) return true;
-  for (const Partie& p : PARTIES) {
-    if (get_val_2(l, KW_audio, p.mot)) return true;
-    for (int s : SOURCES)
-      if (get_val_3(l, KW_audio, p.mot, s)) return true;
-  }
+  if (get_val_2(l, KW_audio, KW_image)) return true;
+  for (int p = 0; p < 3; p++)
+    if (partie_pilotee(l, p)) return true;
   return false;
 }
 
@@ -201,9 +206,9 @@ void audio_anc() {
     tient(a, KW_vol, a.exec_vols);
   }
   pour_chaque_objet_vivant(a.exec_objets, [](Objet* o) {
-    if (!pilote(o->local)) return 0;
-    if (float* B = get_matrix_vol(o))
-      for (const Partie& p : PARTIES) std::fill_n(B + TR_DELTA + p.decalage, 3, 0.0f);
+    float* B = get_matrix_vol(o);
+    for (int p = 0; B && p < 3; p++)
+      if (partie_pilotee(o->local, p)) std::fill_n(B + TR_DELTA + PARTIES[p].decalage, 3, 0.0f);
     return 0;
   });
 }

@@ -192,6 +192,10 @@ TEST_F(LiveExecTest, TheLevelChoosesTheImageAVolumeWears) {
   EXEC_AUDIO_1(cube(), 1);
   EXPECT_EQ(floats("audio period vol(1)"), (std::vector<float>{0, 25, 50}));
   EXPECT_EQ(floats("texture vol(1)"), std::vector<float>{13});
+  // `audio anc` clears only the parts that sound drives.
+  get_matrix_vol(cube())[TR_DELTA + TR_DILA] = 0.5f;
+  ok("audio anc");
+  EXPECT_FLOAT_EQ(delta(TR_DILA)[0], 0.5f);
 }
 
 TEST_F(LiveExecTest, AnImageShowsThePixelsOfTheImageTheLevelChooses) {
