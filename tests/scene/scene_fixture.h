@@ -16,7 +16,7 @@ class SceneTest : public TextRunner {
   void TearDown() override { empty_chains(); }
 
   static void empty_chains() {
-    for (int kind : {KW_vol, KW_object, KW_light, KW_image})
+    for (int kind : {KW_vol, KW_object, KW_light, KW_image, KW_scale})
       rem_tous(chaine_classe(kind), 0, 0);
     rem_tous(chaine_generique(), 0, 0);
   }

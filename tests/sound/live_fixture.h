@@ -10,7 +10,10 @@
 // 191, so any window of whole periods has the mean 127.75, min 16, max 240.
 inline Octets carre_wav(int secondes) {
   std::vector<int> v;
-  for (int f = 0; f < 22050 * secondes; f++) {
+  // Whole periods only: the file loops, and a broken period at the seam
+  // would change the mean of the windows that straddle it.
+  const int trames = 22050 * secondes - 22050 * secondes % 16;
+  for (int f = 0; f < trames; f++) {
     const int x = f % 16 < 8 ? 16400 : -16400;
     v.push_back(x);
     v.push_back(x);
