@@ -22,15 +22,22 @@ constexpr int DUREE_MAX = 10000;
 
 int usage() {
   err_syntaxe(MES_COMMAND_USAGE, KW_audio,
-              " play(f1, f2, ...) [time(ms)] [speed(step)]: frequencies from 20 to 11025 Hz, time from 1 to 10000 "
+              "play(f1, f2, ...) [time(ms)] [speed(step)]: frequencies from 20 to 11025 Hz, time from 1 to 10000 "
               "ms\n");
   return -1;
+}
+
+// A value given to `code` that is not a number.
+bool pas_un_nombre(word* s, int code) {
+  const word* v = arg_of(s, code);
+  return v && tag(v) != T_FLOAT;
 }
 
 }  // namespace
 
 int audio_play(word* s, const word* lim) {
   InteractionState& L = loop();
+  if (pas_un_nombre(s, KW_play) || pas_un_nombre(s, KW_time) || pas_un_nombre(s, KW_speed)) return usage();
   const std::vector<float> notes = arg_floats(s, KW_play);
   for (float f : notes)
     if (!(f >= NOTE_MIN && f <= NOTE_MAX)) return usage();
