@@ -6,22 +6,15 @@
 
 #include "platform/audio_out_ring.h"
 
-AudioSink audio_sink(std::string* path) {
+AudioSource audio_sink(std::string* path) {
   const char* e = std::getenv("ORVELA_AUDIO_OUT");
   if (!e || !*e) {
     // A capture from a file or from nothing is a run with no sound card
     // in mind (tests, a machine without one): nothing is played.
     const AudioSource capture = audio_source(nullptr);
-    return capture == AudioSource::file || capture == AudioSource::none ? AudioSink::none : AudioSink::alsa;
+    return capture == AudioSource::file || capture == AudioSource::none ? AudioSource::none : AudioSource::alsa;
   }
-  if (std::strcmp(e, "alsa") == 0) return AudioSink::alsa;
-  if (std::strcmp(e, "none") == 0) return AudioSink::none;
-  if (std::strncmp(e, "file:", 5) == 0) {
-    if (path) *path = e + 5;
-    return AudioSink::file;
-  }
-  if (path) *path = e;
-  return AudioSink::unknown;
+  return audio_choice(e, path);
 }
 
 int AudioPlayback::etendue(long long at, int n, AudioOutStretch out[2]) {

@@ -17,8 +17,7 @@ struct AudioPlayback;
 // The choice of ORVELA_AUDIO_OUT: "alsa", "none" or "file:PATH.wav" (the
 // path in *path). Unset or empty: "alsa", except "none" when the capture
 // comes from a file or from nothing (ORVELA_AUDIO=file:... or none).
-enum class AudioSink { alsa, none, file, unknown };
-AudioSink audio_sink(std::string* path);
+AudioSource audio_sink(std::string* path);
 
 // The steps of the opening, in the order they run; the one that failed
 // goes to *step and the system's words to *detail.

@@ -46,17 +46,17 @@ const char* ouvre_primaire(std::string* detail) {
   std::string chemin;
   AudioOutStep etape = AudioOutStep::device;
   switch (audio_sink(&chemin)) {
-    case AudioSink::alsa:
+    case AudioSource::alsa:
       p.sortie = audio_out_open_alsa(&etape, detail);
       break;
-    case AudioSink::none:
+    case AudioSource::none:
       p.sortie = audio_out_open_clock(nullptr, nullptr, &etape, detail);
       break;
-    case AudioSink::file:
+    case AudioSource::file:
       p.sortie = audio_out_open_clock(chemin.c_str(), nullptr, &etape, detail);
       if (!p.sortie && detail) *detail = chemin + ": " + *detail;
       break;
-    case AudioSink::unknown:
+    case AudioSource::unknown:
       VOIR_CHAR("ORVELA_AUDIO_OUT=%s: alsa, none or file:PATH.wav\n", chemin.c_str());
       return texte_etape(AudioOutStep::device);
   }
