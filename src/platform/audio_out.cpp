@@ -20,18 +20,18 @@ AudioSource audio_sink(std::string* path) {
 int AudioPlayback::etendue(long long at, int n, AudioOutStretch out[2]) {
   at = std::max(at, joues);
   at -= at % AUDIO_BLOCK;
-  const long long fin = std::min(at + std::max(n, 0), joues + AUDIO_RING);
+  const long long fin = std::min(at + std::max(n, 0), joues + AUDIO_OUT_RING);
   n = static_cast<int>(std::max(fin - at, 0LL));
   // Silence where nothing was written since the ring last held these bytes.
   for (long long q = propres; q < fin;) {
-    const int i = static_cast<int>(q % AUDIO_RING);
-    const int k = static_cast<int>(std::min<long long>(fin - q, AUDIO_RING - i));
+    const int i = static_cast<int>(q % AUDIO_OUT_RING);
+    const int k = static_cast<int>(std::min<long long>(fin - q, AUDIO_OUT_RING - i));
     std::memset(ring + i, 0, static_cast<size_t>(k));
     q += k;
   }
   propres = std::max(propres, fin);
-  const int i = static_cast<int>(at % AUDIO_RING);
-  const int k = std::min(n, AUDIO_RING - i);
+  const int i = static_cast<int>(at % AUDIO_OUT_RING);
+  const int k = std::min(n, AUDIO_OUT_RING - i);
   out[0] = {ring + i, k};
   out[1] = {ring, n - k};
   return n;

@@ -14,6 +14,10 @@
 
 struct AudioPlayback;
 
+// The ring holds two seconds: a tone of a second queued a quarter of a
+// second ahead still fits.
+constexpr int AUDIO_OUT_RING = 2 * AUDIO_BYTES_PER_SECOND;
+
 // The choice of ORVELA_AUDIO_OUT: "alsa", "none" or "file:PATH.wav" (the
 // path in *path). Unset or empty: "alsa", except "none" when the capture
 // comes from a file or from nothing (ORVELA_AUDIO=file:... or none).

@@ -47,7 +47,7 @@ AudioPlayback* audio_out_open_alsa(AudioOutStep* step, std::string* detail) {
     return nullptr;
   }
   auto* p = new (std::nothrow) AudioPlayback;
-  uint8_t* ring = p ? new (std::nothrow) uint8_t[AUDIO_RING] : nullptr;
+  uint8_t* ring = p ? new (std::nothrow) uint8_t[AUDIO_OUT_RING] : nullptr;
   if (!ring) {
     delete p;
     snd_pcm_close(h);

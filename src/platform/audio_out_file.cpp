@@ -78,7 +78,7 @@ AudioPlayback* audio_out_open_clock(const char* wav_path, double (*clock)(), Aud
     }
   }
   auto* p = new (std::nothrow) AudioPlayback;
-  uint8_t* ring = p ? new (std::nothrow) uint8_t[AUDIO_RING] : nullptr;
+  uint8_t* ring = p ? new (std::nothrow) uint8_t[AUDIO_OUT_RING] : nullptr;
   if (!ring) {
     delete p;
     if (fd >= 0) close(fd);
@@ -103,7 +103,7 @@ int pump_clock_out(AudioPlayback& p, std::string* detail) {
   du -= du % AUDIO_BLOCK;
   // A pause longer than the ring (the loop stopped, the program at its
   // prompt) plays one ring of silence, not all of it.
-  if (du - p.sautes - p.joues > AUDIO_RING) p.sautes = du - p.joues - AUDIO_RING;
+  if (du - p.sautes - p.joues > AUDIO_OUT_RING) p.sautes = du - p.joues - AUDIO_OUT_RING;
   const long long n = du - p.sautes - p.joues;
   if (n <= 0) return 0;
   AudioOutStretch s[2];

@@ -8,7 +8,7 @@
 #include "platform/audio_out.h"
 
 struct AudioPlayback {
-  uint8_t* ring = nullptr;   // AUDIO_RING bytes
+  uint8_t* ring = nullptr;   // AUDIO_OUT_RING bytes
   long long joues = 0;       // the play position
   long long ecrits = 0;      // the write position
   long long propres = 0;     // the ring holds written bytes or silence up to here

@@ -18,12 +18,11 @@ namespace {
 constexpr float NOTE_MIN = 20;
 constexpr float NOTE_MAX = AUDIO_RATE / 2;  // the highest the playback rate renders
 constexpr int DUREE_DEFAUT = 40;             // one image of 25 a second
-constexpr int DUREE_MAX = 10000;
+constexpr int DUREE_MAX = 1000;
 
 int usage() {
   err_syntaxe(MES_COMMAND_USAGE, KW_audio,
-              "play(f1, f2, ...) [time(ms)] [speed(step)]: frequencies from 20 to 11025 Hz, time from 1 to 10000 "
-              "ms\n");
+              "play(f1, f2, ...) [time(ms)] [speed(step)]: frequencies from 20 to 11025 Hz, time from 1 to 1000 ms\n");
   return -1;
 }
 

@@ -87,7 +87,9 @@ void mixe_son(Objet* o, float position, float vitesse, long long at) {
   const uint8_t* d = donnees(o);
   const long long total = trames(o);
   const double par_image = static_cast<double>(Rate(o)) / IMAGES_SECONDE;
-  if (at < 0 || !d || (nb != 1 && nb != 2) || trame <= 0 || total <= 0 || !(par_image > 0)) return;
+  if (at < 0 || !d || (nb != 1 && nb != 2) || trame <= 0 || total <= 0 || !(par_image > 0) ||
+      !std::isfinite(position) || !std::isfinite(vitesse))
+    return;
   const double boucle = par_image * std::max(Images(o), 1);
   const Lecture l{d, nb, trame, std::min(Channel(o) - 1, 1), total, boucle,
                   std::fmod(position * par_image, boucle), vitesse * par_image / TRAMES_IMAGE};

@@ -100,7 +100,7 @@ TEST(AudioOut, WrittenBytesPlayInOrderAndSilenceFillsTheRest) {
 TEST(AudioOut, ALockAcrossTheEndOfTheRingIsTwoStretches) {
   Sortie s;
   ASSERT_NE(s.p, nullptr);
-  const long long bord = AUDIO_RING - 400;
+  const long long bord = AUDIO_OUT_RING - 400;
   jusqua(bord);
   audio_out_pump(s.p, nullptr);
   AudioOutStretch e[2];
@@ -125,24 +125,24 @@ TEST(AudioOut, AWriterCatchingThePlayerIsHeldARingAhead) {
   jusqua(800);
   audio_out_pump(s.p, nullptr);
   // A ring ahead of the player is as far as a lock reaches.
-  EXPECT_EQ(s.ecrit(800 + AUDIO_RING - 100, 1000, 3), 100);
-  EXPECT_EQ(s.ecrit(800 + AUDIO_RING, 1000, 3), 0);
-  EXPECT_EQ(s.ecrit(800, AUDIO_RING - 100, 5), AUDIO_RING - 100);
+  EXPECT_EQ(s.ecrit(800 + AUDIO_OUT_RING - 100, 1000, 3), 100);
+  EXPECT_EQ(s.ecrit(800 + AUDIO_OUT_RING, 1000, 3), 0);
+  EXPECT_EQ(s.ecrit(800, AUDIO_OUT_RING - 100, 5), AUDIO_OUT_RING - 100);
   // A writer that comes back over written bytes finds them as they are.
   AudioOutStretch e[2];
   long long debut = 0;
-  EXPECT_EQ(audio_out_lock(s.p, 800 + AUDIO_RING - 200, 1000, e, &debut), 200);
+  EXPECT_EQ(audio_out_lock(s.p, 800 + AUDIO_OUT_RING - 200, 1000, e, &debut), 200);
   EXPECT_EQ(e[0].p[0], 5);
   EXPECT_EQ(e[0].n > 100 ? e[0].p[100] : e[1].p[100 - e[0].n], 3);
   audio_out_unlock(s.p, debut, 0);
   // Played, the bytes of the last lap read as silence to the next writer.
-  jusqua(800 + AUDIO_RING);
+  jusqua(800 + AUDIO_OUT_RING);
   audio_out_pump(s.p, nullptr);
   std::vector<uint8_t> b = s.joues();
-  ASSERT_EQ(b.size(), static_cast<size_t>(800 + AUDIO_RING));
-  EXPECT_TRUE(tous(b, 800, 800 + AUDIO_RING - 100, 5));
-  EXPECT_TRUE(tous(b, 800 + AUDIO_RING - 100, 800 + AUDIO_RING, 3));
-  EXPECT_EQ(s.ecrit(800 + AUDIO_RING, 2000, 4), 2000);
+  ASSERT_EQ(b.size(), static_cast<size_t>(800 + AUDIO_OUT_RING));
+  EXPECT_TRUE(tous(b, 800, 800 + AUDIO_OUT_RING - 100, 5));
+  EXPECT_TRUE(tous(b, 800 + AUDIO_OUT_RING - 100, 800 + AUDIO_OUT_RING, 3));
+  EXPECT_EQ(s.ecrit(800 + AUDIO_OUT_RING, 2000, 4), 2000);
 }
 
 TEST(AudioOut, ALongPauseIsOneRingOfSilence) {
@@ -151,11 +151,11 @@ TEST(AudioOut, ALongPauseIsOneRingOfSilence) {
   s.ecrit(0, 100, 1);
   jusqua(10LL * AUDIO_BYTES_PER_SECOND);
   audio_out_pump(s.p, nullptr);
-  EXPECT_EQ(s.joues().size(), static_cast<size_t>(AUDIO_RING));
+  EXPECT_EQ(s.joues().size(), static_cast<size_t>(AUDIO_OUT_RING));
   // The clock goes on from there.
   jusqua(10LL * AUDIO_BYTES_PER_SECOND + 400);
   audio_out_pump(s.p, nullptr);
-  EXPECT_EQ(s.joues().size(), static_cast<size_t>(AUDIO_RING + 400));
+  EXPECT_EQ(s.joues().size(), static_cast<size_t>(AUDIO_OUT_RING + 400));
 }
 
 TEST(AudioOut, TheBackEndFollowsTheEnvironment) {
