@@ -151,7 +151,7 @@ void console_log_number(const char* format, int a, int b, int count) {
   append(expand(format, values, count), true);
 }
 
-void console_log_float(const char* format, float f) {
-  std::string value = float_text(f);
-  append(expand(format, &value, 1), true);
+void console_log_floats(const char* format, const float* f, int count) {
+  std::string values[2] = {float_text(f[0]), count > 1 ? float_text(f[1]) : std::string()};
+  append(expand(format, values, count), true);
 }

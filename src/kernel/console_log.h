@@ -8,4 +8,4 @@ void console_log_string(const char* format, const char* s);
 // Appends a numeric print with its conversions expanded by hand; the
 // property acts as a sliding window, dropping the oldest characters.
 void console_log_number(const char* format, int a, int b, int count);
-void console_log_float(const char* format, float f);
+void console_log_floats(const char* format, const float* f, int count);  // one or two

@@ -95,7 +95,16 @@ void voir_int2(const char* format, int a, int b) {
 void voir_float(const char* format, float f) {
   char buf[512];
   snprintf(buf, sizeof buf, format, static_cast<double>(f));
-  console_log_float(format, f);
+  console_log_floats(format, &f, 1);
+  std::string s = ring_on() ? std::string(buf) : without_bells(buf, sizeof buf);
+  emit(s);
+}
+
+void voir_float2(const char* format, float a, float b) {
+  char buf[512];
+  snprintf(buf, sizeof buf, format, static_cast<double>(a), static_cast<double>(b));
+  const float v[2] = {a, b};
+  console_log_floats(format, v, 2);
   std::string s = ring_on() ? std::string(buf) : without_bells(buf, sizeof buf);
   emit(s);
 }

@@ -13,6 +13,7 @@ void voir_car(int c);
 void voir_int(const char* format, int v);
 void voir_int2(const char* format, int a, int b);
 void voir_float(const char* format, float f);
+void voir_float2(const char* format, float a, float b);
 void voir_mot(int code);
 // Message `num` of vocabulary `voc` (names in kernel/message_names.h).
 void voir_message(int voc, int num);

@@ -7,11 +7,14 @@
 #include "device/device_util.h"
 #include "interaction/loop_state.h"
 #include "kernel/entier.h"
+#include "kernel/chains.h"
 #include "kernel/keywords.h"
+#include "kernel/property.h"
 #include "kernel/report.h"
 #include "kernel/values.h"
 #include "language/args.h"
 #include "platform/audio.h"
+#include "scene/lookup.h"
 #include "scene/graphic.h"
 #include "sound/live_analysis.h"
 #include "sound/live_capture.h"
@@ -188,12 +191,16 @@ int audio_end(word* s, const word* lim) {
   return build_nil(s, lim);
 }
 
-// `audio exec [vol(ids)] [coe(c)]`: the loop moves these volumes; `STOP`
-// ends it, `anc` puts them back.
+// `audio exec [vol(ids)] [image(ids)] [coe(c)]`: the loop moves these
+// volumes and images (every volume with neither list); `STOP` ends it,
+// `anc` puts them back.
 int audio_exec(word* s, const word* lim) {
   LiveAudio& a = live_audio();
   a.exec_vols.clear();
+  a.exec_images.clear();
+  a.exec_fonctions.clear();
   for (float id : arg_floats(s, KW_vol)) a.exec_vols.push_back(entier(id));
+  for (float id : arg_floats(s, KW_image)) a.exec_images.push_back(entier(id));
   a.exec_coe = arg_float(s, KW_coe, 1);
   a.exec = 1;
   return build_nil(s, lim);
@@ -207,6 +214,26 @@ int audio_stop(word* s, const word* lim) {
 int audio_anc_cmd(word* s, const word* lim) {
   audio_anc();
   return build_nil(s, lim);
+}
+
+// PROPERTY_SCALE_AUDIO: `audio inv scale(ids)` or `audio max scale(ids)`,
+// the values that the scales of sound keep under that pair, one scale
+// after the other; NIL when none has it. `audio inv scale(id) = ...`
+// stores them (the common grammar).
+int scale_audio(word* s, const word* lim, int paire) {
+  std::vector<float> v;
+  Objet* tete = chaine_classe(KW_scale);
+  const std::vector<int> ids = arg_ints(s, KW_scale);
+  for (size_t k = 0; k < ids.size(); k++) {
+    Objet* o = get_objet_id(tete, KW_scale, ids[k]);
+    if (!o) {
+      err_objet(KW_scale, arg_of(s, KW_scale), static_cast<int>(k), 0, nullptr);
+      return -1;
+    }
+    const word* p = get_val_2(o->local, KW_audio, paire);
+    for (int i = 0; i < elements(p); i++) v.push_back(value_at(p, i));
+  }
+  return build_floats_or_nil(s, lim, v);
 }
 
 struct SousCommande {
@@ -230,6 +257,10 @@ int forme_audio(word* s, const word* ob, word*, const word* lim, bool* done) {
   if (ob || arg_of(s, KW_audio) || item_count(s) < 2) return 0;
   const int w = second_word(s);
   if (w != KW_exec && has_word(s, KW_vol)) return 0;
+  if ((w == KW_inv || w == KW_max) && has_word(s, KW_scale)) {
+    *done = true;
+    return scale_audio(s, lim, w);
+  }
   for (const SousCommande& c : SOUS_COMMANDES)
     if (c.code == w) {
       *done = true;

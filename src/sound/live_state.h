@@ -6,6 +6,8 @@
 #pragma once
 #include <vector>
 
+#include "kernel/handles.h"
+
 struct AudioCapture;
 
 constexpr int MAX_FENETRE = 16384;      // room of every window array
@@ -66,11 +68,25 @@ struct LiveAudio {
   float Spectre_scale = 1;
   Enveloppe env_re, env_im;     // on the spectra, when both stages are on
 
-  // EXEC_AUDIO: the volumes it drives at each image (empty: all) and the
-  // common coefficient; `exec` is 0 until the command sets it.
+  // EXEC_AUDIO: the volumes and images it drives at each image (no list
+  // at all: every volume) and the common coefficient; `exec` is 0 until
+  // the command sets it.
   int exec = 0;
   std::vector<int> exec_vols;
+  std::vector<int> exec_images;
   float exec_coe = 1;
+  // The objects of one step, held so that a user function that removes
+  // objects cannot leave the walk on a freed one; kept from image to image.
+  std::vector<RefObjet> exec_objets;
+  // The `meta func` of each driven volume, found by its name once: the
+  // property's value and text it was found for, and the function.
+  struct FonctionVolume {
+    const Objet* vol;
+    const word* nom;
+    RefObjet f;
+    char texte[64];
+  };
+  std::vector<FonctionVolume> exec_fonctions;
 };
 
 LiveAudio& live_audio();

@@ -52,8 +52,33 @@ TEST(WindowAudio, TheLevelOfTheSoundMovesAVolume) {
   EXPECT_GT(back.count(354, 258, 414, 318, reddish), 3000);
 }
 
-// A volume driven and the window polled at every image, over images 30 to
-// 230: no memory asked.
+// The level picks the image a volume wears: the square wave's mean,
+// 127.75, is past the bound 100 and the cube wears the green image; with
+// the bound at 1000 it wears the red one.
+TEST(WindowAudio, TheLevelPicksTheImageAVolumeWears) {
+  REQUIRE_DRAWING();
+  SonDeFichier son;
+  const std::string script =
+      "no edit\n"
+      "image(5) dim(16,16) col(1,0,0)\nimage(6) dim(16,16) col(0,1,0)\n"
+      "cube(1) dim(50)\nyes texture\nyes illum\neye(0,0,-1000)\n"
+      "audio image vol(1) = 5, 6\naudio period vol(1) = 0, 100\n"
+      "device(1) ini(\"AUD\") dim(10)\n"
+      "audio exec vol(1)\n"
+      "interaction time(30)\nwrite image name(\"loud.bmp\")\n"
+      "audio period vol(1) = 0, 1000\n"
+      "interaction time(10)\nwrite image name(\"quiet.bmp\")\nbye abs\n";
+  WindowRun run(script, "ID");
+  const auto green = [](Rgb c) { return c.g > 120 && c.r < 60 && c.b < 60; };
+  const Picture loud = run.picture("loud.bmp"), quiet = run.picture("quiet.bmp");
+  EXPECT_GT(loud.count(354, 258, 414, 318, green), 3000) << run.out;
+  EXPECT_EQ(loud.count(354, 258, 414, 318, reddish), 0) << run.out;
+  EXPECT_GT(quiet.count(354, 258, 414, 318, reddish), 3000) << run.out;
+  EXPECT_EQ(quiet.count(354, 258, 414, 318, green), 0) << run.out;
+}
+
+// Volumes driven by every form and an image shown by the level, the
+// window polled at every image, over images 30 to 230: no memory asked.
 TEST(WindowAudio, TheAudioStepAllocatesNothing) {
   REQUIRE_DRAWING();
   REQUIRE_COUNTED_ALLOCATIONS();
@@ -61,8 +86,12 @@ TEST(WindowAudio, TheAudioStepAllocatesNothing) {
   const std::string script =
       "no edit\n"
       "cube(1) dim(50)\naudio tran vol(1) = 0, 1, 0\naudio rota vol(1) = 0.1, 0, 0\nspeed audio vol(1) = 0.5\n"
+      "cube(2) dim(20)\naudio dila max vol(2) = 0.01, 0, 0\naudio tran rand vol(2) = 1, 1, 1\n"
+      "func=\"f(v){return(v[1] / 100, 0, 0, v[2])}\"\nmeta func vol(2) = \"f\"\n"
+      "image(5) dim(16,16) col(1,0,0)\nimage(6) dim(16,16) col(0,1,0)\nimage(4) dim(16,16)\n"
+      "audio image vol(2) = 5, 6\naudio image image(4) = 5, 6\naudio period image(4) = 0, 128\n"
       "device(1) ini(\"AUD\") dim(10)\naudio ini sort(10) envelope(8, 1)\n"
-      "audio exec\n"
+      "audio exec vol(1,2) image(4)\n"
       "func=\"poll(n){p=device(1)}\"\n"
       "interaction func(2,\"poll\")\ninteraction period(0)\ninteraction time(240)\nbye abs\n";
   WindowRun run(script, "ID", "", ORVELA_ALLOC_PROBE);
