@@ -15,6 +15,7 @@
 #include "render/help_words.h"
 #include "scene/graphic.h"
 #include "sound/live_commands.h"
+#include "sound/primary_play.h"
 #include "sound/sound_commands.h"
 #include "scene/help_words.h"
 #include "sound/help_words.h"
@@ -31,6 +32,7 @@ void install_graphic_commands() {
   // The live sound first: its property paths on volumes (`speed audio
   // vol(1)`) are tried before the sound objects' shapes of the same words.
   install_live_audio();
+  install_primary_play();
   install_sound_commands();
   install_network();
   install_audio_network();

@@ -1,8 +1,8 @@
 // The beep path, the last step of an image before the pacing: with a note
 // table set, one note an image, its frequency interpolated in the table at
 // a position that moves by a step and turns back at either end. The tone
-// goes to the audio back end when one is registered, otherwise to the
-// terminal's bell.
+// goes to the audio back end when one is registered and has a device,
+// otherwise to the terminal's bell.
 #include "interaction/internal.h"
 #include "platform/console_io.h"
 
@@ -20,8 +20,7 @@ void bip() {
   InteractionState& L = loop();
   if (L.notes.empty()) return;
   const float f = note_courante();
-  if (L.bip) L.bip(f, L.duree_note);
-  else out_write("\a", 1);
+  if (!L.bip || !L.bip(f, L.duree_note)) out_write("\a", 1);
   const float fin = static_cast<float>(L.notes.size() - 1);
   L.position_note += L.pas_note;
   if (L.position_note >= fin || L.position_note <= 0) {

@@ -229,7 +229,8 @@ struct InteractionState {
   int (*stock_audio)() = nullptr;            // the sounds' step: STOCK_AUDIO, playing sounds
   int (*exec_audio)() = nullptr;             // EXEC_AUDIO, the audio step
   int (*stock_touche)(word binding) = nullptr;  // exec_INTERACTION_STOCK
-  void (*bip)(float frequency, int ms) = nullptr;  // a tone of the audio back end
+  // A tone of the audio back end; false when it has no device (the bell rings).
+  bool (*bip)(float frequency, int ms) = nullptr;
   // A scale of type "name" with `input` at that place: the text typed in it.
   int (*echelle_saisie)(const float poi[2], std::string& text) = nullptr;
   int (*outil_palette)() = nullptr;          // the palette's own tool

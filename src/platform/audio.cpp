@@ -6,8 +6,7 @@
 
 #include "platform/audio_ring.h"
 
-AudioSource audio_source(std::string* path) {
-  const char* e = std::getenv("ORVELA_AUDIO");
+AudioSource audio_choice(const char* e, std::string* path) {
   if (!e || !*e || std::strcmp(e, "alsa") == 0) return AudioSource::alsa;
   if (std::strcmp(e, "none") == 0) return AudioSource::none;
   if (std::strncmp(e, "file:", 5) == 0) {
@@ -17,6 +16,8 @@ AudioSource audio_source(std::string* path) {
   if (path) *path = e;
   return AudioSource::unknown;
 }
+
+AudioSource audio_source(std::string* path) { return audio_choice(std::getenv("ORVELA_AUDIO"), path); }
 
 void AudioCapture::put(const uint8_t* b, int n) {
   for (int done = 0; done < n;) {

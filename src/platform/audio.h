@@ -21,6 +21,8 @@ struct AudioCapture;
 // "file:PATH.wav" with the path in *path.
 enum class AudioSource { alsa, none, file, unknown };
 AudioSource audio_source(std::string* path);
+// The same choice read in any such value (null or empty: alsa).
+AudioSource audio_choice(const char* value, std::string* path);
 
 // Opens ALSA's "default" capture device and starts it. Null when it
 // fails, with the step that failed in *step ("open" or "format") and

@@ -73,13 +73,22 @@ std::string working_directory() {
 unsigned long thread_id() { return static_cast<unsigned long>(syscall(SYS_gettid)); }
 
 namespace {
-void (*at_exit_finish)() = nullptr;
+// Room for each subsystem that has something to finish.
+constexpr int MAX_FINISH = 8;
+void (*at_exit_finish[MAX_FINISH])() = {};
 }  // namespace
 
-void process_at_exit(void (*finish)()) { at_exit_finish = finish; }
+void process_at_exit(void (*finish)()) {
+  for (auto& f : at_exit_finish)
+    if (f == finish || !f) {
+      f = finish;
+      return;
+    }
+}
 
 void process_exit(int status) {
-  if (at_exit_finish) at_exit_finish();
+  for (auto f : at_exit_finish)
+    if (f) f();
   safe_commit_all();
   fflush(stdout);
   std::_Exit(status);

@@ -16,7 +16,8 @@ std::string working_directory();
 std::string home_directory();
 unsigned long thread_id();
 // Ends the process; files still being written are finished first, and
-// before them what `finish` finishes (a recording under way).
+// before them what each registered `finish` finishes (a recording under
+// way, the sound devices), in the order registered.
 [[noreturn]] void process_exit(int status);
 void process_at_exit(void (*finish)());
 

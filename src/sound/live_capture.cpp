@@ -11,6 +11,7 @@
 #include "platform/process.h"
 #include "sound/live_analysis.h"
 #include "sound/live_state.h"
+#include "sound/primary_buffer.h"
 #include "sound/wav_header.h"
 
 namespace {
@@ -25,7 +26,9 @@ int echantillon_16(const uint8_t* p, int octets) {
   return static_cast<int16_t>(p[octets - 2] | p[octets - 1] << 8);
 }
 
+// A failed set-up leaves audio off: the playback device goes too.
 void echec_init(const char* etape, const std::string& detail) {
+  ferme_primaire();
   if (etape) VOIR_CHAR("ERROR %s\a\n", etape);
   if (!detail.empty() && Yes(KW_debug) > 0) VOIR_CHAR("%s\n", detail.c_str());
   voir_texte("ERROR InitDirectSound\a\n");
@@ -105,6 +108,12 @@ int InitDirectSound(int dim) {
   a.Notification = std::clamp(a.Fenetre, MIN_NOTIFICATION, MAX_FENETRE);
   voir_int("Fenetre d'echantillonnage = %d\n", a.Fenetre);
   std::string chemin, etape, detail;
+  // The playback device first, as DirectSound makes it before the capture.
+  if (const char* echec = ouvre_primaire(&detail)) {
+    primaire().refus = 1;
+    echec_init(echec, detail);
+    return -1;
+  }
   switch (audio_source(&chemin)) {
     case AudioSource::none:
       echec_init(nullptr, "");
@@ -142,6 +151,7 @@ int InitDirectSound(int dim) {
 
 void FreeDirectSound() {
   LiveAudio& a = live_audio();
+  ferme_primaire();
   audio_close(a.capture);
   a.capture = nullptr;
   a.on = 0;

@@ -8,10 +8,12 @@
 // The window of `dim(n)`: 2^n, 1024 for n below 1, 16384 above 14.
 int fenetre_de_dim(int n);
 // InitDirectSound: an earlier capture freed ("FreeDirectSound\n"), the
-// window set and printed, the back end of ORVELA_AUDIO opened and
-// started. 0, or -1 after "ERROR ..." messages with the capture off.
+// window set and printed, the playback device of ORVELA_AUDIO_OUT opened
+// (kept when the beep already opened it), then the capture of
+// ORVELA_AUDIO opened and started. 0, or -1 after "ERROR ..." messages
+// with both off.
 int InitDirectSound(int dim);
-// The capture stopped and its back end closed; the values stay.
+// The capture stopped and both back ends closed; the values stay.
 void FreeDirectSound();
 // The poll: the bytes that came, into the window, then the window
 // processing. 0, or -1 after "ERROR HandleNotification" (the values

@@ -20,6 +20,7 @@
 #include "sound/live_capture.h"
 #include "sound/live_exec.h"
 #include "sound/live_state.h"
+#include "sound/play_command.h"
 
 namespace {
 
@@ -246,6 +247,7 @@ const SousCommande SOUS_COMMANDES[] = {
     {KW_ring, audio_ring},   {KW_read, audio_read}, {KW_puls, audio_puls},     {KW_ini, audio_ini},
     {KW_edit, audio_edit},   {KW_end, audio_end},   {KW_STOP, audio_stop},     {KW_anc, audio_anc_cmd},
     {KW_exec, audio_exec},
+    {KW_play, audio_play},
 };
 
 // `audio` then one of its sub-commands; `audio(id)` and the property

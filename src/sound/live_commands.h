@@ -9,6 +9,7 @@
 //             [sort(scale[, n, scale])]
 //   audio edit | end | STOP | anc
 //   audio exec [vol(ids)] [coe(c)]
+//   audio play[(f1, f2, ...)] [time(ms)] [speed(step)]   (play_command.h)
 #pragma once
 
 void install_live_audio();

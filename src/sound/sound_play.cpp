@@ -9,6 +9,8 @@
 #include "kernel/word.h"
 #include "scene/lookup.h"
 #include "scene/volume.h"
+#include "sound/primary_buffer.h"
+#include "sound/primary_play.h"
 #include "sound/sound_object.h"
 #include "sound/sound_record.h"
 
@@ -111,18 +113,28 @@ float vitesse_son(const Objet* o) {
 }
 
 void joue_sons() {
+  long long at = -1;
+  bool place_cherchee = false;
   for (Objet* o = chaine_audio()->next; o; o = o->next) {
     if (o->kind != KW_audio) continue;
     const float v = vitesse_son(o);
     if (!(v > 0)) continue;
     bloc t = place(o);
     if (!t) continue;
+    if (!place_cherchee) {
+      at = debut_image_sons();
+      place_cherchee = true;
+    }
+    mixe_son(o, getf(t, 0), v, at);
     const float n = static_cast<float>(std::max(Images(o), 1));
     setf(t, 0, std::fmod(getf(t, 0) + v, n));
   }
+  fin_image_sons(at);
 }
 
 int etape_son() {
+  // What the last image added (its sounds, its tone) goes to the device.
+  pompe_primaire();
   STOCK_AUDIO();
   joue_sons();
   WRITE_AUDIO_VOL();

@@ -1,7 +1,9 @@
 // Sounds that play along the animation. A sound whose `dynamic` value v
 // is above 0 (`dynamic audio(id)=v`) moves on v images at each image of
 // the animation, from its start again past its end; its place, in
-// images, is its `time` property. A link of a sound to a volume makes the
+// images, is its `time` property. It is heard: the stretch each image
+// covers goes to the primary buffer in the time of one image, so that at
+// v images an image its pitch is v times its own. A link of a sound to a volume makes the
 // volume's scale follow the sound's level at that place: the animation's
 // part of the scale (the deltas of its transformation block) is gain *
 // level on each axis, the level being the mean absolute sample of the
@@ -35,9 +37,10 @@ void WRITE_AUDIO_VOL();
 int AUDIO_DYNAMIC(Objet* o, float v);
 // The sound's `dynamic` value, 0 without one.
 float vitesse_son(const Objet* o);
-// The playing sounds moved on by one image.
+// The playing sounds moved on by one image; the stretch each covers goes
+// to the primary buffer, opened on demand.
 void joue_sons();
-// The sound's step of an image: the recording of the live level, the
-// playing sounds, then the linked volumes. Allocates nothing once each
+// The sound's step of an image: the primary buffer pumped, the recording
+// of the live level, the playing sounds, then the linked volumes. Allocates nothing once each
 // playing sound has its `time`. Always 0.
 int etape_son();

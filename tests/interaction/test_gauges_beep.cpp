@@ -21,7 +21,10 @@ class EndOfImage : public SceneTest {
 };
 
 std::vector<float> joues;
-void note_jouee(float f, int) { joues.push_back(f); }
+bool note_jouee(float f, int) {
+  joues.push_back(f);
+  return true;
+}
 
 TEST_F(EndOfImage, AWaitHoldsTheRecordCountUntilItsLimitAndThenRestartsIt) {
   InteractionState& L = loop();

@@ -23,6 +23,8 @@ class LiveCommandTest : public SoundTest {
     live_audio() = *std::make_unique<LiveAudio>();
     put(at("carre.wav"), carre_wav(1));
     setenv("ORVELA_AUDIO", ("file:" + at("carre.wav")).c_str(), 1);
+    // The capture's own failures, whatever the playback device would do.
+    setenv("ORVELA_AUDIO_OUT", "none", 1);
   }
   void TearDown() override {
     {
@@ -31,6 +33,7 @@ class LiveCommandTest : public SoundTest {
     }
     FreeDirectSound();
     unsetenv("ORVELA_AUDIO");
+    unsetenv("ORVELA_AUDIO_OUT");
     SoundTest::TearDown();
   }
   // More than a window of bytes comes in meanwhile: the next poll's
