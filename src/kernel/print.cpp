@@ -47,6 +47,12 @@ std::string format_string(const char* format, const char* s) {
 
 void emit(const std::string& s) { out_write(s.data(), s.size()); }
 
+// A numeric print made by snprintf into `buf`, its bells dropped when the
+// bell is off.
+void emit_printed(const char* buf, size_t room) {
+  emit(ring_on() ? std::string(buf) : without_bells(buf, room));
+}
+
 }  // namespace
 
 void VOIR_CHAR(const char* format, const char* s) {
@@ -80,24 +86,21 @@ void voir_int(const char* format, int v) {
   char buf[512];
   snprintf(buf, sizeof buf, format, v);
   console_log_number(format, v, 0, 1);
-  std::string s = ring_on() ? std::string(buf) : without_bells(buf, sizeof buf);
-  emit(s);
+  emit_printed(buf, sizeof buf);
 }
 
 void voir_int2(const char* format, int a, int b) {
   char buf[512];
   snprintf(buf, sizeof buf, format, a, b);
   console_log_number(format, a, b, 2);
-  std::string s = ring_on() ? std::string(buf) : without_bells(buf, sizeof buf);
-  emit(s);
+  emit_printed(buf, sizeof buf);
 }
 
 void voir_float(const char* format, float f) {
   char buf[512];
   snprintf(buf, sizeof buf, format, static_cast<double>(f));
   console_log_floats(format, &f, 1);
-  std::string s = ring_on() ? std::string(buf) : without_bells(buf, sizeof buf);
-  emit(s);
+  emit_printed(buf, sizeof buf);
 }
 
 void voir_float2(const char* format, float a, float b) {
@@ -105,8 +108,7 @@ void voir_float2(const char* format, float a, float b) {
   snprintf(buf, sizeof buf, format, static_cast<double>(a), static_cast<double>(b));
   const float v[2] = {a, b};
   console_log_floats(format, v, 2);
-  std::string s = ring_on() ? std::string(buf) : without_bells(buf, sizeof buf);
-  emit(s);
+  emit_printed(buf, sizeof buf);
 }
 
 void bell() {

@@ -12,19 +12,13 @@
 #include "sound/live_analysis.h"
 #include "sound/live_state.h"
 #include "sound/primary_buffer.h"
+#include "sound/sound_object.h"
 #include "sound/wav_header.h"
 
 namespace {
 
 // A file longer than this is cut: ten minutes of capture.
 constexpr size_t MAX_PCM = static_cast<size_t>(AUDIO_BYTES_PER_SECOND) * 600;
-
-// One sample of the source as a signed 16-bit value: unsigned 8-bit
-// samples centred, wider ones by their two highest bytes.
-int echantillon_16(const uint8_t* p, int octets) {
-  if (octets == 1) return (static_cast<int>(p[0]) - 128) * 256;
-  return static_cast<int16_t>(p[octets - 2] | p[octets - 1] << 8);
-}
 
 // A failed set-up leaves audio off: the playback device goes too.
 void echec_init(const char* etape, const std::string& detail) {
@@ -81,8 +75,8 @@ std::vector<uint8_t> pcm_capture(const uint8_t* b, size_t n, std::string* why) {
     const double f = t - static_cast<double>(k);
     for (int c = 0; c < AUDIO_CHANNELS; c++) {
       const size_t canal = static_cast<size_t>(std::min(c, e.Channel - 1)) * static_cast<size_t>(e.Nb_octet);
-      const double a = echantillon_16(d + k * pas + canal, e.Nb_octet);
-      const double z = echantillon_16(d + k2 * pas + canal, e.Nb_octet);
+      const double a = lit_echantillon_16(d + k * pas + canal, e.Nb_octet);
+      const double z = lit_echantillon_16(d + k2 * pas + canal, e.Nb_octet);
       const int v = static_cast<int>(std::lround(a + (z - a) * f));
       const uint16_t u = static_cast<uint16_t>(static_cast<int16_t>(std::clamp(v, -32768, 32767)));
       out[i * AUDIO_BLOCK + 2 * c] = static_cast<uint8_t>(u);

@@ -71,24 +71,23 @@ bool ajoute(float* cible, const word* axes, float v) {
 }
 
 // The function of the volume's `meta func`, found by its name the first
-// time and again only when the property or the function changes.
+// time and again only when the name or the function changes.
 Objet* fonction_du_volume(LiveAudio& a, const Objet* o, const word* nom) {
   const char* n = value_text(nom);
   if (!n) return nullptr;
   LiveAudio::FonctionVolume* e = nullptr;
   for (LiveAudio::FonctionVolume& x : a.exec_fonctions)
     if (x.vol == o) e = &x;
-  // The same value with the same text: the function found for it, if it
-  // is still there (none when it was not found: told once).
-  if (e && e->nom == nom && std::strcmp(e->texte, n) == 0) {
+  // The same name: the function found for it, if it is still there (none
+  // when it was not found: told once).
+  if (e && std::strcmp(e->texte, n) == 0) {
     Objet* f = objet_ref(e->f);
     if (f || !e->f.handle) return f;
   }
   if (!e) {
-    a.exec_fonctions.push_back({o, nullptr, {}, {}});
+    a.exec_fonctions.push_back({o, {}, {}});
     e = &a.exec_fonctions.back();
   }
-  e->nom = nom;
   std::snprintf(e->texte, sizeof e->texte, "%s", n);
   Objet* f = get_fonction(n);
   e->f = f ? ref_objet(f) : RefObjet{};
@@ -124,20 +123,19 @@ bool pilote(const word* l) {
   return false;
 }
 
-void pose_vol(Objet* o) {
-  EXEC_AUDIO_1(o, live_audio().exec_coe);
-}
+// The object's coefficient of the level (`coe audio`), else `coe`.
+float coefficient(const word* l, float coe) { return value_at(get_val_2(l, KW_coe, KW_audio), 0, coe); }
 
-void pose_image(Objet* o) {
-  const LiveAudio& a = live_audio();
-  AUDIO_IMAGE(o, valeur(a, 0, echantillon(a, o->local)) * value_at(get_val_2(o->local, KW_coe, KW_audio), 0, a.exec_coe));
-}
-
-// The objects of the step, held before any user function runs.
+// The objects of the step, held before any user function runs: those of
+// a kind numbered in `ids`, or every volume.
 void tient(LiveAudio& a, int kind, const std::vector<int>& ids) {
   Objet* tete = chaine_classe(kind);
   for (int id : ids)
     if (Objet* o = get_objet_id(tete, kind, id)) a.exec_objets.push_back(ref_objet(o));
+}
+
+void tient_les_volumes(LiveAudio& a) {
+  for (Objet* o = chaine_classe(KW_vol)->next; o; o = o->next) a.exec_objets.push_back(ref_objet(o));
 }
 
 }  // namespace
@@ -147,7 +145,7 @@ void EXEC_AUDIO_1(Objet* o, float coe) {
   const word* l = o->local;
   if (!pilote(l)) return;
   const int i = echantillon(a, l);
-  const float c = value_at(get_val_2(l, KW_coe, KW_audio), 0, coe);
+  const float c = coefficient(l, coe);
   const float L = valeur(a, 0, i) * c;
   float cible[9] = {};
   bool pilotee[3] = {};
@@ -184,14 +182,14 @@ int EXEC_AUDIO() {
   if (HandleNotification() < 0) return 0;
   a.exec_objets.clear();
   if (a.exec_vols.empty() && a.exec_images.empty()) {
-    for (Objet* o = chaine_classe(KW_vol)->next; o; o = o->next) a.exec_objets.push_back(ref_objet(o));
+    tient_les_volumes(a);
   } else {
     tient(a, KW_vol, a.exec_vols);
     tient(a, KW_image, a.exec_images);
   }
-  pour_chaque_objet_vivant(a.exec_objets, [](Objet* o) {
-    if (o->kind == KW_image) pose_image(o);
-    else pose_vol(o);
+  pour_chaque_objet_vivant(a.exec_objets, [&a](Objet* o) {
+    if (o->kind != KW_image) EXEC_AUDIO_1(o, a.exec_coe);
+    else AUDIO_IMAGE(o, valeur(a, 0, echantillon(a, o->local)) * coefficient(o->local, a.exec_coe));
     return 0;
   });
   return 0;
@@ -200,11 +198,8 @@ int EXEC_AUDIO() {
 void audio_anc() {
   LiveAudio& a = live_audio();
   a.exec_objets.clear();
-  if (a.exec_vols.empty()) {
-    for (Objet* o = chaine_classe(KW_vol)->next; o; o = o->next) a.exec_objets.push_back(ref_objet(o));
-  } else {
-    tient(a, KW_vol, a.exec_vols);
-  }
+  if (a.exec_vols.empty()) tient_les_volumes(a);
+  else tient(a, KW_vol, a.exec_vols);
   pour_chaque_objet_vivant(a.exec_objets, [](Objet* o) {
     float* B = get_matrix_vol(o);
     for (int p = 0; B && p < 3; p++)

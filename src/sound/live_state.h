@@ -79,10 +79,9 @@ struct LiveAudio {
   // objects cannot leave the walk on a freed one; kept from image to image.
   std::vector<RefObjet> exec_objets;
   // The `meta func` of each driven volume, found by its name once: the
-  // property's value and text it was found for, and the function.
+  // name it was found for, and the function.
   struct FonctionVolume {
     const Objet* vol;
-    const word* nom;
     RefObjet f;
     char texte[64];
   };

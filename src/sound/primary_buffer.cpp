@@ -7,6 +7,7 @@
 #include "kernel/report.h"
 #include "kernel/vocab.h"
 #include "platform/audio_out.h"
+#include "sound/sound_object.h"
 
 namespace {
 
@@ -22,10 +23,8 @@ const char* texte_etape(AudioOutStep e) {
   return "DirectSoundCreate";
 }
 
-int16_t lit16(const uint8_t* p) { return static_cast<int16_t>(static_cast<uint16_t>(p[0] | p[1] << 8)); }
-
 void ajoute16(uint8_t* p, int v) {
-  const int s = std::clamp(lit16(p) + v, -32768, 32767);
+  const int s = std::clamp(lit_echantillon(p, 2) + v, -32768, 32767);
   const uint16_t u = static_cast<uint16_t>(static_cast<int16_t>(s));
   p[0] = static_cast<uint8_t>(u);
   p[1] = static_cast<uint8_t>(u >> 8);

@@ -40,8 +40,7 @@ struct Lecture {
 
 int echantillon(const Lecture& l, long long k, int canal) {
   if (k < 0 || k >= l.total) return 0;
-  const int v = lit_echantillon(l.d + k * l.trame + canal * l.nb, l.nb);
-  return l.nb == 1 ? v * 256 : v;
+  return lit_echantillon_16(l.d + k * l.trame + canal * l.nb, l.nb);
 }
 
 void trame_son(const void* ctx, int j, int lr[2]) {

@@ -107,6 +107,11 @@ inline int lit_echantillon(const uint8_t* p, int nb_octet) {
   if (nb_octet == 2) return static_cast<int16_t>(static_cast<uint16_t>(p[0] | (p[1] << 8)));
   return 0;
 }
+// A sample of 1 to 4 bytes as a 16-bit value: 8-bit ones centred and
+// widened, wider ones by their two highest bytes.
+inline int lit_echantillon_16(const uint8_t* p, int nb_octet) {
+  return nb_octet == 1 ? lit_echantillon(p, 1) * 256 : lit_echantillon(p + nb_octet - 2, 2);
+}
 // The full scale of a sample size: 127 or 32767.
 inline int pleine_echelle(int nb_octet) { return nb_octet == 1 ? 127 : 32767; }
 // Writes v held within the full scale.
